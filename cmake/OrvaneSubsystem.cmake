@@ -1,0 +1,40 @@
+# SPDX-License-Identifier: Apache-2.0
+# Compile settings that every target of this project shares, and the functions that make its targets.
+
+add_library(orvane_settings INTERFACE)
+# No contraction to fused multiply-add: a value must be the same on every machine.
+target_compile_options(orvane_settings INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off
+                                                 $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+
+# orvane_subsystem(name source...): one OBJECT library for the subsystem in src/<name>, with hidden visibility.
+function(orvane_subsystem name)
+  add_library(orvane_${name} OBJECT ${ARGN})
+  target_include_directories(orvane_${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  target_link_libraries(orvane_${name} PRIVATE orvane_settings Eigen3::Eigen)
+  target_compile_options(orvane_${name} PRIVATE -Wconversion -Wno-sign-conversion)
+  target_compile_definitions(orvane_${name} PRIVATE ORVANE_BUILDING EIGEN_MPL2_ONLY)
+  set_target_properties(orvane_${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  set_property(GLOBAL APPEND PROPERTY ORVANE_SUBSYSTEMS orvane_${name})
+endfunction()
+
+# orvane_test(name [WHITEBOX] source...): a GoogleTest program against the shared library, as a host; WHITEBOX links the
+# static twin and sees src/.
+function(orvane_test name)
+  cmake_parse_arguments(arg "WHITEBOX;SLOW" "" "" ${ARGN})
+  add_executable(${name}_test ${arg_UNPARSED_ARGUMENTS})
+  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(${name}_test PRIVATE
+    ORVANE_REFERENCE_DIR="${PROJECT_SOURCE_DIR}/tests/reference")
+  target_link_libraries(${name}_test PRIVATE orvane_settings GTest::gtest_main Threads::Threads)
+  if(arg_WHITEBOX)
+    target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name}_test PRIVATE orvane_static)
+  else()
+    target_link_libraries(${name}_test PRIVATE orvane)
+  endif()
+  if(arg_SLOW)
+    gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST PROPERTIES LABELS slow)
+  else()
+    gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST)
+  endif()
+endfunction()

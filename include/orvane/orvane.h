@@ -1,0 +1,11 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+/**
+ * @file
+ * Every function of the library.
+ */
+#ifndef ORVANE_ORVANE_H
+#define ORVANE_ORVANE_H
+
+#include <orvane/frame.h>
+
+#endif

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+
+#include "frame/base_data.h"
+
+/// The registries of what the host holds: objects that the library owns outright (`rawHandles`) and objects that
+/// other objects of the library may own too (`sharedHandles`). Every operation is safe on any thread; destructors run
+/// outside the lock.
+class MemoryManagement_c final : public BaseData {
+ public:
+  MemoryManagement_c() { typeCode = 0; }
+  ~MemoryManagement_c() override { freeAll(); }
+  MemoryManagement_c(const MemoryManagement_c&) = delete;
+  MemoryManagement_c& operator=(const MemoryManagement_c&) = delete;
+
+  /// The one instance of the process.
+  static MemoryManagement_c& instance();
+
+  /// Takes ownership; an address that is known already is left as it is.
+  void addRaw(BaseData* object);
+  /// Enters a shared owner; an address that is known already keeps its old entry.
+  void addShared(void* address, std::shared_ptr<void> owner);
+
+  void free(void* address);
+  void freeAll();
+
+ private:
+  std::mutex lock;
+  std::set<BaseData*, std::less<>> rawHandles;
+  std::set<BaseData*, std::less<>> destroyed;  // members of rawHandles that freeAll has destroyed
+  std::map<void*, std::shared_ptr<void>, std::less<>> sharedHandles;
+};
