@@ -46,7 +46,7 @@ std::shared_ptr<BasePDFKernel> make() {
 }
 
 constexpr KernelRow kKernels[] = {
-    {1, make<KernelByGauss>},    {2, make<KernelByCosine>},   {4, make<KernelByParabola>},
+    {1, make<KernelByGauss>},    {2, make<KernelByCosine>},     {4, make<KernelByParabola>},
     {5, make<KernelByTriangle>}, {100, make<KernelByParabola>},
 };
 
@@ -225,7 +225,8 @@ double KernelByTriangle::calcPDF(double x) const {
     count += 1.0;
     sum += u;
   }
-  // KEPT: not divided by the total width, so it does not integrate to 1 as a density would (kept.csv: KernelTriangle_pdf)
+  // KEPT: not divided by the total width, so it does not integrate to 1 as a density would (kept.csv:
+  // KernelTriangle_pdf)
   return (count - sum / a) / a;
 }
 
@@ -239,7 +240,8 @@ double KernelByTriangle::calcCDF(double x) const {
     if (x < c)
       sum += square(lo - x) / (2.0 * a * a * w);
     else if (x < top)
-      // KEPT: the product lacks the factor of the integrated slope, and the branch ends at c + 2a w instead of c + a w (kept.csv: KernelTriangle_cdf)
+      // KEPT: the product lacks the factor of the integrated slope, and the branch ends at c + 2a w instead of c + a w
+      // (kept.csv: KernelTriangle_cdf)
       sum += (mid2 - x) * (x - c) + w / 2.0;
     else
       sum += w;

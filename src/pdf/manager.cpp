@@ -122,8 +122,8 @@ void PDFManger::round(uint8_t solverCode, std::size_t threads) {
     if (tasks.size() < threads)
       start(solverCode, *funs[funIndex]);
     else
-      // KEPT: the index steps on here too, so the distribution of a turn that waits gets no run in this round; one would
-      // expect it to be started after the wait (kept.csv: FitRound_skip)
+      // KEPT: the index steps on here too, so the distribution of a turn that waits gets no run in this round; one
+      // would expect it to be started after the wait (kept.csv: FitRound_skip)
       reap(threads - 1);
   }
   reap(0);
@@ -137,8 +137,7 @@ std::shared_ptr<Solver::BaseSolver> PDFManger::makeTaskSolver(uint8_t solverCode
   std::vector<double> begin(n, 0.0);
   fun.initRange(xs, cdf, objective->minVar, objective->maxVar, begin);
   solver->printFlag = 0;
-  solver->objective = objective;
-  solver->anchor->inner = objective;
+  solver->setObjective(objective);
   solver->minVar = objective->minVar;
   solver->maxVar = objective->maxVar;
   solver->setPopulation(popSize, static_cast<int32_t>(n));
@@ -151,7 +150,6 @@ std::shared_ptr<Solver::BaseSolver> PDFManger::makeTaskSolver(uint8_t solverCode
   }
   solver->maxIter = maxIter;
   solver->targetError = precision;
-  solver->stopFlag = 0;
   return solver;
 }
 
@@ -161,7 +159,7 @@ void PDFManger::start(uint8_t solverCode, BasePDFFun& fun) {
   task->params.resize(fun.paramSize());
   fun.getParamsRaw(task->params.data());
   task->solver = makeTaskSolver(solverCode, fun);
-  task->solver->running = 1;
+  task->solver->prepareStart();
   std::list<std::shared_ptr<Task>> entry{task};
   const Lock lock(mutex);
   task->run = std::async(std::launch::async, [this, work = task.get()] {

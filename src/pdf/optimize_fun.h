@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -17,8 +18,12 @@ class PDFOptimizeFun final : public Solver::BaseOptimizeObject {
   /// Keeps its own copies of the sample; the distribution is borrowed.
   PDFOptimizeFun(BasePDFFun& distribution, std::span<const double> xs, std::span<const double> cdf);
 
-  double calcValue(const std::vector<double>& x) override { return lastValue = valueFun(x.data()); }
-  Solver::BaseOptimizeObject* clone() const override { return new PDFOptimizeFun(*this); }
+  double calcValue(const std::vector<double>& x) override {
+    const double value = valueFun(x.data());
+    lastValue = value;
+    return value;
+  }
+  std::unique_ptr<Solver::BaseOptimizeObject> clone() const override { return std::make_unique<PDFOptimizeFun>(*this); }
 
   BasePDFFun* fun;
 
