@@ -63,17 +63,54 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
     text.replace(at, from.size(), to);
 }
 
-/// Small changes for the typesetter: names of functions upright, and one row end where the sheet writes two.
+/// Parentheses around a fraction grow with it: \left( ... \right), where both stand in the same group and cell.
+std::string grownParentheses(const std::string& text) {
+  struct Open {
+    size_t at;
+    int depth;
+    bool breaks;  // a cell or row ends inside: such a pair must stay as it is
+  };
+  std::vector<Open> stack;
+  std::vector<std::pair<size_t, std::string_view>> grown;
+  int depth = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '{') ++depth;
+    if (c == '}') --depth;
+    if (c == '&' || text.compare(i, 2, "\\\\") == 0)
+      for (Open& open : stack) open.breaks = true;
+    if (c == '(') stack.push_back({i, depth, false});
+    if (c != ')' || stack.empty()) continue;
+    const Open open = stack.back();
+    stack.pop_back();
+    const std::string_view inside = std::string_view(text).substr(open.at, i - open.at);
+    const bool sized = text.compare(open.at < 5 ? 0 : open.at - 5, 5, "\\left") == 0;
+    if (open.depth != depth || open.breaks || sized || inside.find("\\dfrac") == std::string_view::npos) continue;
+    grown.emplace_back(open.at, "\\left");
+    grown.emplace_back(i, "\\right");
+  }
+  std::sort(grown.begin(), grown.end());
+  std::string result;
+  size_t done = 0;
+  for (const auto& [at, word] : grown) {
+    result.append(text, done, at - done).append(word);
+    done = at;
+  }
+  return result.append(text, done);
+}
+
+/// Small changes for the typesetter: names of functions upright, one row end where the sheet writes two, and
+/// parentheses as high as what they hold.
 std::string adapted(std::string_view formula) {
   std::string text(trimmed(formula));
   replaceAll(text, kRowEnd, "\\\\");
   for (const char* name : {"PDF", "PMF", "CDF"})
     replaceAll(text, std::string(name) + "(x)", "\\mathrm{" + std::string(name) + "}(x)");
   replaceAll(text, "\\mathbf{", "\\operatorname{");
-  return text;
+  return grownParentheses(text);
 }
 
-/// Cuts text at a mark, but not inside \begin ... \end or braces.
+/// Cuts text at a mark, but not inside \begin ... \end.
 std::vector<std::string_view> cut(std::string_view text, std::string_view mark) {
   std::vector<std::string_view> parts;
   int depth = 0;
