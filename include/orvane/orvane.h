@@ -8,5 +8,8 @@
 
 #include <orvane/frame.h>
 #include <orvane/special.h>
+#include <orvane/integral.h>
+#include <orvane/line_equation.h>
+#include <orvane/matrix.h>
 
 #endif

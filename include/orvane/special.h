@@ -3,17 +3,17 @@
  * @file
  * Special functions of doubles.
  *
- * There is no failure channel beside the value: outside its domain a function gives the quiet NaN, at a pole an infinity,
- * where a result is known to be huge an infinity or 1e300. A search that reaches its limit of rounds gives the best value
- * that it has. The functions keep no state and may be called from any thread.
+ * There is no failure channel beside the value: outside its domain a function gives the quiet NaN, at a pole an
+ * infinity, where a result is known to be huge an infinity or 1e300. A search that reaches its limit of rounds gives
+ * the best value that it has. The functions keep no state and may be called from any thread.
  */
 #ifndef ORVANE_SPECIAL_H
 #define ORVANE_SPECIAL_H
 
 #include <orvane/export.h>
 
-/* Trigonometric and hyperbolic functions. Angles are radians. From |x| = 1e22 on an angle m 2^e (1/2 <= m < 1) is replaced by
- * m (2^e mod 2 pi), which is bounded but not x mod 2 pi; from 2^1023 on it is used as it is. */
+/* Trigonometric and hyperbolic functions. Angles are radians. From |x| = 1e22 on an angle m 2^e (1/2 <= m < 1) is
+ * replaced by m (2^e mod 2 pi), which is bounded but not x mod 2 pi; from 2^1023 on it is used as it is. */
 
 /** Sine of x. */
 ORVANE_API double math_sin(double x);
@@ -121,8 +121,8 @@ ORVANE_API void math_polyValue(const double* coefficients, const double* xs, dou
  * @param out         [count] out; may be xs itself
  * @param count       0 or less does nothing
  */
-ORVANE_API void math_calcUnsymSin(double amplitude, double centre, double leftWidth, double rightWidth, const double* xs,
-                                  double* out, int32_t count);
+ORVANE_API void math_calcUnsymSin(double amplitude, double centre, double leftWidth, double rightWidth,
+                                  const double* xs, double* out, int32_t count);
 
 /* Gamma function and relatives. */
 
@@ -149,8 +149,8 @@ ORVANE_API double math_digamma(double x);
  * Polygamma function, the n-th derivative of psi at x.
  *
  * @param n  order, rounded; negative gives NaN, above 160 gives 1e300
- * @param x  argument; 0 and negative integers give an infinity. From order 6 on the sum behind it stops at a block of ten
- *           terms below 1e-15, so a small value keeps few digits.
+ * @param x  argument; 0 and negative integers give an infinity. From order 6 on the sum behind it stops at a block of
+ * ten terms below 1e-15, so a small value keeps few digits.
  */
 ORVANE_API double math_polyGamma(double n, double x);
 
@@ -159,8 +159,8 @@ ORVANE_API double math_beta(double a, double b);
 
 /* Incomplete gamma functions.
  *
- * LG(a, x) is the integral of t^(a-1) exp(-t) from 0 to x, UG(a, x) from x to infinity. Functions that use a series at 128 bits
- * change GMP's process-wide default precision for the length of a call. */
+ * LG(a, x) is the integral of t^(a-1) exp(-t) from 0 to x, UG(a, x) from x to infinity. Functions that use a series at
+ * 128 bits change GMP's process-wide default precision for the length of a call. */
 
 /**
  * Lower or upper incomplete gamma function, not regularised.
@@ -247,7 +247,8 @@ ORVANE_API double math_lnErfi(double x);
 /**
  * x with erf(x) = y.
  *
- * @param y  value in [-1, 1]. At 1 the result is the best x met, near 5.9; up to 1e-15 beyond 1 it is 5.8; further out NaN.
+ * @param y  value in [-1, 1]. At 1 the result is the best x met, near 5.9; up to 1e-15 beyond 1 it is 5.8; further out
+ * NaN.
  */
 ORVANE_API double math_invErf(double y);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Error function, Dawson's integral and Faddeeva's w in the complex plane.
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
 #include "special/special_function.h"
@@ -78,7 +79,8 @@ Complex complexErfc(Complex z) {
     return {1 + erfi.im, -erfi.re};
   }
   // Laplace's fraction, 100 levels from the bottom.
-  // KEPT: a fixed number of levels, too few near the imaginary axis; one would expect convergence (kept.csv: Erfz_levels)
+  // KEPT: a fixed number of levels, too few near the imaginary axis; one would expect convergence (kept.csv:
+  // Erfz_levels)
   Complex t{1, 0};
   for (int k = 100; k >= 1; --k) {
     t = static_cast<double>(k) / (t + zz);
@@ -108,7 +110,15 @@ Complex derivativeOfW(Complex z) { return -2 * (z * complexW(z)) + Complex{0, kT
 
 // exp(y^2) erfc(y) for y >= 6: the asymptotic series, two terms a round.
 double scaledErfc(double y) {
-  const int rounds = y < 7 ? 14 : y < 8 ? 9 : y < 9 ? 8 : y < 10 ? 7 : y < 13 ? 6 : y < 20 ? 5 : y < 45 ? 4 : y < 357 ? 3 : 2;
+  const int rounds = y < 7     ? 14
+                     : y < 8   ? 9
+                     : y < 9   ? 8
+                     : y < 10  ? 7
+                     : y < 13  ? 6
+                     : y < 20  ? 5
+                     : y < 45  ? 4
+                     : y < 357 ? 3
+                               : 2;
   const double u = 2 * y * y;
   double term = 1 / y, sum = term, j = -1;
   for (int round = 0; round < rounds; ++round) {

@@ -59,10 +59,14 @@ double math_expSign(double x) { return calcExpSign(x); }
 double math_ConSelect(double c, double a, double b) { return 0 > c ? a : b; }
 
 void math_polyValue(const double* coefficients, const double* xs, double* out, int32_t coefficientCount,
-                               int32_t pointCount) { for (int32_t i = 0; i < pointCount; ++i) out[i] = calcPolyValue(coefficients, coefficientCount, xs[i]); }
+                    int32_t pointCount) {
+  for (int32_t i = 0; i < pointCount; ++i) out[i] = calcPolyValue(coefficients, coefficientCount, xs[i]);
+}
 
 void math_calcUnsymSin(double amplitude, double centre, double leftWidth, double rightWidth, const double* xs,
-                                  double* out, int32_t count) { for (int32_t i = 0; i < count; ++i) out[i] = calcUnsymSin(amplitude, centre, leftWidth, rightWidth, xs[i]); }
+                       double* out, int32_t count) {
+  for (int32_t i = 0; i < count; ++i) out[i] = calcUnsymSin(amplitude, centre, leftWidth, rightWidth, xs[i]);
+}
 
 double math_gamma(double x) { return calcGamma(x); }
 
@@ -76,8 +80,10 @@ double math_polyGamma(double n, double x) { return calcPolyGamma(n, x); }
 
 double math_beta(double a, double b) { return calcBeta(a, b); }
 
-bool math_incompleteGamma(double a, double x, uint8_t lower, double* result) {   *result = lower != 0 ? calcIncompleteGammaLower(a, x) : calcIGamma(a, x);
-  return std::isnan(*result); }
+bool math_incompleteGamma(double a, double x, uint8_t lower, double* result) {
+  *result = lower != 0 ? calcIncompleteGammaLower(a, x) : calcIGamma(a, x);
+  return std::isnan(*result);
+}
 
 double math_igamma(double a, double x) { return calcIGamma(a, x); }
 
@@ -128,4 +134,3 @@ double math_lambertW(double x) { return calcLambertW(x); }
 double math_invLambertW(double x) { return x * std::exp(x); }
 
 double math_wrightOmega(double x) { return calcWrightOmega(x); }
-

@@ -15,8 +15,8 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // log(gamma(x)) - (x-1/2) log(x) + x - log(2 pi)/2, Stirling's series; x >= 10.
 double stirlingRest(double x) {
   const double r = 1 / (x * x);
-  return (1.0 / 12 +
-          r * (-1.0 / 360 + r * (1.0 / 1260 + r * (-1.0 / 1680 + r * (1.0 / 1188 + r * (-691.0 / 360360 + r / 156)))))) /
+  return (1.0 / 12 + r * (-1.0 / 360 +
+                          r * (1.0 / 1260 + r * (-1.0 / 1680 + r * (1.0 / 1188 + r * (-691.0 / 360360 + r / 156)))))) /
          x;
 }
 
@@ -26,8 +26,7 @@ double betaByLogarithms(double a, double b) {
   const double sum = a + b;
   if (a >= 10) {
     const double rest = stirlingRest(a) + stirlingRest(b) - stirlingRest(sum);
-    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) *
-           std::sqrt(2 * kPi / b);
+    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * kPi / b);
   }
   const double rest = stirlingRest(b) - stirlingRest(sum);
   return std::tgamma(a) * std::exp((b - 0.5) * std::log1p(-a / sum) - a * std::log(sum) + a + rest);

@@ -21,7 +21,7 @@ bool saturated(double a, double x) {
   struct Row {
     double a, x;
   };
-  static constexpr Row kRows[] = {{2, 40},  {4, 47},  {6, 50},  {8, 56},   {10, 61},
+  static constexpr Row kRows[] = {{2, 40},  {4, 47},  {6, 50},   {8, 56},   {10, 61},
                                   {15, 72}, {20, 80}, {50, 132}, {100, 210}};
   if (!(a > 0)) return false;
   for (const Row& row : kRows)
@@ -165,7 +165,8 @@ double calcInverseRUpperIncompleteGamma(double a, double q) {
     if (value < q) {
       bracketed = true;
     } else {
-      // KEPT: at integer a the function rises, no bracket is found and x grows 20 times (kept.csv: InverseRUpper_integer)
+      // KEPT: at integer a the function rises, no bracket is found and x grows 20 times (kept.csv:
+      // InverseRUpper_integer)
       low = high;
       high *= 8;
     }
