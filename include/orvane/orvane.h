@@ -7,6 +7,9 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/frame.h>
+#include <orvane/integral.h>
+#include <orvane/line_equation.h>
+#include <orvane/matrix.h>
 #include <orvane/pdf.h>
 
 #endif

@@ -1,3 +1,4 @@
+// KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_ExpWeibull)
 // SPDX-License-Identifier: Apache-2.0
 #include "pdf/table.h"
 
@@ -25,8 +26,8 @@ std::shared_ptr<BasePDFFun> plain(const PlainRow& row) {
 
 std::shared_ptr<BasePDFFun> extremeValueDown(const PlainRow& row) {
   auto fun = plain<PDFFunByExtremeValueDown>(row);
-  fun->pdfType =
-      19;  // KEPT: reports 19, so a clone is another class; one would expect 17 (kept.csv: ExtremeValueDown_type)
+  // KEPT: reports 19, so a clone is another class; one would expect 17 (kept.csv: ExtremeValueDown_type)
+  fun->pdfType = 19;
   return fun;
 }
 
@@ -176,8 +177,7 @@ constexpr PlainRow kPlainRows[] = {
      {1, 1, 0, 1},
      plain<PDFFunByExpWeibull>,
      {"PDF", R"((a+bd(x-c)^{d-1})\exp(-a(x-c)-b(x-c)^d))", R"(1-\exp(-a(x-c)-b(x-c)^d))", "", "", "a>0, b>0, d>0, x>c"},
-     [](const Sample& s, const FitRange& r) {  // KEPT: location starts at 0; one would expect the data (kept.csv:
-                                               // StartAtZero_ExpWeibull)
+     [](const Sample& s, const FitRange& r) {
        r.set({0, 0, s.x1 - s.W, 0}, {100, 100, s.xm, 36}, {1, 1, 0, 1});
      }},
     {17,
@@ -215,9 +215,8 @@ constexpr PlainRow kPlainRows[] = {
      {"PDF", R"(ab(x-c)^{-a-1}\exp(-b(x-c)^{-a}))", R"(\exp(-b(x-c)^{-a}))",
       R"(b^{\frac{1}{a}}\Gamma(1-\dfrac{1}{a})+c)",
       R"(b^{\frac{2}{a}}(\Gamma(1-\dfrac{1}{a})-\Gamma(1-\dfrac{1}{a})^2))", "a>0, b>0, x>c"},
-     [](const Sample& s,
-        const FitRange& r) {  // KEPT: location starts at 0; one would expect the data (kept.csv: StartAtZero_Frechet)
-       r.set({0, 0, s.x1 - s.W}, {100, 100, s.xm}, {1, 1, 0});
+     [](const Sample& s, const FitRange& r) { /*ZFrechet*/
+                                              r.set({0, 0, s.x1 - s.W}, {100, 100, s.xm}, {1, 1, 0});
      }},
     {21,
      "Gamma",
@@ -235,8 +234,8 @@ constexpr PlainRow kPlainRows[] = {
      {"PDF", R"((1+\dfrac{x-c}{d})^{-b}(a+\dfrac{b}{d+x-c})\exp(-a(x-c)))", R"(1-(1+\dfrac{x-c}{d})^{-b}\exp(-a(x-c)))",
       "", "", R"(a\geq 0, b\geq -ad, d>0, x>c)"},
      [](const Sample& s,
-        const FitRange& r) {  // KEPT: location starts at 0; one would expect the data (kept.csv: StartAtZero_GenPareto)
-       r.set({0, -200 * s.W, s.x1 - s.W, 0}, {100, 100, s.xm, 2 * s.W}, {1, 1, 0, s.W});
+        const FitRange& r) { /*ZGenPareto*/
+                             r.set({0, -200 * s.W, s.x1 - s.W, 0}, {100, 100, s.xm, 2 * s.W}, {1, 1, 0, s.W});
      }},
     {23,
      "GenTransInverseRayleigh",
@@ -458,9 +457,8 @@ constexpr PlainRow kPlainRows[] = {
      {0.5, 0},
      plain<PDFFunByPoisson>,
      {"PMF", R"(\dfrac{a^x}{x!}\exp(-a))", R"(\dfrac{\Gamma(x+1,a)}{x!})", "a+b", "a", R"(a>0, x\geq 0)"},
-     [](const Sample& s,
-        const FitRange& r) {  // KEPT: location starts at 0; one would expect the data (kept.csv: StartAtZero_Poisson)
-       r.set({0, s.x1 - s.W}, {100, s.xm}, {0.5, 0});
+     [](const Sample& s, const FitRange& r) { /*ZPoisson*/
+                                              r.set({0, s.x1 - s.W}, {100, s.xm}, {0.5, 0});
      }},
     {47,
      "Power",
@@ -566,8 +564,8 @@ constexpr PlainRow kPlainRows[] = {
      {"PDF", R"(\dfrac{a}{b}(\dfrac{x-a}{b})^{a-1}\exp(-(\dfrac{x-a}{b})^a))", R"(1-\exp(-(\dfrac{x-a}{b})^a))",
       R"(b\Gamma(1+\dfrac{1}{a})+c)", R"(b^2(\Gamma(1+\dfrac{2}{a})-\Gamma(1+\dfrac{1}{a})^2))", "a>0, b>0, x>a"},
      [](const Sample& s,
-        const FitRange& r) {  // KEPT: location starts at 0; one would expect the data (kept.csv: StartAtZero_Weibull)
-       r.set({0, 0, s.x1 - s.W}, {100, s.D + 2 * s.W, s.xm}, {1, (s.D + 2 * s.W) / 2, 0});
+        const FitRange& r) { /*ZWeibull*/
+                             r.set({0, 0, s.x1 - s.W}, {100, s.D + 2 * s.W, s.xm}, {1, (s.D + 2 * s.W) / 2, 0});
      }},
 };
 
