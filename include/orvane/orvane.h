@@ -11,5 +11,6 @@
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
 #include <orvane/pdf.h>
+#include <orvane/pdf_manager.h>
 
 #endif

@@ -80,7 +80,7 @@ TEST(KernelHandle, WithoutCentresBothFunctionsAreZero) {
 }
 
 TEST(KernelHandle, SheetShowsFormulaAndParameters) {
-  const double params[] = {0.5, 1.25e-7};
+  const double params[] = {0.5, 0x1p-23};
   const auto sheet = [&](uint8_t type) {
     const Owned<PDFKernel> kernel(pdfManger_createKDEFun(type));
     pdfManger_KDESetParam(kernel.get(), params);
@@ -89,8 +89,7 @@ TEST(KernelHandle, SheetShowsFormulaAndParameters) {
   EXPECT_EQ(
       sheet(3),
       "\\begin{aligned}\nK_{\\mu,\\sigma}(x)&=\\dfrac{1}{\\sqrt{2\\pi}\\sigma}\\exp(-\\dfrac{1}{2\\sigma^2}(x-\\mu)^2)"
-      "\n\\\\\\\\\n\\mu&=0.5\n\\\\\\\\\n\\sigma&=1.25e\\times 10^{-07}\n\\end{aligned} ")
-      << "18 digits of 1.25e-7 are not these on this machine";
+      "\n\\\\\\\\\n\\mu&=0.5\n\\\\\\\\\n\\sigma&=1.1920928955078125e\\times 10^{-07}\n\\end{aligned} ");
   const std::string open = "\\begin{aligned}\nK_a(x)&=\\begin{cases}\n0&,x<-a", line = "\n\\\\\\\\\n",
                     half = "\n\\\\\n", range = "&,-a \\leq x \\leq a",
                     last = "0&,x>a\\end{cases}" + line + "a&=0.5\n\\end{aligned} ";
