@@ -12,5 +12,6 @@
 #include <orvane/matrix.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
+#include <orvane/special.h>
 
 #endif

@@ -8,7 +8,8 @@ namespace SpecialFunction {
 
 /// The double that the GMP series gives, got in double-double arithmetic; nothing when its error bound cannot tell it
 /// or the arguments are outside its range (then the next wider arithmetic decides). Lower parameters are not poles.
+/// useFma false: products without the fused instruction, as on processors that lack it.
 std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32_t p, const double* b, int32_t q,
-                                                          double z);
+                                                          double z, bool useFma = true);
 
 }  // namespace SpecialFunction
