@@ -60,7 +60,9 @@ TEST(FitSlow, StopsAtRandomMoments) {
     fit.join();  // hangs if the stop was lost
     ASSERT_EQ(pdfManger_isRun(manager.handle.get()), 0);
     for (const auto& [fun, error] : manager.ranking(funs.bare.size()))
-      if (error < 1e300) ASSERT_EQ(error, distance(manager, fun)) << "solver " << int(solver) << ", try " << i;
+      if (error < 1e300) {
+        ASSERT_EQ(error, distance(manager, fun)) << "solver " << int(solver) << ", try " << i;
+      }
   }
 }
 
@@ -81,7 +83,9 @@ TEST(FitSlow, ProgressRisesAndTwoManagersStopIndependently) {
   for (last = pdfManger_getProcess(two.handle.get()); !ended; std::this_thread::sleep_for(100us)) {
     const int64_t now = pdfManger_getProcess(two.handle.get());
     between = between || (now > 0 && now < 1000);
-    if (last < 1000) EXPECT_GE(now, last);
+    if (last < 1000) {
+      EXPECT_GE(now, last);
+    }
     last = now;
   }
   finite.join();

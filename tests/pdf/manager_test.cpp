@@ -176,7 +176,9 @@ TEST(Fit, RecoversParametersFromExactDistributionFunctions) {
       EXPECT_LT(pdf_getError(funs.bare[0]), 1e-7) << where;
       const Values found = parametersOf(funs.bare[0]);
       for (std::size_t i = 0; i < found.size(); ++i)
-        if (!std::isnan(example.expected[i])) EXPECT_NEAR(found[i], example.expected[i], 2e-2) << where << ", " << i;
+        if (!std::isnan(example.expected[i])) {
+          EXPECT_NEAR(found[i], example.expected[i], 2e-2) << where << ", " << i;
+        }
       EXPECT_EQ(distance(manager, funs.bare[0]), pdf_getError(funs.bare[0])) << where;
     }
   }
@@ -194,7 +196,9 @@ TEST(Fit, RanksByErrorAndIsSilent) {
   for (std::size_t i = 0; i < 5; ++i) {
     EXPECT_EQ(ranking[i].second, pdf_getError(ranking[i].first));
     EXPECT_EQ(ranking[i].second, distance(manager, ranking[i].first));
-    if (i > 0) EXPECT_LE(ranking[i - 1].second, ranking[i].second);
+    if (i > 0) {
+      EXPECT_LE(ranking[i - 1].second, ranking[i].second);
+    }
   }
 }
 
