@@ -10,5 +10,6 @@
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
+#include <orvane/pdf.h>
 
 #endif
