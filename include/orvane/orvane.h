@@ -7,5 +7,8 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/frame.h>
+#include <orvane/integral.h>
+#include <orvane/line_equation.h>
+#include <orvane/matrix.h>
 
 #endif

@@ -72,6 +72,12 @@ SVD svd(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols, Vec
   return out;
 }
 
+std::vector<double> diagonal(std::span<const double> values, std::ptrdiff_t rows, std::ptrdiff_t cols) {
+  std::vector<double> out(area(rows, cols), 0.0);
+  for (std::size_t i = 0; i < values.size(); ++i) out[i * static_cast<std::size_t>(cols) + i] = values[i];
+  return out;
+}
+
 std::ptrdiff_t rank(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols) {
   if (rows <= 0 || cols <= 0 || !allFinite(a)) return 0;
   return Eigen::BDCSVD<Eigen::MatrixXd>(load(a, rows, cols), 0).rank();

@@ -21,6 +21,9 @@ struct SVD {
 enum class Vectors { none, full, thin };
 SVD svd(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols, Vectors vectors);
 
+/// The rows x cols matrix with `values` on its diagonal.
+std::vector<double> diagonal(std::span<const double> values, std::ptrdiff_t rows, std::ptrdiff_t cols);
+
 /// Singular values above max(k, 1) * epsilon * largest, k = min(rows, cols); 0 for non-finite input.
 std::ptrdiff_t rank(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols);
 

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "numeric/dense.h"
+
+#include <Eigen/Dense>
+#include <Eigen/Eigenvalues>
+#include <cmath>
+#include <complex>
+#include <limits>
+
+#include "numeric/line_equation.h"
+
+namespace Dense {
+namespace {
+
+using Eigen::MatrixXcd;
+using Eigen::MatrixXd;
+using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+MatrixXd load(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols) {
+  area(rows, cols);
+  return Eigen::Map<const RowMajor>(a.data(), rows, cols);
+}
+
+template <class Derived>
+std::vector<double> store(const Eigen::MatrixBase<Derived>& m) {
+  std::vector<double> out(area(m.rows(), m.cols()));
+  Eigen::Map<RowMajor>(out.data(), m.rows(), m.cols()) = m;
+  return out;
+}
+
+}  // namespace
+
+double determinant(std::span<const double> a, std::ptrdiff_t n) {
+  if (n == 0) return 1.0;
+  return allFinite(a) ? Eigen::PartialPivLU<MatrixXd>(load(a, n, n)).determinant() : kNaN;
+}
+
+std::vector<double> inverse(std::span<const double> a, std::ptrdiff_t n) {
+  if (n == 0 || !allFinite(a)) return std::vector<double>(area(n, n), kNaN);
+  return store(Eigen::PartialPivLU<MatrixXd>(load(a, n, n)).inverse());
+}
+
+Schur schur(std::span<const double> a, std::ptrdiff_t n) {
+  const std::size_t size = area(n, n);
+  if (n > 0 && allFinite(a)) {
+    const Eigen::RealSchur<MatrixXd> decomposition(load(a, n, n));
+    if (decomposition.info() == Eigen::Success) return {store(decomposition.matrixU()), store(decomposition.matrixT())};
+  }
+  return {std::vector<double>(size, kNaN), std::vector<double>(size, kNaN)};
+}
+
+Eig eig(std::span<const double> a, std::ptrdiff_t n) {
+  const std::size_t size = area(n, n);
+  if (n > 0 && allFinite(a)) {
+    const Eigen::EigenSolver<MatrixXd> solver(load(a, n, n), true);
+    if (solver.info() == Eigen::Success) {
+      const auto& values = solver.eigenvalues();
+      const MatrixXcd vectors = solver.eigenvectors();
+      return {store(values.real()), store(values.imag()), store(vectors.real()), store(vectors.imag())};
+    }
+  }
+  const std::vector<double> values(static_cast<std::size_t>(n), kNaN), vectors(size, kNaN);
+  return {values, values, vectors, vectors};
+}
+
+std::vector<double> interleaved(std::span<const double> re, std::span<const double> im) {
+  std::vector<double> out;
+  for (std::size_t i = 0; i < re.size(); ++i) out.insert(out.end(), {re[i], im[i]});
+  return out;
+}
+
+bool realEig(std::span<const double> a, std::ptrdiff_t n, std::span<double> values, std::span<double> vectors) {
+  const Eig all = eig(a, n);
+  for (std::ptrdiff_t i = 0; i < n; ++i) {
+    // KEPT: pairs before the first complex value have been written; expected all or nothing (kept.csv: EVD_partial)
+    if (std::abs(all.valuesIm[i]) > 1e-12) return false;
+    values[i] = all.valuesRe[i];
+    for (std::ptrdiff_t j = 0; j < n; ++j) vectors[j * n + i] = all.vectorsRe[j * n + i];
+  }
+  return true;
+}
+
+std::vector<double> dot(std::span<const double> a, std::span<const double> b, std::ptrdiff_t r, std::ptrdiff_t m,
+                        std::ptrdiff_t c) {
+  area(r, c);
+  return store(load(a, r, m) * load(b, m, c));
+}
+
+std::ptrdiff_t firstMaximum(std::span<const double> row) {
+  if (row.empty()) return 0;
+  std::size_t best = 0;
+  for (std::size_t i = 1; i < row.size(); ++i)
+    if (row[i] > row[best] || (std::isnan(row[best]) && !std::isnan(row[i]))) best = i;
+  return static_cast<std::ptrdiff_t>(best) + 1;
+}
+
+}  // namespace Dense
+
+namespace LineEqu {
+
+// Bartels and Stewart (1972), on complex Schur forms: with A = U T U*, B = V S V* the system is T Y + Y S = U* C V,
+// whose columns follow one another by back substitution with T + s_jj I.
+double solveSylvester(std::span<const double> a, std::span<const double> b, std::span<const double> c, std::ptrdiff_t n,
+                      std::ptrdiff_t m, std::span<double> x) {
+  if (n == 0 || m == 0) return 0.0;
+  Eigen::Map<Dense::RowMajor> result(x.data(), n, m);
+  result.setConstant(Dense::kNaN);
+  if (!Dense::allFinite(a) || !Dense::allFinite(b) || !Dense::allFinite(c)) return Dense::kNaN;
+  const Eigen::MatrixXd left = Dense::load(a, n, n), right = Dense::load(b, m, m), constant = Dense::load(c, n, m);
+  const Eigen::ComplexSchur<Eigen::MatrixXd> schurA(left), schurB(right);
+  if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return Dense::kNaN;
+  const Eigen::MatrixXcd &t = schurA.matrixT(), &s = schurB.matrixT();
+  Eigen::MatrixXcd y = schurA.matrixU().adjoint() * constant * schurB.matrixU();
+  for (std::ptrdiff_t j = 0; j < m; ++j) {
+    if (j > 0) y.col(j) -= y.leftCols(j) * s.col(j).head(j);
+    for (std::ptrdiff_t i = n - 1; i >= 0; --i) {
+      y(i, j) /= t(i, i) + s(j, j);
+      y.col(j).head(i) -= t.col(i).head(i) * y(i, j);
+    }
+  }
+  result = (schurA.matrixU() * y * schurB.matrixU().adjoint()).real();
+  const double residual = (left * result + result * right - constant).norm();
+  const double scale = (left.norm() + right.norm()) * result.norm() + constant.norm();
+  return residual == 0.0 ? 0.0 : residual / scale;
+}
+
+}  // namespace LineEqu
