@@ -7,5 +7,6 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/frame.h>
+#include <orvane/optimizer.h>
 
 #endif
