@@ -77,8 +77,7 @@ double BaseSolver::probe(std::vector<double>& x, std::vector<double>& trial, dou
   auto local = localGenerator();
   std::shuffle(gradIndex.begin(), gradIndex.end(), local);
   objective->calcGradient(x, 1e-8, gradVar, gradIndex, gradCount);
-  // KEPT: the same uphill step of 16 gradients in every round; one would expect a shrinking downhill step (kept.csv:
-  // Probe_step)
+  // KEPT: the same uphill step of 16 gradients in every round; one would expect a downhill one (kept.csv: Probe_step)
   for (int round = 0; round < 16 && !stopped(); ++round) {
     for (std::size_t i = 0; i < trial.size(); ++i) trial[i] = x[i] + 16.0 * gradVar[i];
     const double v = objective->calcValue(trial);

@@ -53,8 +53,8 @@ bool LGSolver2::lead() {
   return false;
 }
 
-// KEPT: the mark follows the best error, so that the restart check finds nothing to count outside the anchor; one would
-// expect a mark of its own (kept.csv: LG2_mark)
+// The mark follows the best error, so that the restart check finds nothing to count outside the anchor.
+// KEPT: the restart check and the rate share one mark; one would expect two (kept.csv: LG2_mark)
 void LGSolver2::adaptRate() {
   const double scale = std::abs(restartMark) + 1e-12;
   const double gain = restartMark - bestError;
