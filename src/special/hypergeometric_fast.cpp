@@ -174,7 +174,7 @@ std::optional<double> cutToDouble(double h, double l, double error) {
 }
 
 template <bool kFma>
-ORVANE_INLINE std::optional<double> sumSeries(const Series& s) {
+ORVANE_INLINE std::optional<double> sumSeries(const Series& s, double* cancellation) {
   double th = kScale, tl = 0, sh = kScale, sl = 0, sizes = kScale;  // term, sum, A
   double rh[kBlock], rl[kBlock];
   int32_t n = 0;
@@ -214,22 +214,30 @@ ORVANE_INLINE std::optional<double> sumSeries(const Series& s) {
       more = false;
     }
   }
+  if (cancellation != nullptr) *cancellation = sizes / std::abs(sh);
   return cutToDouble(sh, sl, 1.01 * sizes * (n * 0x1p-95 + 0x1p-101) + tail);
 }
 
 #if ORVANE_DISPATCH_FMA
-__attribute__((target("avx2,fma"))) std::optional<double> sumSeriesFma(const Series& s) { return sumSeries<true>(s); }
-std::optional<double> sumSeriesPlain(const Series& s) { return sumSeries<false>(s); }
+__attribute__((target("avx2,fma"))) std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
+  return sumSeries<true>(s, cancellation);
+}
 
-std::optional<double> sumSeriesHere(const Series& s, bool useFma) {
-  static const bool hasFma = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-  return hasFma && useFma ? sumSeriesFma(s) : sumSeriesPlain(s);
+bool hasFma() {
+  static const bool has = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+  return has;
 }
 #else
-std::optional<double> sumSeriesHere(const Series& s, bool useFma) {
-  return ORVANE_HAS_FMA && useFma ? sumSeries<ORVANE_HAS_FMA != 0>(s) : sumSeries<false>(s);
+std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
+  return sumSeries<ORVANE_HAS_FMA != 0>(s, cancellation);
 }
+
+bool hasFma() { return ORVANE_HAS_FMA != 0; }
 #endif
+
+std::optional<double> sumSeriesPlain(const Series& s, double* cancellation) {
+  return sumSeries<false>(s, cancellation);
+}
 
 bool inRange(const double* values, int32_t count) {
   if (count < 0 || count > kMaxParameters) return false;
@@ -243,11 +251,12 @@ bool inRange(const double* values, int32_t count) {
 }  // namespace
 
 std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32_t p, const double* b, int32_t q,
-                                                          double z, bool useFma) {
+                                                          double z, bool useFma, double* cancellation) {
   if (FLT_EVAL_METHOD != 0 || std::fegetround() != FE_TONEAREST) return std::nullopt;
   const double size = std::abs(z);
   if (!(size >= 0x1p-60 && size <= 0x1p60) || !inRange(a, p) || !inRange(b, q)) return std::nullopt;
-  return sumSeriesHere({a, p, b, q, z}, useFma);
+  const Series series{a, p, b, q, z};
+  return useFma && hasFma() ? sumSeriesFma(series, cancellation) : sumSeriesPlain(series, cancellation);
 }
 
 }  // namespace SpecialFunction

@@ -52,6 +52,11 @@ std::optional<double> calcFast(const Arguments& x, bool useFma = true) {
                                              static_cast<int32_t>(x.b.size()), x.z, useFma);
 }
 
+std::optional<double> calcWide(const Arguments& x) {
+  return calcHypergeometricPFQByWide(x.a.data(), static_cast<int32_t>(x.a.size()), x.b.data(),
+                                     static_cast<int32_t>(x.b.size()), x.z);
+}
+
 bool sameBits(double x, double y) { return std::bit_cast<uint64_t>(x) == std::bit_cast<uint64_t>(y); }
 
 /// A family of arguments that distributions and incomplete gamma and beta functions meet.
@@ -144,6 +149,18 @@ TEST(Hypergeometric, ProductsWithoutFusedInstructionGiveTheSame) {
   EXPECT_GT(decided, 9000);
 }
 
+TEST(Hypergeometric, WideFloatsGiveTheSame) {
+  int decided = 0, beyondDoubleDouble = 0;
+  forFamilies(4, [&](const Family& family, const Arguments& x) {
+    const auto wide = calcWide(x);
+    decided += wide.has_value();
+    beyondDoubleDouble += wide && !calcFast(x);
+    if (wide && !sameBits(*wide, calcByGMP(x))) ADD_FAILURE() << family.name << " " << print(x);
+  });
+  EXPECT_GT(decided, 20000);
+  EXPECT_GT(beyondDoubleDouble, 250);
+}
+
 // Parameters and arguments that lie anywhere: the fast path must decline where its bounds do not hold.
 TEST(Hypergeometric, OddArgumentsGiveTheSame) {
   std::mt19937_64 random(7);
@@ -169,8 +186,11 @@ TEST(Hypergeometric, OddArgumentsGiveTheSame) {
     if (x.a.size() > x.b.size() + 1) x.a.resize(x.b.size() + 1);
     const double value = calc(x);
     if (std::isnan(value) || (x.a.size() == 1 && x.b.empty())) continue;  // poles; the closed form
-    decided += calcFast(x).has_value();
-    if (const double expected = calcByGMP(x); !sameBits(value, expected))
+    const auto fast = calcFast(x), wide = calcWide(x);
+    decided += fast.has_value();
+    if (const double expected = calcByGMP(x); !sameBits(value, expected) ||
+                                              !sameBits(fast.value_or(expected), expected) ||
+                                              !sameBits(wide.value_or(expected), expected))
       ADD_FAILURE() << print(x) << ": " << std::hexfloat << value << ", not " << expected;
   }
   EXPECT_GT(decided, 5000);

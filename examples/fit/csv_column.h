@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "options.h"
+
+/// One column of a file.
+struct CsvColumn {
+  std::string name;  ///< from the header, else "column 2"
+  std::vector<double> values;
+};
+
+/// Reads the column that the options name. A line may end by LF or CR LF, cells may stand in double quotes, empty lines
+/// are passed over. Throws Complaint, with file, line and value, for what is no finite number.
+CsvColumn readColumn(const Options& options);

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "figures.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "svg_plot.h"
+
+namespace {
+
+constexpr size_t kCurvePoints = 600;
+constexpr size_t kMostDots = 400;
+
+std::string series(size_t i) { return "s" + std::to_string(i + 1); }
+
+Axis dataAxis(const Sample& sample, const std::string& label) {
+  const double margin = 0.06 * (sample.values.back() - sample.values.front());
+  return {sample.values.front() - margin, sample.values.back() + margin, label};
+}
+
+std::vector<double> evenly(double low, double high, size_t count) {
+  std::vector<double> points(count);
+  for (size_t i = 0; i < count; ++i)
+    points[i] = low + (high - low) * static_cast<double>(i) / static_cast<double>(count - 1);
+  return points;
+}
+
+}  // namespace
+
+std::string densityFigure(const Sample& sample, std::span<const Fit> fits, const std::string& name) {
+  const Histogram histogram(sample);
+  const Axis x = dataAxis(sample, name);
+  const std::vector<double> points = evenly(x.low, x.high, kCurvePoints);
+
+  // The curves may stand above the bars, but one with a pole must not flatten the others.
+  double top = *std::max_element(histogram.heights.begin(), histogram.heights.end());
+  const double limit = 1.6 * top;
+  std::vector<std::vector<double>> curves;
+  for (const Fit& fit : fits) {
+    std::vector<double>& curve = curves.emplace_back(points.size());
+    pdf_calcPDF(fit.fun, points.data(), curve.data(), static_cast<int32_t>(curve.size()));
+    for (const double v : curve)
+      if (std::isfinite(v)) top = std::max(top, std::min(v, limit));
+  }
+  SvgPlot plot("Histogram of " + name + " with the best densities", x, {0, 1.06 * top, "density"});
+  plot.bars(histogram.edges, histogram.heights);
+  for (size_t i = curves.size(); i-- > 0;) plot.line(points, curves[i], series(i));
+  return plot.svg();
+}
+
+std::string distributionFigure(const Sample& sample, std::span<const Fit> fits, const std::string& name) {
+  const Axis x = dataAxis(sample, name);
+  const std::vector<double> points = evenly(x.low, x.high, kCurvePoints);
+  SvgPlot plot("Empirical and fitted distribution functions of " + name, x, {0, 1.02, "share at or below"});
+  plot.steps(sample.xs, sample.cdf, "data");
+  for (size_t i = fits.size(); i-- > 0;) {
+    std::vector<double> curve(points.size());
+    pdf_calcCDF(fits[i].fun, points.data(), curve.data(), static_cast<int32_t>(curve.size()));
+    plot.line(points, curve, series(i));
+  }
+  return plot.svg();
+}
+
+std::string quantileFigure(const Sample& sample, std::span<const Fit> fits, const std::string& name) {
+  // Plotting positions (i - 1/2)/n; a large sample is thinned out evenly.
+  const size_t n = sample.values.size();
+  const size_t count = std::min(n, kMostDots);
+  std::vector<double> shares(count);
+  std::vector<double> values(count);
+  for (size_t i = 0; i < count; ++i) {
+    const size_t at = count == n ? i : i * (n - 1) / (count - 1);
+    shares[i] = (static_cast<double>(at) + 0.5) / static_cast<double>(n);
+    values[i] = sample.values[at];
+  }
+  const Axis y = dataAxis(sample, name + " (sample)");
+  const Axis x = {y.low, y.high, "quantile of the fitted distribution"};
+  SvgPlot plot("Quantile plot of " + name, x, y);
+  plot.line({y.low, y.high}, {y.low, y.high}, "ideal");
+  for (size_t i = fits.size(); i-- > 0;) {
+    const std::vector<double> fitted = quantiles(fits[i].fun, shares, sample.values.front(), sample.values.back());
+    if (i == 0)
+      plot.dots(fitted, values, series(i));
+    else
+      plot.line(fitted, values, series(i));
+  }
+  return plot.svg();
+}

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+// A host of the library: fits distributions to a column of a CSV file and writes a report.
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <thread>
+
+#include "complaint.h"
+#include "csv_column.h"
+#include "fit_run.h"
+#include "options.h"
+#include "report.h"
+
+namespace {
+
+constexpr int kBadInput = 2;
+constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
+
+volatile sig_atomic_t interrupted = 0;
+
+/// Ctrl-C asks for an early end; a second one ends the program at once.
+void catchInterrupt() {
+  struct sigaction action {};
+  action.sa_handler = [](int) { interrupted = 1; };
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+}
+
+void drawProgress(const Progress& progress) {
+  constexpr int kCells = 30;
+  const int full = static_cast<int>(progress.share * kCells);
+  std::string bar(static_cast<size_t>(full), '#');
+  bar.resize(kCells, '.');
+  std::fprintf(stderr, "\r[%s] %3d %%", bar.c_str(), static_cast<int>(100 * progress.share));
+  if (!progress.bestName.empty())
+    std::fprintf(stderr, "  best so far: %s, error %.4g", progress.bestName.c_str(), progress.bestError);
+  std::fprintf(stderr, "\x1b[K");
+  std::fflush(stderr);
+}
+
+/// Polls until the run ends. A terminal sees the progress; a file or a pipe is spared the control characters.
+void watch(FitRun& run) {
+  const bool terminal = isatty(STDERR_FILENO) != 0;
+  while (!run.finished()) {
+    if (interrupted) run.stop();
+    if (terminal) drawProgress(run.progress());
+    std::this_thread::sleep_for(std::chrono::milliseconds(terminal ? 80 : 20));
+  }
+  if (terminal) std::fprintf(stderr, "\r\x1b[K");
+}
+
+void printRanking(const Results& results) {
+  int width = 12;
+  for (const Fit& fit : results.fits) width = std::max(width, static_cast<int>(fit.name.size()));
+  std::printf("%4s  %-*s  %12s  %s\n", "rank", width, "distribution", "error", "parameters");
+  int rank = 0;
+  for (const Fit& fit : results.fits) {
+    std::printf("%4d  %-*s  %12.6g ", ++rank, width, fit.name.c_str(), fit.error);
+    for (size_t i = 0; i < fit.params.size(); ++i) std::printf(" %c=%.6g", parameterLetter(i), fit.params[i]);
+    std::printf("\n");
+  }
+  if (results.unfitted.empty()) return;
+  std::printf("without a fit:");
+  for (size_t i = 0; i < results.unfitted.size(); ++i) std::printf("%s %s", i ? "," : "", results.unfitted[i].c_str());
+  std::printf("\n");
+}
+
+int fit(Options options) {
+  Results results;
+  results.column = readColumn(options);
+  checkReportPath(options.reportPath, options.dataPath);
+  std::fprintf(stderr, "Fitting %zu distribution%s to %zu values of \"%s\" on %d thread%s\n", options.funs.size(),
+               options.funs.size() == 1 ? "" : "s", results.column.values.size(), results.column.name.c_str(),
+               options.threads, options.threads == 1 ? "" : "s");
+
+  catchInterrupt();
+  const auto start = std::chrono::steady_clock::now();
+  FitRun run(results.column.values, options);
+  watch(run);
+  results.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  results.stopped = interrupted != 0;
+  results.fits = run.fits();
+  results.unfitted = run.unfitted();
+
+  const int code = results.stopped ? kInterrupted : 0;
+  if (results.stopped)
+    std::fprintf(stderr, "Ended early: %zu of %zu distributions have a fit\n", results.fits.size(), run.asked());
+  if (results.fits.empty()) {
+    std::fprintf(stderr, "No distribution has a fit, there is nothing to report\n");
+    return code;
+  }
+  printRanking(results);
+  writeReport(options.reportPath, reportPage(results, options));
+  std::fprintf(stderr, "Report: %s\n", options.reportPath.c_str());
+  return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    Options options = readOptions(argc, argv);
+    if (options.help) {
+      std::fputs(usage(), stdout);
+      return 0;
+    }
+    return fit(std::move(options));
+  } catch (const Complaint& complaint) {
+    std::fprintf(stderr, "orvane-fit: %s\n", complaint.what());
+    return kBadInput;
+  }
+}

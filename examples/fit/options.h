@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "handles.h"
+
+enum class Header { automatic, present, absent };
+
+/// What the command line asks for.
+struct Options {
+  bool help = false;
+  std::string dataPath;
+  std::string column;  ///< name or number from 1; empty takes the first column
+  char delimiter = 0;  ///< 0: found from the first line
+  Header header = Header::automatic;
+  std::vector<FunHandle> funs;  ///< distributions to fit
+  std::vector<uint8_t> solvers;
+  int32_t population = 24;
+  int32_t iterations = 150;
+  int32_t threads = 2;
+  double precision = 1e-12;
+  int32_t best = 5;  ///< fits in the plots, and sheets
+  std::string reportPath = "orvane-fit.html";
+};
+
+/// Reads the command line; throws Complaint for what it cannot read.
+Options readOptions(int argc, char** argv);
+
+/// Short text of `--help`.
+const char* usage();
+
+/// Name of a solver kind as the command line takes it.
+const char* solverName(uint8_t code);

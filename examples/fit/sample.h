@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "handles.h"
+
+/// A sample in ascending order, its steps and its figures.
+struct Sample {
+  explicit Sample(std::vector<double> data);
+
+  double quantile(double p) const;  ///< with straight lines between the order statistics
+
+  std::vector<double> values;  ///< ascending
+  std::vector<double> xs;      ///< distinct values, ascending
+  std::vector<double> cdf;     ///< share of the sample at or below xs[i]
+  double mean, deviation;      ///< deviation with n-1
+};
+
+/// A histogram as a density: the areas of the bars sum to 1.
+struct Histogram {
+  explicit Histogram(const Sample& sample);
+
+  std::vector<double> edges;    ///< [bins+1]
+  std::vector<double> heights;  ///< [bins]
+};
+
+/// Largest distance between the empirical and the fitted distribution function, both sides of each step.
+double largestGap(const Sample& sample, const PDFFun* fun);
+
+/// Points x with P(X <= x) = p[i], found by halving; NaN where the distribution function does not pass p[i].
+std::vector<double> quantiles(const PDFFun* fun, const std::vector<double>& p, double low, double high);

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "pdf/formula.h"
+#include "pdf/plain_pdf_fun.h"
+
+/// Distributions on an interval.
+namespace PDF {
+
+/// Arc sine on y = a x + a in (0, 1).
+class PDFFunByArcSin final : public PlainPDFFun<PDFFunByArcSin> {
+ public:
+  // KEPT: y = a x + a, b is unused; one would expect y = a x + b (kept.csv: ArcSin_offset)
+  void updateParam() override { slope = params[0], offset = params[0]; }
+  double density(double x) const {
+    const double y = slope * x + offset;
+    if (!(y > 0 && y < 1)) return 0;
+    return slope / std::sqrt(y * (1 - y));  // KEPT: without 1/pi; one would expect unit mass (kept.csv: ArcSin_mass)
+  }
+  double distribution(double x) const {
+    const double y = slope * x + offset;
+    if (y < 0) return 0;
+    if (y > 1) return 1;
+    return std::asin(2 * y - 1) / kPi + 0.5;
+  }
+
+ private:
+  double slope, offset;
+};
+
+/// Arc tangent: rate a, shape b, from c on.
+class PDFFunByArcTan final : public PlainPDFFun<PDFFunByArcTan> {
+ public:
+  void updateParam() override {
+    a = params[0], c = params[2];
+    t = std::atan(a * params[1]);
+    middle = params[1] + c;
+    mass = t + kPi / 2;
+  }
+  double density(double x) const { return x < c ? 0 : a / (mass * (1 + square(a * (middle - x)))); }
+  double distribution(double x) const { return x < c ? 0 : (t - std::atan(a * (middle - x))) / mass; }
+
+ private:
+  double a, c, t, middle, mass;
+};
+
+/// One arch of the cosine: rate a around b.
+class PDFFunByCosine final : public PlainPDFFun<PDFFunByCosine> {
+ public:
+  void updateParam() override { a = params[0], b = params[1]; }
+  double density(double x) const {
+    const double t = (x - b) * a;
+    return t > -kPi / 2 && t < kPi / 2 ? std::cos(t) * a / 2 : 0;
+  }
+  double distribution(double x) const {
+    const double t = (x - b) * a;
+    if (t > -kPi / 2 && t < kPi / 2) return (std::sin(t) + 1) / 2;
+    return t >= 0 ? 1 : 0;
+  }
+
+ private:
+  double a, b;
+};
+
+/// Density ln(x-c) between a+c and b+c.
+class PDFFunByLogarithmic final : public PlainPDFFun<PDFFunByLogarithmic> {
+ public:
+  void updateParam() override {
+    if (params[0] > params[1]) std::swap(params[0], params[1]);
+    const double a = params[0], b = params[1];
+    c = params[2];
+    low = a + c, high = b + c;
+    atLow = a * (std::log(a) - 1);
+    mass = b * (std::log(b) - 1) - atLow;
+  }
+  double density(double x) const { return x < low || x > high ? 0 : std::log(x - c) / mass; }
+  double distribution(double x) const {
+    if (x < low) return 0;
+    if (x > high) return 1;
+    const double u = x - c;
+    return ((std::log(u) - 1) * u - atLow) / mass;
+  }
+
+ private:
+  double c, low, high, atLow, mass;
+};
+
+/// Minimax (Kumaraswamy) of t = (x-b) a with shapes c and d.
+class PDFFunByMinimax final : public PlainPDFFun<PDFFunByMinimax> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], d = params[3];
+    factor = c * a * d;
+  }
+  double density(double x) const {
+    const double t = (x - b) * a;
+    if (x <= b || t >= 1) return 0;
+    const double p = std::pow(t, c);
+    return factor * p / t * std::pow(1 - p, d - 1);
+  }
+  double distribution(double x) const {
+    const double t = (x - b) * a;
+    if (x <= b) return 0;
+    if (t >= 1) return 1;
+    return 1 - std::pow(1 - std::pow(t, c), d);
+  }
+
+ private:
+  double a, b, c, d, factor;
+};
+
+/// Parabola over b-a to b+a.
+class PDFFunByParabolic final : public PlainPDFFun<PDFFunByParabolic> {
+ public:
+  void updateParam() override { a = params[0], b = params[1], low = b - a, high = b + a; }
+  double density(double x) const {
+    if (x < low || x > high) return 0;
+    return (1 - square((x - b) / a)) * 3 / (4 * a);
+  }
+  double distribution(double x) const {
+    if (x < low) return 0;
+    if (x > high) return 1;
+    return (2 * a + b - x) * square((x - b + a) / a) / (4 * a);
+  }
+
+ private:
+  double a, b, low, high;
+};
+
+/// Power function on width a with exponent b from c on.
+class PDFFunByPower final : public PlainPDFFun<PDFFunByPower> {
+ public:
+  void updateParam() override { a = params[0], b = params[1], c = params[2], high = a + c; }
+  double density(double x) const {
+    if (!(x > c && x < high)) return 0;
+    const double u = x - c;
+    return std::pow(u / a, b) * b / u;
+  }
+  double distribution(double x) const {
+    if (x < c) return 0;
+    if (x >= high) return 1;
+    return std::pow((x - c) / a, b);
+  }
+
+ private:
+  double a, b, c, high;
+};
+
+/// Raised cosine over a-b to a+b.
+class PDFFunByRaisedCosine final : public PlainPDFFun<PDFFunByRaisedCosine> {
+ public:
+  void updateParam() override { a = params[0], b = params[1], low = a - b, high = a + b; }
+  double density(double x) const {
+    if (x < low || x > high) return 0;
+    return (1 + std::cos((x - a) * kPi / b)) / (2 * b);
+  }
+  double distribution(double x) const {
+    if (x < low) return 0;
+    if (x > high) return 1;
+    const double y = (x - a) / b;
+    return (std::sin(y * kPi) / kPi + y + 1) / 2;
+  }
+
+ private:
+  double a, b, low, high;
+};
+
+/// Triangle over the sorted parameters a <= b <= c.
+class PDFFunByTriangular final : public PlainPDFFun<PDFFunByTriangular> {
+ public:
+  void updateParam() override {
+    std::sort(params.begin(), params.end());
+    // KEPT: mode c is the largest value, cdf above 1; one would expect it inside (kept.csv: Triangular_sorted)
+    a = params[0], b = params[1], c = params[2];
+    rise = 2 / ((c - a) * (b - a));
+    fall = 2 / ((b - c) * (b - a));
+  }
+  double density(double x) const {
+    if (x < a) return 0;
+    if (x < c) return (x - a) * rise;
+    return b > x ? (b - x) * fall : 0;
+  }
+  double distribution(double x) const {
+    if (x < a) return 0;
+    if (x < c) return square(x - a) * rise / 2;
+    return b > x ? 1 - square(b - x) * fall / 2 : 1;
+  }
+
+ private:
+  double a, b, c, rise, fall;
+};
+
+/// Uniform between its two parameters, by name.
+class PDFFunByUniform final : public PlainPDFFun<PDFFunByUniform> {
+ public:
+  void updateParam() override {
+    // KEPT: low is the larger end; one would expect the smaller (kept.csv: Uniform_exchanged)
+    if (params[1] > params[0]) std::swap(params[0], params[1]);
+    low = params[0], high = params[1], span = high - low;
+  }
+  double density(double x) const { return low > x || x > high ? 0 : 1 / span; }
+  double distribution(double x) const {
+    if (low > x) return 0;
+    if (x > high) return 1;
+    return (x - low) / span;
+  }
+
+ private:
+  double low, high, span;
+};
+
+/// U-shaped parabola between a and b.
+class PDFFunByUQuadratic final : public PlainPDFFun<PDFFunByUQuadratic> {
+ public:
+  void updateParam() override {
+    if (params[0] > params[1]) std::swap(params[0], params[1]);
+    a = params[0], b = params[1];
+    middle = (a + b) / 2;
+    width3 = cube(b - a);
+    end3 = cube((a - b) / 2);
+  }
+  double density(double x) const { return x < a || x > b ? 0 : square(x - middle) * 12 / width3; }
+  double distribution(double x) const {
+    if (x < a) return 0;
+    if (x > b) return 1;
+    return (cube(x - middle) - end3) * 4 / width3;
+  }
+
+ private:
+  double a, b, middle, width3, end3;
+};
+
+}  // namespace PDF

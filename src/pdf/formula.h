@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <math.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+/// What several formulas of the distributions share.
+namespace PDF {
+
+constexpr double kPi = 3.141592653589793;
+constexpr double kSqrt2 = 1.4142135623730951;
+constexpr double kSqrtPi = 1.772453850905516;
+constexpr double kTwoOverPi = 0.6366197723675814;
+constexpr double kDeadBand = 2.220446049250313e-16;
+
+constexpr double square(double x) { return x * x; }
+constexpr double cube(double x) { return x * x * x; }
+
+/// ln |gamma(x)|, without the global sign of the C library's lgamma.
+inline double lnGamma(double x) {
+  int sign;
+  return ::lgamma_r(x, &sign);
+}
+
+/// The normal distribution function.
+inline double normalPhi(double z) { return (std::erf(z / kSqrt2) + 1) / 2; }
+
+/// -1, 0 or 1 with 0 in the dead band.
+constexpr double signWithDeadBand(double d) { return d > kDeadBand ? 1.0 : d < -kDeadBand ? -1.0 : 0.0; }
+
+/// Round half away from zero to a 32-bit integer; what does not fit, and NaN, becomes the lowest one.
+inline int32_t roundToInt(double x) {
+  const double r = std::round(x);
+  return r >= -2147483648.0 && r <= 2147483647.0 ? static_cast<int32_t>(r) : std::numeric_limits<int32_t>::min();
+}
+
+}  // namespace PDF

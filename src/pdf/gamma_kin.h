@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "pdf/formula.h"
+#include "pdf/plain_pdf_fun.h"
+#include "special/special_function.h"
+
+/// Distributions whose distribution function is an incomplete gamma or a hypergeometric function.
+namespace PDF {
+
+/// The formulas that the two Amoroso halves share: y = (x-c)/d is positive inside. a, b shapes, c end, d scale.
+template <class Self>
+class AmorosoPDFFun : public PlainPDFFun<Self> {
+ public:
+  void updateParam() override {
+    a = this->params[0], b = this->params[1], c = this->params[2], d = this->params[3];
+    gammaA = std::tgamma(a);
+    factor = std::abs(b / d) / gammaA;
+    exponent = a * b - 1;
+  }
+
+ protected:
+  double inside(double x) const {
+    const double y = (x - c) / d;
+    if (y <= 1) return std::exp(-std::pow(y, b)) * std::pow(y, exponent) * factor;
+    return std::exp(exponent * std::log(y) - std::pow(y, b)) * factor;
+  }
+  double lowerShare(double x) const {
+    return SpecialFunction::calcIncompleteGammaLower(a, std::pow((x - c) / d, b)) / gammaA;
+  }
+
+  double a, b, c, d, gammaA, factor, exponent;
+};
+
+/// Amoroso with c as its upper end (d < 0).
+class PDFFunByAmorosoLower final : public AmorosoPDFFun<PDFFunByAmorosoLower> {
+ public:
+  double density(double x) const { return c > x ? inside(x) : 0; }
+  double distribution(double x) const { return c > x ? 1 - lowerShare(x) : 1; }
+};
+
+/// Amoroso with c as its lower end (d > 0).
+class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
+ public:
+  double density(double x) const { return x < c ? 0 : inside(x); }
+  double distribution(double x) const { return x < c ? 0 : lowerShare(x); }
+};
+
+/// Chi with a degrees of freedom from b on.
+class PDFFunByChi final : public PlainPDFFun<PDFFunByChi> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1];
+    gammaHalf = std::tgamma(a / 2);
+    factor = std::pow(2, 1 - a / 2) / gammaHalf;
+  }
+  double density(double x) const {
+    if (x < b) return 0;
+    const double u = x - b;
+    return std::pow(u, a - 1) * factor * std::exp(-u * u / 2);
+  }
+  double distribution(double x) const {
+    if (x < b) return 0;
+    // KEPT: regularised gamma over gamma(a/2); one would expect the lower gamma there (kept.csv: Chi_divided)
+    return SpecialFunction::calcRLowerIncompleteGamma(a / 2, square(x - b) / 2) / gammaHalf;
+  }
+
+ private:
+  double a, b, gammaHalf, factor;
+};
+
+/// Chi squared with a degrees of freedom from b on.
+class PDFFunByChiSquared final : public PlainPDFFun<PDFFunByChiSquared> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1];
+    gammaHalf = std::tgamma(a / 2);
+    factor = std::pow(2, -a / 2) / gammaHalf;
+  }
+  double density(double x) const {
+    if (x < b) return 0;
+    const double u = x - b;
+    return std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2);
+  }
+  double distribution(double x) const {
+    return x < b ? 0 : SpecialFunction::calcIncompleteGammaLower(a / 2, (x - b) / 2) / gammaHalf;
+  }
+
+ private:
+  double a, b, gammaHalf, factor;
+};
+
+/// Gamma with shape a and scale b from c on.
+class PDFFunByGamma final : public PlainPDFFun<PDFFunByGamma> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    gammaA = std::tgamma(a);
+    factor = std::pow(b, -a) / gammaA;
+  }
+  double density(double x) const {
+    if (x < c) return 0;
+    const double u = x - c;
+    return std::exp(-u / b) * std::pow(u, a - 1) * factor;
+  }
+  double distribution(double x) const {
+    return x < c ? 0 : SpecialFunction::calcIncompleteGammaLower(a, (x - c) / b) / gammaA;
+  }
+
+ private:
+  double a, b, c, gammaA, factor;
+};
+
+/// Inverted gamma: 1/((x-c) b) has the gamma distribution of shape a.
+class PDFFunByInvertedGamma final : public PlainPDFFun<PDFFunByInvertedGamma> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    gammaA = std::tgamma(a);
+  }
+  double density(double x) const {
+    if (!(x > c)) return 0;
+    const double u = x - c;
+    const double w = u * b;
+    return std::exp(-1 / w) / (std::pow(w, a) * u * gammaA);
+  }
+  double distribution(double x) const { return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0; }
+
+ private:
+  double a, b, c, gammaA;
+};
+
+/// Nakagami with shape a and spread b from c on.
+class PDFFunByNakagami final : public PlainPDFFun<PDFFunByNakagami> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    rate = a / b;
+    gammaA = std::tgamma(a);
+    factor = 2 * std::pow(rate, a) / gammaA;
+  }
+  double density(double x) const {
+    if (!(x > c)) return 0;
+    const double u = x - c;
+    return std::pow(u, 2 * a - 1) * factor * std::exp(-rate * u * u);
+  }
+  double distribution(double x) const {
+    return x > c ? SpecialFunction::calcIncompleteGammaLower(a, rate * square(x - c)) / gammaA : 0;
+  }
+
+ private:
+  double a, b, c, rate, gammaA, factor;
+};
+
+/// Symmetric generalised normal with scale a and power b around c.
+class PDFFunBySymGenNormal final : public PlainPDFFun<PDFFunBySymGenNormal> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    gammaInverse = std::tgamma(1 / b);
+    factor = b / (2 * a * gammaInverse);
+  }
+  double density(double x) const { return std::exp(-std::pow(std::abs((x - c) / a), b)) * factor; }
+  double distribution(double x) const {
+    const double distance = std::abs(x - c);
+    if (signWithDeadBand(distance) == 0 && !std::isnan(distance)) return 0.5;
+    // KEPT: above 0.5 on both sides of c; one would expect the sign of x-c (kept.csv: SymGenNormal_sign)
+    return SpecialFunction::calcIncompleteGammaLower(1 / b, std::pow(distance / a, b)) * 0.5 / gammaInverse + 0.5;
+  }
+
+ private:
+  double a, b, c, gammaInverse, factor;
+};
+
+/// Inverted beta (beta prime) with shapes a and b from c on. Beyond u = 1 the series of the distribution function
+/// leaves its circle of convergence, and the values are what the series engine gives.
+class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
+ public:
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    factor = std::exp(lnGamma(a + b) - lnGamma(a) - lnGamma(b));
+  }
+  double density(double x) const {
+    if (!(x > c)) return 0;
+    const double u = x - c;
+    return std::pow(u, b - 1) * std::pow(u + 1, -(a + b)) * factor;
+  }
+  double distribution(double x) const {
+    if (!(x > c)) return 0;
+    const double u = x - c;
+    const double upper[] = {b, a + b};
+    const double lower = b + 1;
+    return SpecialFunction::calcHypergeometricPFQ(upper, 2, &lower, 1, -u) * std::pow(u, b) * factor / b;
+  }
+
+ private:
+  double a, b, c, factor;
+};
+
+/// Student's t with a degrees of freedom. Beyond x^2 = a the series of the distribution function leaves its circle of
+/// convergence, and the values are what the series engine gives.
+class PDFFunByStudentsT final : public PlainPDFFun<PDFFunByStudentsT> {
+ public:
+  void updateParam() override {
+    a = params[0];
+    half = (a + 1) / 2;
+    factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * kPi));
+  }
+  double density(double x) const { return std::pow(x * x / a + 1, -half) * factor; }
+  double distribution(double x) const {
+    const double upper[] = {0.5, half};
+    const double lower = 1.5;
+    return x * factor * SpecialFunction::calcHypergeometricPFQ(upper, 2, &lower, 1, -x * x / a) + 0.5;
+  }
+
+ private:
+  double a, half, factor;
+};
+
+}  // namespace PDF

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "pdf/base_pdf_fun.h"
+#include "solver/base_optimize_object.h"
+
+namespace PDF {
+
+/// The objective of a fit: sum over the sample of (F(x_i; candidate) - cdf_i)^2. A call writes the candidate into the
+/// distribution and allocates nothing.
+class PDFOptimizeFun final : public Solver::BaseOptimizeObject {
+ public:
+  /// Keeps its own copies of the sample; the distribution is borrowed.
+  PDFOptimizeFun(BasePDFFun& distribution, std::span<const double> xs, std::span<const double> cdf);
+
+  double calcValue(const std::vector<double>& x) override {
+    const double value = valueFun(x.data());
+    lastValue = value;
+    return value;
+  }
+  std::unique_ptr<Solver::BaseOptimizeObject> clone() const override { return std::make_unique<PDFOptimizeFun>(*this); }
+
+  BasePDFFun* fun;
+
+ private:
+  std::function<double(const double*)> valueFun;
+};
+
+}  // namespace PDF

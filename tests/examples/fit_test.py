@@ -1,0 +1,310 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The example host orvane-fit, run as a user runs it."""
+import csv
+import html.parser
+import math
+import os
+import pty
+import re
+import select
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+FIT = os.environ['ORVANE_FIT']
+SAMPLES = os.environ['SAMPLES']
+CHROMIUM = os.environ.get('CHROMIUM', '')
+QUICK = ['--iterations', '20', '--population', '12', '--threads', '2']
+RANK = re.compile(r'^ *(\d+)  (.+?) +(\S+)  ?((?: ?\w=\S+)*)$')
+
+
+def sample(name):
+    return os.path.join(SAMPLES, name)
+
+
+def ranking(text):
+    """[(name, error, {letter: value})] of the printed table, held against its own numbering."""
+    rows = []
+    for line in text.splitlines()[1:]:
+        if line.startswith('without a fit:'):
+            break
+        found = RANK.match(line)
+        if not found or int(found[1]) != len(rows) + 1:
+            raise AssertionError('no line of the ranking: ' + repr(line))
+        params = dict(pair.split('=') for pair in found[4].split())
+        rows.append((found[2], float(found[3]), {key: float(value) for key, value in params.items()}))
+    return rows
+
+
+class HostTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+        self.report = os.path.join(self.folder, 'report.html')
+
+    def file(self, text, name='data.csv'):
+        path = os.path.join(self.folder, name)
+        with open(path, 'wb') as out:
+            out.write(text if isinstance(text, bytes) else text.encode())
+        return path
+
+    def run_host(self, *arguments):
+        return subprocess.run([FIT, '--report', self.report, *arguments], capture_output=True, text=True, timeout=300)
+
+    def fitted(self, *arguments):
+        result = self.run_host(*QUICK, *arguments)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return ranking(result.stdout)
+
+
+class Input(HostTest):
+    def refused(self, expected, *arguments, report=None):
+        before = sorted(os.listdir(self.folder))
+        options = ['--report', report] if report else []
+        result = self.run_host(*QUICK, *options, *arguments)
+        self.assertEqual(result.returncode, 2, result.stderr)
+        self.assertEqual(result.stdout, '')
+        self.assertEqual(len(result.stderr.splitlines()), 1, result.stderr)
+        self.assertIn(expected, result.stderr)
+        self.assertEqual(sorted(os.listdir(self.folder)), before, 'a file was left behind')
+
+    def test_file(self):
+        self.refused('/no/such.csv: No such file', '/no/such.csv')
+        self.refused('is a directory', self.folder)
+        self.refused('data.csv: is empty', self.file(''))
+        self.refused('no file given')
+
+    def test_cells(self):
+        self.refused('data.csv:4: "12x"', self.file('v\n1\n2\n12x\n4\n'))
+        self.refused('data.csv:3: "nan"', self.file('v\n1\nnan\n'))
+        self.refused('data.csv:3: "1e999"', self.file('v\n1\n1e999\n'))
+        self.refused('data.csv:5: ""', self.file('a,b\n1,2\n\n2,3\n4,\n'), '--column', 'b')
+        self.refused('data.csv:3: column 2 is missing', self.file('a,b\n1,2\n2\n'), '--column', 'b')
+        self.refused('data.csv:1: "x"', self.file('x\n1\n2\n'), '--header', 'no')
+        self.refused('data.csv:3: a quote', self.file('a\n1\n"2\n'))
+        self.refused('data.csv:2: "3,5"', self.file('a;b\n3,5;1\n2,5;1\n'))
+
+    def test_too_few_values(self):
+        self.refused('data.csv:2: column "v" has one value only, 7.5', self.file('v\n7.5\n'))
+        self.refused('column "v" has no value', self.file('v\n'))
+        self.refused('one value throughout', self.file('v\n3\n3\n3\n'))
+
+    def test_names(self):
+        nile = sample('nile.csv')
+        self.refused('no column is called "depth"', nile, '--column', 'depth')
+        self.refused('column 3 is asked for, the line has 2', nile, '--column', '3')
+        self.refused('unknown distribution "Normall"', nile, '--fit', 'Gumbel,Normall')
+        self.refused('unknown solver "simplex"', nile, '--solvers', 'iswo,simplex')
+        self.refused('--threads: "0"', nile, '--threads', '0')
+        self.refused('--delimiter: "pipe"', nile, '--delimiter', 'pipe')
+        self.refused('unknown option --colour', nile, '--colour')
+        self.refused('--column needs a value', nile, '--column')
+
+    def test_report_path(self):
+        data = self.file('v\n1\n2\n4\n')
+        self.refused('/no/such/folder/r.html: the report cannot be written: No such file', data,
+                     report='/no/such/folder/r.html')
+        self.refused('Is a directory', data, report=self.folder)
+        self.refused('not a plain file', data, report='/dev/full')
+        self.refused('would replace the data', data, report=data)
+
+    def test_full_disk(self):
+        # A file size limit fails the write half-way through the page.
+        data = self.file('v\n1\n2\n4\n')
+        result = subprocess.run(['bash', '-c', 'trap "" XFSZ; ulimit -f 100; exec "$0" "$@"', FIT, *QUICK, '--fit',
+                                 'Normal', '--report', self.report, data], capture_output=True, text=True, timeout=60)
+        self.assertEqual(result.returncode, 2)
+        self.assertIn('report.html: the report cannot be written', result.stderr)
+        self.assertEqual(os.listdir(self.folder), ['data.csv'])
+
+
+class Ranking(HostTest):
+    def test_formats_give_the_same_fit(self):
+        """A sample told in six ways: by one and the same column the Normal fit finds one centre."""
+        values = [f'{v / 8}' for v in (31, 40, 44, 47, 50, 52, 55, 60, 66, 79)]
+        plain = '\n'.join(values)
+        ways = [
+            (plain, []),
+            ('\ufeffv\r\n' + '\r\n'.join(values) + '\r\n', ['--column', 'v']),
+            ('x;"the ""v"""\n' + '\n'.join('1;' + v for v in values), ['--column', 'the "v"']),
+            ('1\t' + '\n2\t'.join(values), ['--column', '2', '--header', 'no']),
+            ('a,b\n' + '\n'.join(f'"Paris, Texas", +{v} ' for v in values), ['--column', '2', '--delimiter', 'comma']),
+            ('100\n' + plain, ['--header', 'yes']),
+        ]
+        for text, options in ways:
+            (name, error, params), = self.fitted(self.file(text), '--fit', 'Normal', *options)
+            self.assertEqual(name, 'Normal')
+            self.assertAlmostEqual(params['a'], 6.45, delta=0.5, msg=repr(options))
+            self.assertLess(error, 0.1, repr(options))
+
+    def test_error_is_the_squared_distance(self):
+        """The printed error of a Normal fit, computed again from the printed parameters."""
+        with open(sample('old_faithful.csv'), newline='') as file:
+            data = sorted(float(row['waiting']) for row in csv.DictReader(file))
+        (_, error, params), = self.fitted('--column', 'waiting', '--fit', 'normal', sample('old_faithful.csv'))
+        fitted = statistics.NormalDist(params['a'], params['b'])
+        steps = {x: (i + 1) / len(data) for i, x in enumerate(data)}
+        expected = sum((fitted.cdf(x) - share) ** 2 for x, share in steps.items())
+        self.assertTrue(math.isclose(error, expected, rel_tol=1e-3), (error, expected))
+
+    def test_every_distribution_gets_its_turn(self):
+        """One thread passes over every other distribution of a call; the host still has all of them."""
+        names = ['Normal', 'Gumbel', 'Laplace', 'Cauchy', 'Rayleigh', 'GenExp-Normal', 'HalfCos-Gumbel', 'Gamma']
+        rows = self.fitted('--threads', '1', '--fit', ','.join(names + ['gumbel']), '--column', 'flow',
+                           '--solvers', 'iswo,lg', sample('nile.csv'))
+        self.assertEqual(sorted(row[0] for row in rows), sorted(names))
+        errors = [row[1] for row in rows]
+        self.assertEqual(errors, sorted(errors))
+        self.assertEqual(set(dict((row[0], row[2]) for row in rows)['GenExp-Normal']), set('abc'))
+
+    def test_plain_set(self):
+        result = self.run_host(*QUICK, '--fit', 'plain', '--column', 'inches', sample('us_precipitation.tsv'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        rows = ranking(result.stdout)
+        rest = re.search('^without a fit: (.*)$', result.stdout, re.M)
+        names = [row[0] for row in rows] + (rest[1].split(', ') if rest else [])
+        self.assertEqual(len(set(names)), 57)
+        self.assertGreaterEqual(len(rows), 50)
+
+
+class Interrupt(HostTest):
+    LONG = ['--fit', 'all', '--iterations', '2000', '--threads', '2', '--column', 'waiting']
+
+    def test_ctrl_c_reports_what_there_is(self):
+        for patience in (2, 10, 40):  # a busy machine may have no first fit yet
+            host = subprocess.Popen([FIT, *self.LONG, '--report', self.report, sample('old_faithful.csv')],
+                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            time.sleep(patience)
+            self.assertIsNone(host.poll(), 'the fit was too short to be interrupted')
+            host.send_signal(signal.SIGINT)
+            out, messages = host.communicate(timeout=60)
+            if out:
+                break
+            self.assertIn('No distribution has a fit', messages)
+        self.assertEqual(host.returncode, 130, messages)
+        rows = ranking(out)
+        self.assertTrue(0 < len(rows) < 342, len(rows))
+        self.assertIn(f'Ended early: {len(rows)} of 342', messages)
+        self.assertNotIn('\x1b', messages)
+        self.assertEqual(os.listdir(self.folder), ['report.html'])
+        with open(self.report, encoding='utf-8') as page:
+            self.assertIn('The fit was ended early', page.read())
+
+    def test_terminal_shows_progress(self):
+        """On a terminal the bar appears, tells the best fit so far and its share never falls."""
+        master, slave = pty.openpty()
+        host = subprocess.Popen([FIT, *self.LONG, '--report', self.report, sample('old_faithful.csv')],
+                                stdout=subprocess.DEVNULL, stderr=slave)
+        os.close(slave)
+        seen = b''
+        end = time.monotonic() + 30
+        while b'best so far: ' not in seen or seen.count(b'\r[') < 20:
+            self.assertLess(time.monotonic(), end, seen[-200:])
+            if select.select([master], [], [], 1)[0]:
+                seen += os.read(master, 4096)
+        host.send_signal(signal.SIGINT)
+        while True:
+            try:
+                if not os.read(master, 4096):
+                    break
+            except OSError:
+                break
+        os.close(master)
+        self.assertEqual(host.wait(timeout=30), 130)
+        shares = [int(share) for share in re.findall(rb'\] +(\d+) %', seen)]
+        self.assertEqual(shares, sorted(shares))
+        self.assertLessEqual(shares[-1], 100)
+
+
+class Page(html.parser.HTMLParser):
+    """Counts what the page shows: marks inside each figure, typeset formulas, text outside scripts."""
+
+    def __init__(self, text):
+        super().__init__()
+        self.figures, self.figure, self.formulas, self.texts, self.hidden = {}, None, 0, [], 0
+        self.feed(text)
+
+    def handle_starttag(self, tag, attributes):
+        values = dict(attributes)
+        classes = (values.get('class') or '').split()
+        if tag == 'figure':
+            self.figure = self.figures.setdefault(values['id'], {})
+        if self.figure is not None and tag in ('path', 'rect', 'circle') and classes:
+            key = classes[0]
+            self.figure[key] = self.figure.get(key, 0) + 1
+            if tag == 'path':
+                assert re.match(r'^M-?[\d.]+ -?[\d.]+', values['d']), values['d'][:40]
+        if 'katex-html' in classes:
+            self.formulas += 1
+        if tag in ('script', 'style', 'annotation'):
+            self.hidden += 1
+
+    def handle_endtag(self, tag):
+        if tag == 'figure':
+            self.figure = None
+        if tag in ('script', 'style', 'annotation'):
+            self.hidden -= 1
+
+    def handle_data(self, data):
+        if not self.hidden:
+            self.texts.append(data)
+
+
+@unittest.skipUnless(CHROMIUM and os.path.exists(CHROMIUM), 'needs chromium')
+class Report(HostTest):
+    def opened(self, *arguments):
+        result = self.run_host(*QUICK, *arguments)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        shown = subprocess.run([CHROMIUM, '--headless', '--no-sandbox', '--disable-gpu', '--user-data-dir=' + self.folder,
+                                '--virtual-time-budget=5000', '--dump-dom', 'file://' + self.report],
+                               capture_output=True, text=True, timeout=120)
+        self.assertEqual(shown.returncode, 0, shown.stderr)
+        return shown.stdout, Page(shown.stdout), ranking(result.stdout)
+
+    def test_plots_and_formulas(self):
+        dom, page, rows = self.opened('--column', 'waiting', '--best', '4', '--fit',
+                                      'Normal,GenPower-Normal,Lomax,Gumbel,Gamma,HalfCos-Gumbel', sample('old_faithful.csv'))
+        densities, distribution, quantiles = (page.figures[key] for key in ('densities', 'distribution', 'quantiles'))
+        self.assertGreaterEqual(densities['bars'], 5)
+        self.assertEqual(densities['line'], 4)
+        self.assertEqual((distribution['steps'], distribution['line']), (1, 4))
+        self.assertEqual(quantiles['line'], 1 + 3)
+        self.assertGreater(quantiles['dots'], 200)
+        self.assertGreaterEqual(page.formulas, 4 * 3)
+        self.assertNotIn('katex-error', dom.split('<script>')[0].split('</style>')[1])
+        text = ' '.join(page.texts)
+        for label in ('Density', 'Distribution function', 'Parameter range', 'Fitted parameters', rows[0][0]):
+            self.assertIn(label, text)
+        self.assertNotRegex(text, r'[\u4e00-\u9fff\ufffd]')
+        self.assertNotRegex(dom, r'(?:src|href)="(?!data:)')
+
+    def test_every_sheet_typesets(self):
+        """Sheets of all 57 plain distributions and of one of each generalisation, eight at a time."""
+        names = [row[0] for row in ranking(self.run_host(*QUICK, '--fit', 'plain', '--column', 'flow',
+                                                         sample('nile.csv')).stdout)]
+        names += [kind + '-Normal' for kind in ('GenLog', 'GenExp', 'HalfCos', 'GenPower', 'GenSymCos')]
+        for start in range(0, len(names), 8):
+            group = names[start:start + 8]
+            dom, page, rows = self.opened('--column', 'flow', '--best', '8', '--fit', ','.join(group), sample('nile.csv'))
+            body = dom.split('</style>')[1].split('<script>')[0]
+            self.assertNotIn('katex-error', body, group)
+            self.assertGreaterEqual(page.formulas, 3 * len(rows), group)
+            self.assertNotRegex(' '.join(page.texts), r'[\u4e00-\u9fff\ufffd\\]', group)
+
+    def test_names_are_text_not_markup(self):
+        data = self.file('<b>&"v\n1\n2\n4\n', '<i>.csv')
+        dom, page, _ = self.opened('--fit', 'Normal', data)
+        self.assertIn('<b>&"v', ' '.join(page.texts))
+        self.assertNotIn('<b>', dom.split('</style>')[1].split('<script>')[0])
+
+
+if __name__ == '__main__':
+    program = unittest.main(argv=[sys.argv[0], '-v', *sys.argv[1:]], exit=False)
+    result = program.result
+    everySkipped = result.testsRun > 0 and len(result.skipped) == result.testsRun
+    sys.exit(77 if everySkipped else 0 if result.wasSuccessful() else 1)
