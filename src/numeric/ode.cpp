@@ -112,6 +112,7 @@ void ODESolverByRKF45::march(std::vector<ODEData_t>& points, double direction) {
 void solveByRKF45(Derivative derivative, double t0, std::span<const double> y0, std::span<const double> ts,
                   std::span<double> out, double tolerance) {
   const std::size_t n = y0.size();
+  if (n == 0) return;  // no state, and no array to call the derivative with
   ODESolverByRKF45 solver(derivative, t0, {y0.begin(), y0.end()});
   const double limit = std::abs(tolerance);
   solver.errorLimit = limit >= kSmallestTolerance ? limit : kSmallestTolerance;
