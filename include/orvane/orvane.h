@@ -13,5 +13,6 @@
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>
+#include <orvane/optimizer.h>
 
 #endif
