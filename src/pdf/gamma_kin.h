@@ -124,9 +124,7 @@ class PDFFunByInvertedGamma final : public PlainPDFFun<PDFFunByInvertedGamma> {
     const double w = u * b;
     return std::exp(-1 / w) / (std::pow(w, a) * u * gammaA);
   }
-  double distribution(double x) const {
-    return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0;
-  }
+  double distribution(double x) const { return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0; }
 
  private:
   double a, b, c, gammaA;
@@ -174,8 +172,8 @@ class PDFFunBySymGenNormal final : public PlainPDFFun<PDFFunBySymGenNormal> {
   double a, b, c, gammaInverse, factor;
 };
 
-/// Inverted beta (beta prime) with shapes a and b from c on. Beyond u = 1 the series of the distribution function leaves
-/// its circle of convergence, and the values are what the series engine gives.
+/// Inverted beta (beta prime) with shapes a and b from c on. Beyond u = 1 the series of the distribution function
+/// leaves its circle of convergence, and the values are what the series engine gives.
 class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
  public:
   void updateParam() override {

@@ -225,8 +225,7 @@ double KernelByTriangle::calcPDF(double x) const {
     count += 1.0;
     sum += u;
   }
-  // KEPT: not divided by the total width, so it does not integrate to 1 as a density would (kept.csv:
-  // KernelTriangle_pdf)
+  // KEPT: the plain sum; a density would be divided by the total width (kept.csv: KernelTriangle_pdf)
   return (count - sum / a) / a;
 }
 
@@ -240,8 +239,7 @@ double KernelByTriangle::calcCDF(double x) const {
     if (x < c)
       sum += square(lo - x) / (2.0 * a * a * w);
     else if (x < top)
-      // KEPT: the product lacks the factor of the integrated slope, and the branch ends at c + 2a w instead of c + a w
-      // (kept.csv: KernelTriangle_cdf)
+      // KEPT: no slope factor, and up to c + 2a w; one expects w - (mid2-x)^2/(2a^2 w) (kept.csv: KernelTriangle_cdf)
       sum += (mid2 - x) * (x - c) + w / 2.0;
     else
       sum += w;

@@ -19,7 +19,8 @@ std::string body(const std::string& sheet) { return sheet.substr(sheet.find('}')
 
 }  // namespace
 
-std::string& writeSheet(std::string& out, std::string_view name, const SheetTexts& texts, std::span<const double> params) {
+std::string& writeSheet(std::string& out, std::string_view name, const SheetTexts& texts,
+                        std::span<const double> params) {
   const auto line = [&out](std::string_view label, std::string_view text) {
     if (!text.empty()) out.append(label).append(text).append(kLineEnd);
   };
@@ -54,11 +55,11 @@ std::string joinSheets(std::string_view name, std::string inner, std::size_t inn
   std::size_t from = own.find(kValuesLabel);
   for (char oldLetter = 'a'; oldLetter < static_cast<char>('a' + ownCount); ++oldLetter, ++newLetter) {
     if (newLetter == 'e') newLetter = 'f';  // e would read as Euler's number
-    const std::size_t at = own.find({oldLetter, '='}, from);
+    const std::size_t at = own.find(std::string{oldLetter, '='}, from);
     own[at] = newLetter;
     from = at + 1;  // not the letter just written
     const std::size_t size = own.size();
-    replaceAll(own, {'#', oldLetter}, {newLetter});
+    replaceAll(own, std::string{'#', oldLetter}, std::string{newLetter});
     from -= size - own.size();  // the formulas stand in front of the values
   }
 

@@ -14,7 +14,8 @@ struct SheetTexts {
 };
 
 /// Writes the frame with the texts and the values of the parameters a, b, c, ... into `out`, in UTF-8.
-std::string& writeSheet(std::string& out, std::string_view name, const SheetTexts& texts, std::span<const double> params);
+std::string& writeSheet(std::string& out, std::string_view name, const SheetTexts& texts,
+                        std::span<const double> params);
 
 /// Joins the sheet of an inner distribution with `innerCount` parameters and a wrapper's own sheet, in whose texts
 /// "#a", "#b", ... stand for its `ownCount` parameters. These get the letters behind the inner ones, without e.

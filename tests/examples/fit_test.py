@@ -54,7 +54,7 @@ class HostTest(unittest.TestCase):
         return path
 
     def run_host(self, *arguments):
-        return subprocess.run([FIT, '--report', self.report, *arguments], capture_output=True, text=True, timeout=120)
+        return subprocess.run([FIT, '--report', self.report, *arguments], capture_output=True, text=True, timeout=300)
 
     def fitted(self, *arguments):
         result = self.run_host(*QUICK, *arguments)
@@ -176,12 +176,16 @@ class Interrupt(HostTest):
     LONG = ['--fit', 'all', '--iterations', '2000', '--threads', '2', '--column', 'waiting']
 
     def test_ctrl_c_reports_what_there_is(self):
-        host = subprocess.Popen([FIT, *self.LONG, '--report', self.report, sample('old_faithful.csv')],
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-        time.sleep(3)
-        self.assertIsNone(host.poll(), 'the fit was too short to be interrupted')
-        host.send_signal(signal.SIGINT)
-        out, messages = host.communicate(timeout=30)
+        for patience in (2, 10, 40):  # a busy machine may have no first fit yet
+            host = subprocess.Popen([FIT, *self.LONG, '--report', self.report, sample('old_faithful.csv')],
+                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            time.sleep(patience)
+            self.assertIsNone(host.poll(), 'the fit was too short to be interrupted')
+            host.send_signal(signal.SIGINT)
+            out, messages = host.communicate(timeout=60)
+            if out:
+                break
+            self.assertIn('No distribution has a fit', messages)
         self.assertEqual(host.returncode, 130, messages)
         rows = ranking(out)
         self.assertTrue(0 < len(rows) < 342, len(rows))
