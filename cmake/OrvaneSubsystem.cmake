@@ -6,6 +6,10 @@ add_library(orvane_settings INTERFACE)
 # g++ 12 reports std::string::operator+ as overlapping copies (GCC bug 105651).
 target_compile_options(orvane_settings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> -Wall -Wextra -Wpedantic -ffp-contract=off
                                                  $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # Warns of its own std::string: https://gcc.gnu.org/bugzilla/show_bug.cgi?id=105651
+  target_compile_options(orvane_settings INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 
 # orvane_subsystem(name source...): one OBJECT library for the subsystem in src/<name>, with hidden visibility.
 function(orvane_subsystem name)
