@@ -3,11 +3,10 @@
 
 add_library(orvane_settings INTERFACE)
 # No contraction to fused multiply-add: a value must be the same on every machine.
-# g++ 12 reports std::string::operator+ as overlapping copies (GCC bug 105651).
-target_compile_options(orvane_settings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> -Wall -Wextra -Wpedantic -ffp-contract=off
+target_compile_options(orvane_settings INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off
                                                  $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # Warns of its own std::string: https://gcc.gnu.org/bugzilla/show_bug.cgi?id=105651
+  # It reports the copies of its own std::string as overlapping (GCC bug 105651).
   target_compile_options(orvane_settings INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
 endif()
 
