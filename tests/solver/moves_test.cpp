@@ -140,7 +140,7 @@ TEST(Restart, ScattersAllButTheBestAtTheCount) {
   EXPECT_DOUBLE_EQ(solver->restartMark, solver->bestVar->bestValue * 0.99);
   EXPECT_EQ(best->curVar, kept);
   for (std::size_t i = 0; i < before.size(); ++i)
-    if (solver->population[i] != best) EXPECT_NE(solver->population[i]->curVar, before[i]);
+    EXPECT_EQ(solver->population[i]->curVar == before[i], solver->population[i] == best) << i;
 }
 
 TEST(Neighbour, IsAnotherCandidateWhereThereIsOne) {
