@@ -9,6 +9,7 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+/** C linkage, for C and C++ alike. */
 #ifdef __cplusplus
 #define ORVANE_LINKAGE extern "C"
 #else

@@ -3,6 +3,8 @@
 
 #include <gmp.h>
 
+#include <mutex>
+
 namespace HP {
 
 /// One GMP float. Made with the GMP default precision unless a precision in bits is given.
@@ -29,16 +31,26 @@ class HPByGMP {
   mpf_t value;
 };
 
-/// Sets the process-wide GMP default precision for the life of the object.
+/// Sets the process-wide GMP default precision for the life of the object. Objects of several threads may overlap: the
+/// first one in keeps the precision that it found, the last one out puts it back.
 class DefaultPrecision {
  public:
-  explicit DefaultPrecision(mp_bitcnt_t bits) : saved(mpf_get_default_prec()) { mpf_set_default_prec(bits); }
-  ~DefaultPrecision() { mpf_set_default_prec(saved); }
+  explicit DefaultPrecision(mp_bitcnt_t bits) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (users++ == 0) found = mpf_get_default_prec();
+    mpf_set_default_prec(bits);
+  }
+  ~DefaultPrecision() {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (--users == 0) mpf_set_default_prec(found);
+  }
   DefaultPrecision(const DefaultPrecision&) = delete;
   DefaultPrecision& operator=(const DefaultPrecision&) = delete;
 
  private:
-  mp_bitcnt_t saved;
+  static inline std::mutex mutex;
+  static inline int users = 0;
+  static inline mp_bitcnt_t found = 0;
 };
 
 }  // namespace HP

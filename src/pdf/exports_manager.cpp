@@ -7,11 +7,7 @@
 #include "orvane/pdf_manager.h"
 #include "pdf/kernel.h"
 #include "pdf/manager.h"
-
-template <>
-struct NativeOf<PDFFun> {
-  using type = PDF::BasePDFFun;
-};
+#include "pdf/native_pdf.h"
 
 template <>
 struct NativeOf<PDFManger> {

@@ -27,7 +27,10 @@ double calcHypergeometricPFQ(const double* a, int32_t p, const double* b, int32_
   if (p == 1 && q == 0 && std::abs(z) < 1.0) return std::pow(1.0 - z, -a[0]);
   if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q))
     return std::numeric_limits<double>::quiet_NaN();
-  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z)) return *value;
+  double cancellation = 0;
+  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation)) return *value;
+  if (cancellation < kWideCancellation)
+    if (const auto value = calcHypergeometricPFQByWide(a, p, b, q, z)) return *value;
   return calcHypergeometricPFQByGMP(a, p, b, q, z);
 }
 

@@ -43,6 +43,12 @@
 #define ORVANE_HAS_FMA 0
 #endif
 #define ORVANE_INLINE [[gnu::always_inline]] inline
+// Loops over the lanes of a block. Unrolled whole before they are looked at as loops, they would stay scalar.
+#if defined(__clang__)
+#define ORVANE_VECTOR_LOOP _Pragma("clang loop vectorize(enable)")
+#else
+#define ORVANE_VECTOR_LOOP _Pragma("GCC unroll 1")
+#endif
 
 namespace SpecialFunction {
 namespace {
@@ -113,20 +119,20 @@ ORVANE_INLINE void multiplyByParameter(double& h, double& l, double c, double n)
 template <bool kFma>
 ORVANE_INLINE void ratios(const Series& s, double n, double* __restrict rh, double* __restrict rl) {
   double nh[kBlock], nl[kBlock], dh[kBlock], dl[kBlock];
-  for (int k = 0; k < kBlock; ++k) {
+  ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) {
     nh[k] = s.z;
     dh[k] = n + (k + 1);
     nl[k] = dl[k] = 0;
   }
   for (int32_t i = 0; i < s.p; ++i) {
     const double c = s.a[i];
-    for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(nh[k], nl[k], c, n + k);
+    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(nh[k], nl[k], c, n + k);
   }
   for (int32_t j = 0; j < s.q; ++j) {
     const double c = s.b[j];
-    for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(dh[k], dl[k], c, n + k);
+    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(dh[k], dl[k], c, n + k);
   }
-  for (int k = 0; k < kBlock; ++k) {
+  ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) {
     const double inverse = 1.0 / dh[k];
     const double q1 = nh[k] * inverse;
     const double product = q1 * dh[k];
@@ -168,7 +174,7 @@ std::optional<double> cutToDouble(double h, double l, double error) {
 }
 
 template <bool kFma>
-ORVANE_INLINE std::optional<double> sumSeries(const Series& s) {
+ORVANE_INLINE std::optional<double> sumSeries(const Series& s, double* cancellation) {
   double th = kScale, tl = 0, sh = kScale, sl = 0, sizes = kScale;  // term, sum, A
   double rh[kBlock], rl[kBlock];
   int32_t n = 0;
@@ -208,20 +214,30 @@ ORVANE_INLINE std::optional<double> sumSeries(const Series& s) {
       more = false;
     }
   }
+  if (cancellation != nullptr) *cancellation = sizes / std::abs(sh);
   return cutToDouble(sh, sl, 1.01 * sizes * (n * 0x1p-95 + 0x1p-101) + tail);
 }
 
 #if ORVANE_DISPATCH_FMA
-__attribute__((target("avx2,fma"))) std::optional<double> sumSeriesFma(const Series& s) { return sumSeries<true>(s); }
-std::optional<double> sumSeriesPlain(const Series& s) { return sumSeries<false>(s); }
+__attribute__((target("avx2,fma"))) std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
+  return sumSeries<true>(s, cancellation);
+}
 
-std::optional<double> sumSeriesHere(const Series& s) {
-  static const bool hasFma = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-  return hasFma ? sumSeriesFma(s) : sumSeriesPlain(s);
+bool hasFma() {
+  static const bool has = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+  return has;
 }
 #else
-std::optional<double> sumSeriesHere(const Series& s) { return sumSeries<ORVANE_HAS_FMA != 0>(s); }
+std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
+  return sumSeries<ORVANE_HAS_FMA != 0>(s, cancellation);
+}
+
+bool hasFma() { return ORVANE_HAS_FMA != 0; }
 #endif
+
+std::optional<double> sumSeriesPlain(const Series& s, double* cancellation) {
+  return sumSeries<false>(s, cancellation);
+}
 
 bool inRange(const double* values, int32_t count) {
   if (count < 0 || count > kMaxParameters) return false;
@@ -235,11 +251,12 @@ bool inRange(const double* values, int32_t count) {
 }  // namespace
 
 std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32_t p, const double* b, int32_t q,
-                                                          double z) {
+                                                          double z, bool useFma, double* cancellation) {
   if (FLT_EVAL_METHOD != 0 || std::fegetround() != FE_TONEAREST) return std::nullopt;
   const double size = std::abs(z);
   if (!(size >= 0x1p-60 && size <= 0x1p60) || !inRange(a, p) || !inRange(b, q)) return std::nullopt;
-  return sumSeriesHere({a, p, b, q, z});
+  const Series series{a, p, b, q, z};
+  return useFma && hasFma() ? sumSeriesFma(series, cancellation) : sumSeriesPlain(series, cancellation);
 }
 
 }  // namespace SpecialFunction

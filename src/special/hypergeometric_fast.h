@@ -7,8 +7,15 @@
 namespace SpecialFunction {
 
 /// The double that the GMP series gives, got in double-double arithmetic; nothing when its error bound cannot tell it
-/// or the arguments are outside its range (then the next wider arithmetic decides). Lower parameters are not poles.
+/// or the arguments are outside its range. Finite arguments, lower parameters that are no poles. useFma false: products
+/// without the fused instruction, as on processors that lack it. cancellation, when given, becomes the sum of the sizes
+/// of the terms over the size of their sum, where the series came to its end.
 std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32_t p, const double* b, int32_t q,
-                                                          double z);
+                                                          double z, bool useFma = true, double* cancellation = nullptr);
+
+/// The same in floats of 128 bits: slower, and decides up to a cancellation of about kWideCancellation.
+std::optional<double> calcHypergeometricPFQByWide(const double* a, int32_t p, const double* b, int32_t q, double z);
+
+constexpr double kWideCancellation = 0x1p62;
 
 }  // namespace SpecialFunction

@@ -39,8 +39,8 @@ TEST(Kernel, TriangleKeepsItsFormulas) {
   triangle->setCentres({0.0, 0.0});
   triangle->widths = {1.0, 3.0};
   triangle->totalWidth = 4.0;
-  EXPECT_NEAR(triangle->calcPDF(0.5), 0.5 + 5.0 / 6.0, 1e-15);       // KernelTriangle_pdf
-  EXPECT_NEAR(triangle->calcCDF(1.5), (3.75 - 0.25) / 4.0, 1e-15);   // KernelTriangle_cdf
+  EXPECT_NEAR(triangle->calcPDF(0.5), 0.5 + 5.0 / 6.0, 1e-15);      // KernelTriangle_pdf
+  EXPECT_NEAR(triangle->calcCDF(1.5), (3.75 - 0.25) / 4.0, 1e-15);  // KernelTriangle_cdf
 }
 
 TEST(Kernel, DensityIsTheDerivativeOfTheDistributionFunction) {

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "special/exp_integral.h"
+
+#include <cmath>
+#include <limits>
+
+#include "special/incomplete_gamma_kernel.h"
+#include "special/special_function.h"
+
+namespace SpecialFunction {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// E_n(x), n > 1, x <= 1: (-x)^(n-1)/(n-1)! (psi(n) - log x) - sum over m != n-1 of (-x)^m/((m-n+1) m!).
+double nearZero(long long n, double x) {
+  double term = 1, sum = 0;
+  for (long long m = 0; m < 10000; ++m) {
+    if (m > 0) term *= -x / static_cast<double>(m);
+    const double add = m == n - 1 ? term * (calcDigamma(static_cast<double>(n)) - std::log(x))
+                                  : -term / static_cast<double>(m - n + 1);
+    sum += add;
+    if (m > 0 && std::abs(add) <= std::abs(sum) * (kEps / 8)) break;
+    if (term == 0) break;
+  }
+  return sum;
+}
+
+// Legendre's continued fraction of UG(1-n, x); the series would cancel its digits from about x = 2 on.
+double fraction(double n, double x) {
+  double b = x + n, c = 1e300, d = 1 / b, value = d;
+  for (int k = 1; k < 100000; ++k) {
+    const double a = -k * (n - 1 + k);
+    b += 2;
+    d = 1 / (a * d + b);
+    c = b + a / c;
+    const double step = c * d;
+    value *= step;
+    if (std::abs(step - 1) <= kEps) break;
+  }
+  return value * std::exp(-x);
+}
+
+}  // namespace
+
+double calcExpIntegralN(long long n, double x) {
+  if (std::isnan(x)) return kNaN;
+  const double order = static_cast<double>(n);
+  if (std::abs(x) < kEps) return 1 / (order - 1);
+  if (n == 0) return std::exp(-x) / x;
+  // KEPT: Ei(x) at order 1, where one would expect E_1(x) = -Ei(-x) (kept.csv: ExpIntegralN_one)
+  if (n == 1) return std::expint(x);
+  if (n < 0) return calcIGamma(1 - order, x) * std::pow(x, order - 1);
+  if (x <= 0) return kNaN;
+  const double low = std::exp(-x) / (order + x), high = std::exp(-x) / (order + x - 1);
+  if (high - low < 1e-100 || high - low <= high * kEps) return (low + high) / 2;
+  return x <= 1 ? nearZero(n, x) : fraction(order, x);
+}
+
+}  // namespace SpecialFunction

@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "special/hypergeometric.h"
+
+#include <gmp.h>
+
+#include <atomic>
+#include <bit>
+#include <cfenv>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <random>
+#include <thread>
+
+#include "highprecision/hp_by_gmp.h"
+#include "special/hypergeometric_fast.h"
+#include "special/hypergeometric_series_gmp.h"
+#include "support/reference.h"
+
+namespace {
+
+using namespace SpecialFunction;
+
+struct Arguments {
+  std::vector<double> a, b;
+  double z;
+};
+
+std::string print(const Arguments& x) {
+  std::ostringstream text;
+  text << std::hexfloat << "a";
+  for (double v : x.a) text << " " << v;
+  text << " b";
+  for (double v : x.b) text << " " << v;
+  text << " z " << x.z;
+  return text.str();
+}
+
+double calc(const Arguments& x) {
+  return calcHypergeometricPFQ(x.a.data(), static_cast<int32_t>(x.a.size()), x.b.data(),
+                               static_cast<int32_t>(x.b.size()), x.z);
+}
+
+double calcByGMP(const Arguments& x) {
+  return calcHypergeometricPFQByGMP(x.a.data(), static_cast<int32_t>(x.a.size()), x.b.data(),
+                                    static_cast<int32_t>(x.b.size()), x.z);
+}
+
+std::optional<double> calcFast(const Arguments& x, bool useFma = true) {
+  return calcHypergeometricPFQByDoubleDouble(x.a.data(), static_cast<int32_t>(x.a.size()), x.b.data(),
+                                             static_cast<int32_t>(x.b.size()), x.z, useFma);
+}
+
+std::optional<double> calcWide(const Arguments& x) {
+  return calcHypergeometricPFQByWide(x.a.data(), static_cast<int32_t>(x.a.size()), x.b.data(),
+                                     static_cast<int32_t>(x.b.size()), x.z);
+}
+
+bool sameBits(double x, double y) { return std::bit_cast<uint64_t>(x) == std::bit_cast<uint64_t>(y); }
+
+/// A family of arguments that distributions and incomplete gamma and beta functions meet.
+struct Family {
+  const char* name;
+  int count;
+  double leastShare;  // of the arguments that the fast path must decide itself
+  std::function<Arguments(double a, double b, double t)> make;  // shapes a, b in 0.1..100, t in 0..1
+};
+
+const Family kFamilies[] = {
+    {"lower gamma", 30000, 1.0,
+     [](double a, double, double t) {
+       return Arguments{{a}, {a + 1}, -10 * t};
+     }},
+    {"gamma, x to 60", 2000, 0.25,
+     [](double a, double, double t) {
+       return Arguments{{a}, {a + 1}, -60 * t};
+     }},
+    {"rising gamma", 1500, 1.0,
+     [](double a, double, double t) {
+       return Arguments{{1}, {a + 1}, 1000 * t};
+     }},
+    {"beta", 30000, 0.9,
+     [](double a, double b, double t) {
+       return Arguments{{a, 1 - b}, {a + 1}, t / 2};
+     }},
+    {"beta, second form", 25000, 1.0,
+     [](double a, double b, double t) {
+       return Arguments{{a + b, 1}, {a + 1}, t / 2};
+     }},
+    {"Student inside", 6000, 0.9,
+     [](double a, double, double t) {
+       return Arguments{{0.5, (a + 1) / 2}, {1.5}, -0.9 * t};
+     }},
+    {"Student outside", 1500, 1.0,
+     [](double a, double, double t) {
+       return Arguments{{0.5, (a + 1) / 2}, {1.5}, -1.01 - 50 * t * t};
+     }},
+    {"inverted beta inside", 4000, 0.6,
+     [](double a, double b, double t) {
+       return Arguments{{b, a + b}, {b + 1}, -0.9 * t};
+     }},
+    {"inverted beta outside", 1500, 1.0,
+     [](double a, double b, double t) {
+       return Arguments{{b, a + b}, {b + 1}, -1.01 - 50 * t * t};
+     }},
+};
+
+/// Calls body(family, arguments) for every argument of every family; scale thins them out.
+void forFamilies(int scale, const std::function<void(const Family&, const Arguments&)>& body) {
+  std::mt19937_64 random(20240611);
+  std::uniform_real_distribution<double> unit(0.0, 1.0);
+  const auto shape = [&] { return 0.1 * std::pow(1000.0, unit(random)); };
+  for (const Family& family : kFamilies)
+    for (int i = 0; i < family.count / scale; ++i) {
+      const double a = shape(), b = shape();
+      body(family, family.make(a, b, unit(random)));
+    }
+}
+
+TEST(Hypergeometric, ValuesAreThoseOfTheReferences) {
+  checkReference("special/hypergeometric.csv", [](const ReferenceRow& row) {
+    const auto p = static_cast<std::ptrdiff_t>(row.arguments[0]), q = static_cast<std::ptrdiff_t>(row.arguments[1]);
+    const auto first = row.arguments.begin() + 2;
+    return calc({{first, first + p}, {first + p, first + p + q}, row.arguments.back()});
+  });
+}
+
+TEST(Hypergeometric, EveryPathGivesTheDoubleOfTheGmpSeries) {
+  std::map<std::string, int> decided;
+  forFamilies(1, [&](const Family& family, const Arguments& x) {
+    const double expected = calcByGMP(x), value = calc(x);
+    const auto fast = calcFast(x);
+    decided[family.name] += fast.has_value();
+    if (!sameBits(value, expected) || !sameBits(fast.value_or(expected), expected))
+      ADD_FAILURE() << family.name << " " << print(x) << ": " << std::hexfloat << value << ", not " << expected;
+  });
+  for (const Family& family : kFamilies)  // else the comparison would hold the GMP series against itself
+    EXPECT_GE(decided[family.name], 0.999 * family.leastShare * family.count) << family.name;
+}
+
+TEST(Hypergeometric, ProductsWithoutFusedInstructionGiveTheSame) {
+  int decided = 0;
+  forFamilies(10, [&](const Family& family, const Arguments& x) {
+    const auto plain = calcFast(x, false);
+    decided += plain.has_value();
+    if (plain && !sameBits(*plain, calcByGMP(x))) ADD_FAILURE() << family.name << " " << print(x);
+  });
+  EXPECT_GT(decided, 9000);
+}
+
+TEST(Hypergeometric, WideFloatsGiveTheSame) {
+  int decided = 0, beyondDoubleDouble = 0;
+  forFamilies(4, [&](const Family& family, const Arguments& x) {
+    const auto wide = calcWide(x);
+    decided += wide.has_value();
+    beyondDoubleDouble += wide && !calcFast(x);
+    if (wide && !sameBits(*wide, calcByGMP(x))) ADD_FAILURE() << family.name << " " << print(x);
+  });
+  EXPECT_GT(decided, 20000);
+  EXPECT_GT(beyondDoubleDouble, 250);
+}
+
+// Parameters and arguments that lie anywhere: the fast path must decline where its bounds do not hold.
+TEST(Hypergeometric, OddArgumentsGiveTheSame) {
+  std::mt19937_64 random(7);
+  std::uniform_real_distribution<double> unit(0.0, 1.0);
+  const auto number = [&] {
+    switch (random() % 6) {
+      case 0:
+        return std::round(20 * unit(random) - 10);
+      case 1:
+        return std::round(20 * unit(random) - 10) + std::ldexp(unit(random) - 0.5, -static_cast<int>(random() % 60));
+      case 2:
+        return std::ldexp(unit(random) - 0.5, static_cast<int>(random() % 140) - 70);
+      default:
+        return 40 * unit(random) - 20;
+    }
+  };
+  int decided = 0;
+  for (int i = 0; i < 20000; ++i) {
+    Arguments x{{}, {}, random() % 4 ? 4 * unit(random) - 2 : number()};
+    if (std::abs(std::abs(x.z) - 1) < 0.02 || x.z > 1e4) x.z = 0.25;
+    for (auto n = random() % 5; n > 0; --n) x.a.push_back(number());
+    for (auto n = random() % 5; n > 0; --n) x.b.push_back(number());
+    if (x.a.size() > x.b.size() + 1) x.a.resize(x.b.size() + 1);
+    const double value = calc(x);
+    if (std::isnan(value) || (x.a.size() == 1 && x.b.empty())) continue;  // poles; the closed form
+    const auto fast = calcFast(x), wide = calcWide(x);
+    decided += fast.has_value();
+    if (const double expected = calcByGMP(x); !sameBits(value, expected) ||
+                                              !sameBits(fast.value_or(expected), expected) ||
+                                              !sameBits(wide.value_or(expected), expected))
+      ADD_FAILURE() << print(x) << ": " << std::hexfloat << value << ", not " << expected;
+  }
+  EXPECT_GT(decided, 5000);
+}
+
+TEST(Hypergeometric, LongSeriesEndAtTheCap) {
+  const Arguments atOne{{1.0, 1.0}, {2.0}, 1.0}, alternating{{0.5, 1.5}, {1.5}, -1.0};
+  // H_n, n = 10^6 terms with the first: ln n + gamma + 1/(2n).
+  EXPECT_NEAR(calc(atOne), std::log(1e6) + 0.57721566490153286 + 0.5e-6, 2e-12);
+  EXPECT_TRUE(sameBits(calc(atOne), calcByGMP(atOne)));
+  EXPECT_TRUE(sameBits(calc(alternating), calcByGMP(alternating)));
+}
+
+TEST(Hypergeometric, PolesClosedFormAndEnds) {
+  EXPECT_TRUE(std::isnan(calc({{1.0}, {-2.0}, 0.5})));
+  EXPECT_TRUE(std::isnan(calc({{1.0}, {0.0}, 0.5})));
+  EXPECT_TRUE(std::isnan(calc({{1.0, 2.0}, {3.0, -2.0 + 0x1p-51}, 0.5})));
+  EXPECT_TRUE(std::isfinite(calc({{1.0}, {-2.5}, 0.5})));
+  EXPECT_EQ(calc({{2.0}, {}, 0.5}), 4.0);
+  EXPECT_EQ(calc({{-2.0}, {}, 3.0}), 4.0);          // (1 - z)^2 by the series, ended by a zero term
+  EXPECT_EQ(calc({{2.0, 0.0}, {3.5}, 0.25}), 1.0);  // b = 1 in the incomplete beta function
+  EXPECT_EQ(calc({{2.0, 3.0}, {3.5}, 0.0}), 1.0);
+  EXPECT_EQ(calc({{-1.0}, {1.0}, 0.5}), 0.5);
+  EXPECT_NEAR(calc({{-0.5, 0.5}, {1.0}, 0.5}), 0.859846600102238, 1e-15);
+  EXPECT_NEAR(calc({{1.3, 1.0}, {2.3}, 0.995}), 6.4009067299903, 1e-13);
+  // 1/(1-z)^2 at z = 10: the first term (n + 1) 10^n beyond the double range, n = 306, takes the sum along.
+  EXPECT_EQ(calc({{2.0}, {}, 10.0}), std::numeric_limits<double>::infinity());
+}
+
+TEST(Hypergeometric, NotFiniteArgumentsGiveNaN) {
+  const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
+  for (const double odd : {nan, inf, -inf}) {
+    EXPECT_TRUE(std::isnan(calc({{odd}, {2.0}, -1.0})));
+    EXPECT_TRUE(std::isnan(calc({{1.0}, {odd}, -1.0})));
+    EXPECT_TRUE(std::isnan(calc({{1.0}, {2.0}, odd})));
+  }
+}
+
+TEST(Hypergeometric, AnotherRoundingModeDoesNotReachTheResult) {
+  const Arguments x{{0.7}, {1.7}, -3.3};
+  const double expected = calc(x);
+  ASSERT_EQ(std::fesetround(FE_UPWARD), 0);
+  const double upward = calc(x);
+  const bool declined = !calcFast(x).has_value();
+  std::fesetround(FE_TONEAREST);
+  EXPECT_TRUE(sameBits(upward, expected));
+  EXPECT_TRUE(declined);  // its error-free transformations hold for rounding to nearest only
+}
+
+// Many threads at once, half of their arguments through the GMP series, which sets the process-wide precision.
+TEST(Hypergeometric, ThreadsGiveTheSameBitsAndPutThePrecisionBack) {
+  std::vector<Arguments> arguments;
+  std::vector<double> expected;
+  for (int i = 0; i < 40; ++i) {
+    arguments.push_back({{0.5 + i}, {1.5 + i}, -3.0 - 0.1 * i});
+    arguments.push_back({{0.5}, {1.5}, -80.0 - i});  // cancels beyond every bound
+    ASSERT_FALSE(calcFast(arguments.back()));
+  }
+  for (const Arguments& x : arguments) expected.push_back(calcByGMP(x));
+  mpf_set_default_prec(320);
+  const mp_bitcnt_t before = mpf_get_default_prec();
+  std::atomic<int> wrong{0};
+  std::vector<std::thread> threads;
+  for (std::size_t t = 0; t < 8; ++t)
+    threads.emplace_back([&, t] {
+      for (std::size_t round = 0; round < 4 * arguments.size(); ++round) {
+        const std::size_t i = (round + 10 * t) % arguments.size();
+        if (!sameBits(calc(arguments[i]), expected[i])) ++wrong;
+      }
+    });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(mpf_get_default_prec(), before);
+}
+
+// Overlapping in every order, the last one out puts back what the first one found.
+TEST(Hypergeometric, PrecisionGuardsMayOverlap) {
+  mpf_set_default_prec(320);
+  const mp_bitcnt_t before = mpf_get_default_prec();
+  auto first = std::make_unique<HP::DefaultPrecision>(128);
+  EXPECT_LT(mpf_get_default_prec(), before);
+  auto second = std::make_unique<HP::DefaultPrecision>(128);
+  first.reset();
+  EXPECT_LT(mpf_get_default_prec(), before);
+  second.reset();
+  EXPECT_EQ(mpf_get_default_prec(), before);
+}
+
+}  // namespace
