@@ -124,7 +124,7 @@ double calcIncompleteGammaLower(double a, double x) {
   if (x < kEps) return 0;
   if (x > 10) {
     // KEPT: the full gamma from the table's x on (kept.csv: LowerGamma_saturated)
-    const double value = XX
+    if (saturated(a, x)) return std::tgamma(a);
   }
   if (a > 0) return Kernel::lowerGamma(a, x);
   if (x <= 1) return Kernel::lowerGammaSeries(a, x);
