@@ -79,8 +79,7 @@ Complex complexErfc(Complex z) {
     return {1 + erfi.im, -erfi.re};
   }
   // Laplace's fraction, 100 levels from the bottom.
-  // KEPT: a fixed number of levels, too few near the imaginary axis; one would expect convergence (kept.csv:
-  // Erfz_levels)
+  // KEPT: 100 levels, too few near the imaginary axis, where one would expect convergence (kept.csv: Erfz_levels)
   Complex t{1, 0};
   for (int k = 100; k >= 1; --k) {
     t = static_cast<double>(k) / (t + zz);

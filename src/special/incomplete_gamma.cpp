@@ -164,8 +164,8 @@ double calcInverseRUpperIncompleteGamma(double a, double q) {
     if (value < q) {
       bracketed = true;
     } else {
-      // KEPT: at integer a the function rises, no bracket is found and x grows 20 times (kept.csv:
-      // InverseRUpper_integer)
+      // KEPT: at integer a the function rises and x grows 20 times; one would expect the root
+      // (kept.csv: InverseRUpper_integer)
       low = high;
       high *= 8;
     }
