@@ -27,8 +27,7 @@ Complex operator-(double a, Complex b) { return {a - b.re, -b.im}; }
 
 double guarded(double part) { return std::abs(part) < kEps ? 1.0 : part > 0 ? kInf : -kInf; }
 
-// KEPT: a divisor with |d|^2 below eps gives infinities or 1 by the numerator's sign; one would expect the quotient
-// (kept.csv: Division_guard)
+// KEPT: |d|^2 below eps gives infinities or 1 by sign; one would expect the quotient (kept.csv: Division_guard)
 Complex operator/(Complex a, Complex b) {
   const double size = b.re * b.re + b.im * b.im;
   if (size < kEps) return {guarded(a.re), guarded(a.im)};

@@ -164,8 +164,7 @@ double calcInverseRUpperIncompleteGamma(double a, double q) {
     if (value < q) {
       bracketed = true;
     } else {
-      // KEPT: at integer a the function rises and x grows 20 times; one would expect the root
-      // (kept.csv: InverseRUpper_integer)
+      // KEPT: at integer a it rises, so x grows 20 times; one would expect the root (kept.csv: InverseRUpper_integer)
       low = high;
       high *= 8;
     }
