@@ -5,6 +5,10 @@ add_library(orvane_settings INTERFACE)
 # No contraction to fused multiply-add: a value must be the same on every machine.
 target_compile_options(orvane_settings INTERFACE -Wall -Wextra -Wpedantic -ffp-contract=off
                                                  $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # It reports the copies of its own std::string as overlapping (GCC bug 105651).
+  target_compile_options(orvane_settings INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 
 # orvane_subsystem(name source...): one OBJECT library for the subsystem in src/<name>, with hidden visibility.
 function(orvane_subsystem name)

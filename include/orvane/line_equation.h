@@ -3,7 +3,8 @@
  * @file
  * Systems of linear equations: dense least squares, Sylvester's equation, tridiagonal systems.
  *
- * Arrays belong to the host. A negative count counts as 0. Non-finite input gives non-finite output, without a report.
+ * Arrays belong to the host. A negative count counts as 0. Non-finite input gives non-finite output, without a report
+ * (but an infinite entry on the main diagonal of a tridiagonal matrix makes its unknown 0).
  * All functions may run at the same time on distinct arrays.
  */
 #ifndef ORVANE_LINE_EQUATION_H

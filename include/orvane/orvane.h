@@ -10,6 +10,7 @@
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
+#include <orvane/optimizer.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>

@@ -45,6 +45,7 @@ SVD svd(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols, Vec
     out.uCols = vectors == Vectors::full ? rows : k;
     out.vCols = vectors == Vectors::full ? cols : k;
   }
+  const std::size_t sizeU = area(rows, out.uCols), sizeV = area(cols, out.vCols);  // before anything is read
   // The decomposition refuses both an empty matrix and one with a NaN; neither has anything to compute.
   if (k == 0) {
     if (vectors == Vectors::full) {
@@ -55,8 +56,8 @@ SVD svd(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols, Vec
   }
   if (!allFinite(a)) {
     out.values.assign(static_cast<std::size_t>(k), kNaN);
-    out.u.assign(area(rows, out.uCols), kNaN);
-    out.v.assign(area(cols, out.vCols), kNaN);
+    out.u.assign(sizeU, kNaN);
+    out.v.assign(sizeV, kNaN);
     return out;
   }
   const unsigned options = vectors == Vectors::full   ? Eigen::ComputeFullU | Eigen::ComputeFullV

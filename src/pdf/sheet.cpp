@@ -10,8 +10,13 @@ constexpr std::string_view kLineEnd = "\n\\\\\\\\\n";
 constexpr std::string_view kValuesLabel = "参数取值:";
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-    text.replace(at, from.size(), to);
+  std::string result;
+  std::size_t copied = 0;
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, copied)) {
+    result.append(text, copied, at - copied).append(to);
+    copied = at + from.size();
+  }
+  text = result.append(text, copied, std::string::npos);
 }
 
 /// The part of a sheet behind its title.

@@ -111,9 +111,13 @@ class BaseSolver {
   std::vector<std::shared_ptr<OptResult>> history;
 
  protected:
+  void askStop() { asked.store(true, std::memory_order_release); }
   bool stopAsked() const { return asked.load(std::memory_order_acquire); }
   int64_t populationSize() const { return static_cast<int64_t>(population.size()); }
   std::size_t varCount() const { return minVar.size(); }
+  double iteration() const { return static_cast<double>(iter.get()); }
+  double iterations() const { return static_cast<double>(maxIter); }
+  Candidate at(int64_t i) const { return population[static_cast<std::size_t>(i)]; }
 
  private:
   bool offerAway(const Candidate& c, double v);
@@ -121,6 +125,9 @@ class BaseSolver {
 
   std::atomic<bool> asked{false};  // a stop since prepareStart(); survives the lowering of stopFlag in run()
 };
+
+/// Sorts candidates by one of their values, ascending; a NaN stands behind every number. Ties have no defined order.
+void sortBy(std::vector<Candidate>& candidates, double OptVariable::*value);
 
 /// A solver whose run is the common loop around one function an iteration.
 class BaseNormSolver : public BaseSolver {

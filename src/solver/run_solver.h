@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "solver/base_solver.h"
+
+namespace Solver {
+
+/// "RUN", a Runge-Kutta optimiser (after Ahmadianfar et al. 2021): the four slopes of the classical method, taken
+/// between a better and a worse candidate, give the direction of a move.
+class RUNSolver final : public BaseNormSolver {
+ public:
+  RUNSolver();
+
+  Candidate pickA, pickB, pickC, pickBest;
+  const std::vector<double>* better = nullptr;
+  const std::vector<double>* worse = nullptr;
+  NormalDistribution normal2;
+  std::vector<double> mean, delta, rk, v1, v2, v3, wList;
+  std::vector<double> sf;
+  std::vector<int32_t> picks;
+
+ private:
+  bool init();
+  bool iterate();
+  bool step(const Candidate& c, double s);
+  void fill(std::vector<double>& values);
+  void spread(const Candidate& c);
+  void pickThree(const Candidate& c);
+  void slopes();
+  void move(const Candidate& c, double s);
+  void enhance(const Candidate& c);
+  void refine(const Candidate& c, double s);
+  void evaluate(const Candidate& c);
+  bool improve(const Candidate& c);
+};
+
+}  // namespace Solver
