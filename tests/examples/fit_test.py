@@ -195,6 +195,15 @@ class Interrupt(HostTest):
         with open(self.report, encoding='utf-8') as page:
             self.assertIn('The fit was ended early', page.read())
 
+    def test_time_limit(self):
+        start = time.monotonic()
+        result = self.run_host(*self.LONG, '--threads', '342', '--iterations', '1000000', '--precision', '1e-300',
+                               '--seconds', '4', sample('old_faithful.csv'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn('Ended early', result.stderr)
+        self.assertGreater(len(ranking(result.stdout)), 100)
+        self.assertGreater(time.monotonic() - start, 4)
+
     def test_terminal_shows_progress(self):
         """On a terminal the bar appears, tells the best fit so far and its share never falls."""
         master, slave = pty.openpty()
