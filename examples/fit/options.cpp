@@ -123,9 +123,9 @@ const char* usage() {
          "      --header H          auto, yes or no (default: auto, a first cell that is no number is a header)\n"
          "  -f, --fit LIST          all (342), plain (57) or names with commas between them (default: plain)\n"
          "  -s, --solvers LIST      numbers 0 to 10 or names with commas between them: auto, lg, lg2, gto, run, sc0,\n"
-         "                          sc1, swo, iswo, ins (default: iswo)\n"
-         "  -p, --population N      candidates of a solver (default: 24)\n"
-         "  -i, --iterations N      iterations of a solver (default: 150)\n"
+         "                          sc1, swo, iswo, ins (default: gto)\n"
+         "  -p, --population N      candidates of a solver (default: 30)\n"
+         "  -i, --iterations N      iterations of a solver (default: 300)\n"
          "  -t, --threads N         distributions fitted at the same time (default: the number of processors)\n"
          "      --precision E       a solver ends when it improves by less than this (default: 1e-12)\n"
          "  -b, --best N            fits that are plotted and written out, 1 to 8 (default: 5)\n"
@@ -140,7 +140,7 @@ Options readOptions(int argc, char** argv) {
   Options options;
   options.threads = static_cast<int32_t>(std::clamp(std::thread::hardware_concurrency(), 1U, 256U));
   std::string fit = "plain";
-  std::string solvers = "iswo";
+  std::string solvers = "gto";
   bool onlyOperands = false;
   for (int i = 1; i < argc; ++i) {
     std::string option = argv[i];

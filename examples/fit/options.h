@@ -18,8 +18,8 @@ struct Options {
   Header header = Header::automatic;
   std::vector<FunHandle> funs;  ///< distributions to fit
   std::vector<uint8_t> solvers;
-  int32_t population = 24;
-  int32_t iterations = 150;
+  int32_t population = 30;
+  int32_t iterations = 300;
   int32_t threads = 2;
   double precision = 1e-12;
   int32_t best = 5;  ///< fits in the plots, and sheets

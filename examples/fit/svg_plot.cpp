@@ -106,7 +106,7 @@ void SvgPlot::line(const std::vector<double>& xs, const std::vector<double>& ys,
     path += (open ? "L" : "M") + at(xs[i], ys[i]);
     open = true;
   }
-  marks += element("path", {{"class", "line " + style}, {"d", path}});
+  if (!path.empty()) marks += element("path", {{"class", "line " + style}, {"d", path}});
 }
 
 void SvgPlot::steps(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style) {

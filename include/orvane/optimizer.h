@@ -28,7 +28,11 @@ typedef struct OptSolver OptSolver;
 typedef double (*OptCostFun)(const double* x);
 /** Gradient of the objective at x[varSize] into gradient[varSize]. */
 typedef void (*OptGradFun)(const double* x, double* gradient);
-/** Projection: moves x[varSize] to where it is allowed; called on a point after the box has been applied to it. */
+/**
+ * Projection: moves x[varSize] to where it is allowed; called on a point after the box has been applied to it. Restarts
+ * and some moves of LG, LG2 and GTO try points that it has not seen: the objective should be large where x is not
+ * allowed.
+ */
 typedef void (*OptLimitFun)(double* x);
 /** Told with the value 1 that a search has ended. */
 typedef void (*OptDoneFun)(int32_t one);

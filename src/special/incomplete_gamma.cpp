@@ -117,18 +117,17 @@ double calcIncompleteGammaLower(double a, double x) {
     // KEPT: the bare power below 0, where the integral diverges (kept.csv: LowerGamma_negative)
     if (n < 0) return std::pow(x, -n);
     if (x < 0) return Kernel::lowerGammaSeries(n, x);
-    return std::isnan(x) ? kNaN : std::tgamma(a) * Kernel::regularisedGamma(n, x).p;
+    return std::isnan(x) ? kNaN : Kernel::lowerGamma(n, x);
   }
   if (!(x >= 0)) return kNaN;
   // KEPT: 0 below eps, although x^a/a may be large for small or negative a (kept.csv: LowerGamma_tiny)
   if (x < kEps) return 0;
   if (x > 10) {
     // KEPT: the full gamma from the table's x on (kept.csv: LowerGamma_saturated)
-    const double value = saturated(a, x) ? std::tgamma(a) : std::tgamma(a) * calcRLowerIncompleteGamma(a, x);
-    if (!std::isnan(value)) return value;
+    const double value = XX
   }
-  if (a > 0 && a < 170) return std::tgamma(a) * Kernel::regularisedGamma(a, x).p;
-  if (a > 0 || x <= 1) return Kernel::lowerGammaSeries(a, x);
+  if (a > 0) return Kernel::lowerGamma(a, x);
+  if (x <= 1) return Kernel::lowerGammaSeries(a, x);
   return std::tgamma(a) - Kernel::upperGamma(a, x);
 }
 
@@ -147,7 +146,7 @@ double calcIGamma(double a, double x) {
   // KEPT: Ei(x) at 0, where one would expect E_1(x) = -Ei(-x) (kept.csv: UpperGamma_zero)
   if (n == 0) return std::expint(x);
   if (n < 0) return calcExpIntegralN(static_cast<long long>(1 - std::max(n, -9e18)), x) * std::pow(x, n);
-  if (x >= 0) return std::tgamma(n) * Kernel::regularisedGamma(n, x).q;
+  if (x >= 0) return Kernel::upperGamma(n, x);
   if (std::isnan(x)) return kNaN;
   return std::tgamma(n) - Kernel::lowerGammaSeries(n, x);
 }

@@ -88,6 +88,12 @@ double smallQ(double a, double x) {
   return -std::expm1(logarithm) - std::exp(logarithm) * a * sum;
 }
 
+// ratio * gamma(a), through the logarithm where gamma(a) overflows.
+double timesGamma(double a, double ratio) {
+  if (a < 171 || ratio == 0) return std::tgamma(a < 171 ? a : 1) * ratio;
+  return std::exp(calcLngamma(a) + std::log(ratio));
+}
+
 }  // namespace
 
 Regularised regularisedGamma(double a, double x) {
@@ -121,8 +127,14 @@ double lowerGammaSeries(double a, double x) {
   return std::pow(x, a) * sum;
 }
 
+double lowerGamma(double a, double x) {
+  // For small x straight from the series: P alone may leave the range where gamma(a) P does not.
+  if (x < 30 && x < a + 1) return std::pow(x, a) * std::exp(-x) / a * ascendingSum(a, x);
+  return timesGamma(a, regularisedGamma(a, x).p);
+}
+
 double upperGamma(double a, double x) {
-  if (a > 0) return std::tgamma(a) * regularisedGamma(a, x).q;
+  if (a > 0) return timesGamma(a, regularisedGamma(a, x).q);
   if (x > 1 || a < -30) {
     const double scale = std::pow(x, a) * std::exp(-x);
     return scale == 0 ? 0 : scale * legendreFraction(a, x);

@@ -11,6 +11,9 @@ struct Regularised {
 };
 Regularised regularisedGamma(double a, double x);
 
+/// Lower integral LG(a, x) for a > 0, x >= 0.
+double lowerGamma(double a, double x);
+
 /// Upper integral UG(a, x) for any a (not a non-positive integer when x <= 1), x > 0.
 double upperGamma(double a, double x);
 

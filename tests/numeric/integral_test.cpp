@@ -11,6 +11,7 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 using Callback = double (*)(double);
 
+constexpr uint8_t kModes[] = {0, 1, 2};
 int calls = 0;
 
 // A value without any smoothness: no interval of it ever agrees with its halves.
@@ -160,7 +161,7 @@ TEST(SampledIntegral, ExactnessOfEachRule) {
                  cubic = [](double x) { return 4 * x * x * x; };
   for (double step : {0.5, -0.25})
     for (int32_t count : {1, 2, 3, 4, 9, 10}) {
-      for (uint8_t mode : {0, 1, 2}) {
+      for (uint8_t mode : kModes) {
         const std::vector<double> out = running(sampled(count, step, line), step, mode);
         for (int32_t i = 0; i < count; ++i) EXPECT_NEAR(out[i], 3 * i * step - std::pow(i * step, 2), 1e-13);
       }
@@ -190,7 +191,7 @@ TEST(SampledIntegral, NaturalSpline) {
 
 TEST(SampledIntegral, EdgesAndPlace) {
   double values[] = {1, 2, 5}, out = 7;
-  for (uint8_t mode : {0, 1, 2}) {
+  for (uint8_t mode : kModes) {
     data_Integral(values, &out, 1, 0, mode);
     data_Integral(values, &out, 1, -4, mode);
     EXPECT_EQ(out, 7);

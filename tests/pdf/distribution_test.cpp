@@ -141,11 +141,15 @@ TEST(Distribution, DifferencesAreIntegralsOfTheDensity) {
       const double area = h / 18 * (5 * fun.pdf(m - t) + 8 * fun.pdf(m) + 5 * fun.pdf(m + t));
       const double error = std::abs(next - F - area) / (1e-8 + 1e-4 * area);
       if (!(error <= worst)) worst = error;
-      if (!kNoDerivative.contains(base)) EXPECT_GE(next, F) << code << " falls at " << x;
+      if (!kNoDerivative.contains(base)) {
+        EXPECT_GE(next, F) << code << " falls at " << x;
+      }
     }
     if (kNoDerivative.contains(base) || code / 10000 == 10004) {
       // The list is not longer than it must be.
-      if (base != 55 && cells > 0) EXPECT_GT(worst, 1) << code << " needs no exception";
+      if (base != 55 && cells > 0) {
+        EXPECT_GT(worst, 1) << code << " needs no exception";
+      }
       continue;
     }
     EXPECT_GT(cells, 10) << code;

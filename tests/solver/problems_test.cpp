@@ -2,6 +2,8 @@
 // Every solver kind on standard problems with known minima. The generators are seeded by the clock, so the thresholds
 // leave room: each held in hundreds of repeats.
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <numbers>
 
 #include "solver/host.h"
@@ -37,7 +39,8 @@ double shifted(const double* x) {
   for (int i = 0; i < 4; ++i) sum += (x[i] - 1.5 * i - 0.7) * (x[i] - 1.5 * i - 0.7);
   return sum;
 }
-double sumOnCircle(const double* x) { return x[0] + x[1]; }
+// Some moves of LG, LG2 and GTO do not call the projection, so the objective refuses points off the circle.
+double sumOnCircle(const double* x) { return std::abs(std::hypot(x[0], x[1]) - 1.0) < 1e-9 ? x[0] + x[1] : 10.0; }
 void ontoCircle(double* x) {
   const double r = std::hypot(x[0], x[1]);
   if (r > 0.0) x[0] /= r, x[1] /= r;
@@ -105,7 +108,9 @@ TEST(GradientStep, UsesTheHostsGradientAndItsCount) {
     os_setOptimizer(host.os, 4, count, 8, 0, 0, 1, -1.0);
     const double value = host.run();
     EXPECT_EQ(gradients > 0, count > 0);
-    if (count > 0) EXPECT_EQ(value, 0.0);
+    if (count > 0) {
+      EXPECT_EQ(value, 0.0);
+    }
   }
 }
 

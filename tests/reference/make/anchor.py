@@ -35,6 +35,14 @@ def condition(f, t):
     return abs(t * (f(t + step) - f(t)) / step / value)
 
 
+def angle_condition(mode, t):
+    """Condition of modes 3 and 4 with respect to the angle 10 ln t, which is rounded before the sine is taken."""
+    if mode not in (3, 4):
+        return mp.mpf(0)
+    angle = 10 * mp.log(t)
+    return abs(angle * mp.cot(angle)) if mode == 3 else abs(angle * mp.tan(angle))
+
+
 def deflate(mode1, mode2, a, s, n):
     if not a < 10:
         a = abs(transform(mode1, a))
@@ -54,7 +62,7 @@ with open("../solver/anchor_transform.csv", "w") as file:
     for mode in list(range(8)) + [255]:
         for t in (0.03, 0.7, 3.25, 9.5, 10.0, 47.0, 99.0, 100.0, 512.5, 1000.0, 4321.0, 10000.0, 123456.75, 1e9):
             x = mp.mpf(t)
-            row(file, f"mode{mode}", (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x))
+            row(file, f"mode{mode}", (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x) + angle_condition(mode, x))
 
 with open("../solver/anchor_deflate.csv", "w") as file:
     file.write(f"# deflated value: mode1, mode2, a, s, n; mpmath {mp.__version__}, 60 digits\n")
@@ -66,6 +74,8 @@ with open("../solver/anchor_deflate.csv", "w") as file:
                 cond = mp.mpf(0)
                 if a > 0:
                     cond += condition(lambda v: deflate(mode1, mode2, v, y, n), x)
+                if a >= 10:
+                    cond += angle_condition(mode1, x)
                 if s > 0:
                     cond += condition(lambda v: deflate(mode1, mode2, x, v, n), y)
                     # ln(s/n + 1) loses the digits of a small s/n, and the fold magnifies the error of a large one
@@ -74,4 +84,5 @@ with open("../solver/anchor_deflate.csv", "w") as file:
                     cond += (1 + ratio) / ratio
                     if length >= 10:
                         cond += condition(lambda v: abs(transform(mode2, v)) + mp.mpf(0.001), length)
+                        cond += angle_condition(mode2, length)
                 row(file, f"d{mode1}{mode2}", (mode1, mode2, a, s, n), value, cond)
