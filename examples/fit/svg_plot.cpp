@@ -119,8 +119,8 @@ void SvgPlot::steps(const std::vector<double>& xs, const std::vector<double>& ys
 void SvgPlot::dots(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style) {
   for (size_t i = 0; i < xs.size(); ++i)
     if (std::isfinite(xs[i]) && std::isfinite(ys[i]))
-      marks += element("circle",
-                       {{"class", "dots " + style}, {"cx", fixed(left(xs[i]))}, {"cy", fixed(top(ys[i]))}, {"r", "2.6"}});
+      marks += element(
+          "circle", {{"class", "dots " + style}, {"cx", fixed(left(xs[i]))}, {"cy", fixed(top(ys[i]))}, {"r", "2.6"}});
 }
 
 std::string SvgPlot::svg() const {
