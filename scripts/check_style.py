@@ -8,6 +8,7 @@ usage: check_style.py
 - every KEPT comment of src/<subsystem> names a row of tests/reference/<subsystem>/kept.csv, and every row has its comment
 - exports are declared in include/orvane only, each after a doc comment; no catch clause in the library
   but one that throws on
+  but one that throws on
 - the licence line, the size of a file, the end of lines
 Prints one line a finding and exits 1 when there is one.
 """
