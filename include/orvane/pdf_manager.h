@@ -7,9 +7,9 @@
  * there and a kernel density, and fits any list of distributions (orvane/pdf.h) to F by population solvers on threads
  * of its own. The measure of a fit is the sum of (cdf(x[i]) - F[i])^2; densities play no part in it.
  *
- * A host runs pdfManger_optimizer on a thread of its own, polls pdfManger_getProcess, may call pdfManger_stop, and reads
- * the ranking by pdfManger_getSortPDF after the fit has ended. Two managers may fit different distributions at the same
- * time. Managers and kernels are released by api_FreeHandle.
+ * A host runs pdfManger_optimizer on a thread of its own, polls pdfManger_getProcess, may call pdfManger_stop, and
+ * reads the ranking by pdfManger_getSortPDF after the fit has ended. Two managers may fit different distributions at
+ * the same time. Managers and kernels are released by api_FreeHandle.
  */
 #ifndef ORVANE_PDF_MANAGER_H
 #define ORVANE_PDF_MANAGER_H
@@ -33,8 +33,8 @@ ORVANE_API PDFManger* pdfManger_create(void);
 /**
  * Takes a raw sample. It is copied and sorted; a value less than 1e-14 above the first value of the group before it
  * joins that group. F at a group is the share of values up to it, exactly 1 at the last. The density at the groups is a
- * Gaussian kernel density whose widths are 16 times the greater distance of a group to its neighbours (at least 16 * 0.01)
- * but for the first and the last, which take the distance itself (at least 0.01). One group alone has density 0.
+ * Gaussian kernel density whose widths are 16 times the greater distance of a group to its neighbours (at least 16 *
+ * 0.01) but for the first and the last, which take the distance itself (at least 0.01). One group alone has density 0.
  *
  * @param manager  manager; distributions that are being fitted keep the sample they started with
  * @param x        [n] values in any order; NaN and infinite values are left out
@@ -47,8 +47,8 @@ ORVANE_API void pdfManger_setData(PDFManger* manager, const double* x, int32_t n
  * weight divided by the total. Weights that are all 0 give F = 0 but for the last entry, which is 1.
  *
  * @param manager  manager
- * @param pairs    [2*n] couples (x, weight) that ascend in x; they are not sorted here. Couples with a NaN or infinite x
- *                 are left out
+ * @param pairs    [2*n] couples (x, weight) that ascend in x; they are not sorted here. Couples with a NaN or infinite
+ * x are left out
  * @param n        number of couples
  * @return true; false, with the old data kept, if n < 1 or a weight is negative, NaN or infinite
  */
@@ -107,8 +107,8 @@ ORVANE_API void pdfManger_getSrcData(const PDFManger* manager, double* out);
  * @return 1, after a finished fit and at once when one is under way on this manager
  */
 ORVANE_API uint8_t pdfManger_optimizer(PDFManger* manager, PDFFun* const* funs, int32_t funCount,
-                                       const uint8_t* solverCodes, int32_t solverCount, int32_t popSize, int32_t maxIter,
-                                       int32_t threads, double precision);
+                                       const uint8_t* solverCodes, int32_t solverCount, int32_t popSize,
+                                       int32_t maxIter, int32_t threads, double precision);
 
 /** 1 while a fit is under way, else 0. On any thread. */
 ORVANE_API uint8_t pdfManger_isRun(const PDFManger* manager);

@@ -13,9 +13,10 @@ template <class Result, class... Args>
 class FunctionRef<Result(Args...)> {
  public:
   template <class F>
-    requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> && std::is_invocable_r_v<Result, F&, Args...>)
-  FunctionRef(F&& f)
-      : object(const_cast<void*>(static_cast<const void*>(std::addressof(f)))), call([](void* o, Args... args) -> Result {
+  requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> && std::is_invocable_r_v<Result, F&, Args...>)
+      FunctionRef(F&& f)
+      : object(const_cast<void*>(static_cast<const void*>(std::addressof(f)))),
+        call([](void* o, Args... args) -> Result {
           return (*static_cast<std::remove_reference_t<F>*>(o))(std::forward<Args>(args)...);
         }) {}
 

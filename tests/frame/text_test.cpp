@@ -18,7 +18,9 @@ TEST(HandOut, CopiesOnlyWhatFitsAndNeverTerminates) {
 }
 
 TEST(GBK, EncodesChineseInTwoBytes) {
-  EXPECT_EQ(toGBK("概率a"), "\xb8\xc5\xc2\xca" "a");  // GB 2312: 2437, 2042 in rows 24 and 34
+  EXPECT_EQ(toGBK("概率a"),
+            "\xb8\xc5\xc2\xca"
+            "a");  // GB 2312: 2437, 2042 in rows 24 and 34
   EXPECT_THROW(toGBK("\xff"), std::system_error);
 }
 

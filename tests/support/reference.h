@@ -37,8 +37,11 @@ inline std::vector<ReferenceRow> readReference(const std::string& path) {
       ADD_FAILURE() << path << ": short row: " << line;
       continue;
     }
-    ReferenceRow row{cells[0], {}, std::strtod(cells[cells.size() - 2].c_str(), nullptr),
-                     std::strtod(cells.back().c_str(), nullptr), line};
+    ReferenceRow row{cells[0],
+                     {},
+                     std::strtod(cells[cells.size() - 2].c_str(), nullptr),
+                     std::strtod(cells.back().c_str(), nullptr),
+                     line};
     for (std::size_t i = 1; i + 2 < cells.size(); ++i) row.arguments.push_back(std::strtod(cells[i].c_str(), nullptr));
     rows.push_back(row);
   }
@@ -73,6 +76,6 @@ void checkReference(const std::string& path, Call&& call) {
   }
   if (errors.empty()) return;
   std::nth_element(errors.begin(), errors.begin() + static_cast<std::ptrdiff_t>(errors.size() / 2), errors.end());
-  std::cout << path << ": " << errors.size() << " rows, largest " << worst << " ulp, median " << errors[errors.size() / 2]
-            << " ulp; worst: " << worstRow << "\n";
+  std::cout << path << ": " << errors.size() << " rows, largest " << worst << " ulp, median "
+            << errors[errors.size() / 2] << " ulp; worst: " << worstRow << "\n";
 }
