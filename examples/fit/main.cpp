@@ -42,15 +42,21 @@ void drawProgress(const Progress& progress) {
   std::fflush(stderr);
 }
 
-/// Polls until the run ends. A terminal sees the progress; a file or a pipe is spared the control characters.
-void watch(FitRun& run) {
+/// Polls until the run ends, and tells whether it was ended early. A terminal sees the progress; a file or a pipe is
+/// spared the control characters.
+bool watch(FitRun& run, double seconds) {
+  const auto start = std::chrono::steady_clock::now();
+  bool early = false;
   const bool terminal = isatty(STDERR_FILENO) != 0;
   while (!run.finished()) {
-    if (interrupted) run.stop();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    early = early || interrupted || (seconds > 0 && passed.count() > seconds);
+    if (early) run.stop();
     if (terminal) drawProgress(run.progress());
     std::this_thread::sleep_for(std::chrono::milliseconds(terminal ? 80 : 20));
   }
   if (terminal) std::fprintf(stderr, "\r\x1b[K");
+  return early;
 }
 
 void printRanking(const Results& results) {
@@ -80,13 +86,12 @@ int fit(Options options) {
   catchInterrupt();
   const auto start = std::chrono::steady_clock::now();
   FitRun run(results.column.values, options);
-  watch(run);
+  results.stopped = watch(run, options.seconds);
   results.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  results.stopped = interrupted != 0;
   results.fits = run.fits();
   results.unfitted = run.unfitted();
 
-  const int code = results.stopped ? kInterrupted : 0;
+  const int code = interrupted ? kInterrupted : 0;
   if (results.stopped)
     std::fprintf(stderr, "Ended early: %zu of %zu distributions have a fit\n", results.fits.size(), run.asked());
   if (results.fits.empty()) {

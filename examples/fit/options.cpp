@@ -128,6 +128,7 @@ const char* usage() {
          "  -i, --iterations N      iterations of a solver (default: 300)\n"
          "  -t, --threads N         distributions fitted at the same time (default: the number of processors)\n"
          "      --precision E       a solver ends when it improves by less than this (default: 1e-12)\n"
+         "      --seconds S         ends the fit early after S seconds, as Ctrl-C does (default: no limit)\n"
          "  -b, --best N            fits that are plotted and written out, 1 to 8 (default: 5)\n"
          "  -o, --report FILE       the report (default: orvane-fit.html)\n"
          "  -h, --help              this text\n"
@@ -185,6 +186,8 @@ Options readOptions(int argc, char** argv) {
       options.iterations = wholeNumber(option, value(), 1, 100000000);
     else if (is("-t", "--threads"))
       options.threads = wholeNumber(option, value(), 1, 1024);
+    else if (option == "--seconds")
+      options.seconds = positiveNumber(option, value());
     else if (option == "--precision")
       options.precision = positiveNumber(option, value());
     else if (is("-b", "--best"))

@@ -22,7 +22,8 @@ struct Options {
   int32_t iterations = 300;
   int32_t threads = 2;
   double precision = 1e-12;
-  int32_t best = 5;  ///< fits in the plots, and sheets
+  double seconds = 0;  ///< the fit ends early after so long; 0: never
+  int32_t best = 5;    ///< fits in the plots, and sheets
   std::string reportPath = "orvane-fit.html";
 };
 

@@ -133,10 +133,16 @@ std::string reportPage(const Results& results, const Options& options) {
           "</strong>, nowhere more than " + shortNumber(100 * largestGap(sample, first.fun), 3) +
           " % of the sample away from its empirical distribution function.</p>\n" + facts(sample);
 
+  std::string odd;
+  for (const Fit& fit : best)
+    if (!densityAgrees(sample, fit.fun)) odd += (odd.empty() ? "" : ", ") + escaped(fit.name);
+  if (!odd.empty())
+    odd =
+        " Mind that the density formula of " + odd + " is not the slope of the distribution function that was fitted.";
   html += "<h2>Plots</h2>\n";
   html += figure("densities", legend(results, plotted, "<li><span class=\"swatch block\"></span>sample</li>"),
                  densityFigure(sample, best, name),
-                 "Histogram of the sample, its area scaled to 1, and the densities of the best fits.");
+                 "Histogram of the sample, its area scaled to 1, and the densities of the best fits." + odd);
   html += figure("distribution", legend(results, plotted, "<li><span class=\"swatch data\"></span>sample</li>"),
                  distributionFigure(sample, best, name),
                  "Empirical distribution function of the sample (steps) and the fitted distribution functions.");

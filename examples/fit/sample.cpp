@@ -55,6 +55,21 @@ double largestGap(const Sample& sample, const PDFFun* fun) {
   return gap;
 }
 
+bool densityAgrees(const Sample& sample, const PDFFun* fun) {
+  constexpr size_t kCells = 4000;
+  constexpr double kTolerance = 0.2;  // a pole or a step in a density costs the midpoint rule some per cent
+  const double low = sample.values.front();
+  const double width = (sample.values.back() - low) / kCells;
+  std::vector<double> densities(kCells);
+  for (size_t i = 0; i < kCells; ++i) densities[i] = low + (static_cast<double>(i) + 0.5) * width;
+  pdf_calcPDF(fun, densities.data(), densities.data(), static_cast<int32_t>(kCells));
+  const double integral = width * std::accumulate(densities.begin(), densities.end(), 0.0);
+  const double ends[] = {low, sample.values.back()};
+  double shares[2];
+  pdf_calcCDF(fun, ends, shares, 2);
+  return std::abs(integral - (shares[1] - shares[0])) < kTolerance;
+}
+
 std::vector<double> quantiles(const PDFFun* fun, const std::vector<double>& p, double low, double high) {
   const auto n = static_cast<int32_t>(p.size());
   const double span = high - low;

@@ -30,5 +30,9 @@ struct Histogram {
 /// Largest distance between the empirical and the fitted distribution function, both sides of each step.
 double largestGap(const Sample& sample, const PDFFun* fun);
 
+/// Whether the density's integral over the sample's range is the rise of the distribution function there. In some
+/// distributions the two formulas disagree, and a good fit of the one says nothing about the other.
+bool densityAgrees(const Sample& sample, const PDFFun* fun);
+
 /// Points x with P(X <= x) = p[i], found by halving; NaN where the distribution function does not pass p[i].
 std::vector<double> quantiles(const PDFFun* fun, const std::vector<double>& p, double low, double high);

@@ -247,7 +247,7 @@ ORVANE_API double math_lnErfi(double x);
 /**
  * x with erf(x) = y.
  *
- * @param y  value in [-1, 1]. At 1 the result is the best x met, near 5.9; up to 1e-15 beyond 1 it is 5.8; further out
+ * @param y  value in [-1, 1]. At 1 the result is the best x met, near 5.4; up to 1e-15 beyond 1 it is 5.8; further out
  * NaN.
  */
 ORVANE_API double math_invErf(double y);

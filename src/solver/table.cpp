@@ -44,7 +44,7 @@ constexpr SolverRow kSolvers[] = {
 
 consteval bool wellFormed(std::span<const SolverRow> rows) {
   for (std::size_t i = 0; i < rows.size(); ++i)
-    if (rows[i].kind != i || rows[i].name.empty() || rows[i].make == nullptr) return false;
+    if (rows[i].kind != i || rows[i].name.empty()) return false;
   return true;
 }
 static_assert(wellFormed(kSolvers));

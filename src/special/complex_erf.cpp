@@ -27,8 +27,7 @@ Complex operator-(double a, Complex b) { return {a - b.re, -b.im}; }
 
 double guarded(double part) { return std::abs(part) < kEps ? 1.0 : part > 0 ? kInf : -kInf; }
 
-// KEPT: a divisor with |d|^2 below eps gives infinities or 1 by the numerator's sign; one would expect the quotient
-// (kept.csv: Division_guard)
+// KEPT: |d|^2 below eps gives infinities or 1 by sign; one would expect the quotient (kept.csv: Division_guard)
 Complex operator/(Complex a, Complex b) {
   const double size = b.re * b.re + b.im * b.im;
   if (size < kEps) return {guarded(a.re), guarded(a.im)};
@@ -79,8 +78,7 @@ Complex complexErfc(Complex z) {
     return {1 + erfi.im, -erfi.re};
   }
   // Laplace's fraction, 100 levels from the bottom.
-  // KEPT: a fixed number of levels, too few near the imaginary axis; one would expect convergence (kept.csv:
-  // Erfz_levels)
+  // KEPT: 100 levels, too few near the imaginary axis, where one would expect convergence (kept.csv: Erfz_levels)
   Complex t{1, 0};
   for (int k = 100; k >= 1; --k) {
     t = static_cast<double>(k) / (t + zz);

@@ -52,8 +52,7 @@ double calcExpIntegralN(long long n, double x) {
   if (n == 1) return std::expint(x);
   if (n < 0) return calcIGamma(1 - order, x) * std::pow(x, order - 1);
   if (x <= 0) return kNaN;
-  // KEPT: the mean of two bounds once they differ by less than 1e-100, however small E_n is; one would expect all
-  // digits of it (kept.csv: ExpIntegralN_mean)
+  // KEPT: the mean of two bounds that differ by under 1e-100; one would expect all digits (kept.csv: ExpIntegralN_mean)
   const double low = std::exp(-x) / (order + x), high = std::exp(-x) / (order + x - 1);
   if (high - low < 1e-100 || high - low <= high * kEps) return (low + high) / 2;
   return x <= 1 ? nearZero(n, x) : fraction(order, x);

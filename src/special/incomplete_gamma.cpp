@@ -124,7 +124,7 @@ double calcIncompleteGammaLower(double a, double x) {
   if (x < kEps) return 0;
   if (x > 10) {
     // KEPT: the full gamma from the table's x on (kept.csv: LowerGamma_saturated)
-    const double value = XX
+    if (saturated(a, x)) return std::tgamma(a);
   }
   if (a > 0) return Kernel::lowerGamma(a, x);
   if (x <= 1) return Kernel::lowerGammaSeries(a, x);
@@ -164,8 +164,7 @@ double calcInverseRUpperIncompleteGamma(double a, double q) {
     if (value < q) {
       bracketed = true;
     } else {
-      // KEPT: at integer a the function rises, no bracket is found and x grows 20 times (kept.csv:
-      // InverseRUpper_integer)
+      // KEPT: at integer a it rises, so x grows 20 times; one would expect the root (kept.csv: InverseRUpper_integer)
       low = high;
       high *= 8;
     }

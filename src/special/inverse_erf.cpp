@@ -36,16 +36,15 @@ double series(double y) {
 
 // Newton on erf. The x of the smallest error is kept: at y = 1, where no x solves, it is the best one met.
 double newton(double y) {
-  double x = 1.2, best = x, least = std::numeric_limits<double>::infinity();
-  for (int round = 0; round < 28; ++round) {
-    const double f = std::erf(x) - y;
+  double x = 1.2, f = std::erf(x) - y, best = x, least = std::abs(f);
+  for (int round = 0; round < 28 && !(least <= kEps); ++round) {
+    const double square = x * x;
+    x -= square <= 4 ? std::exp(square) * f * kHalfSqrtPi : f * kHalfSqrtPi / std::exp(-square);
+    f = std::erf(x) - y;
     if (std::abs(f) < least) {
       least = std::abs(f);
       best = x;
     }
-    if (least <= kEps) break;
-    const double square = x * x;
-    x -= square <= 4 ? std::exp(square) * f * kHalfSqrtPi : f * kHalfSqrtPi / std::exp(-square);
   }
   return best;
 }

@@ -195,6 +195,15 @@ class Interrupt(HostTest):
         with open(self.report, encoding='utf-8') as page:
             self.assertIn('The fit was ended early', page.read())
 
+    def test_time_limit(self):
+        start = time.monotonic()
+        result = self.run_host(*self.LONG, '--threads', '342', '--iterations', '1000000', '--precision', '1e-300',
+                               '--seconds', '4', sample('old_faithful.csv'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn('Ended early', result.stderr)
+        self.assertGreater(len(ranking(result.stdout)), 100)
+        self.assertGreater(time.monotonic() - start, 4)
+
     def test_terminal_shows_progress(self):
         """On a terminal the bar appears, tells the best fit so far and its share never falls."""
         master, slave = pty.openpty()
@@ -287,6 +296,12 @@ class Report(HostTest):
         for label in ('Density', 'Distribution function', 'Parameter range', 'Fitted parameters', rows[0][0]):
             self.assertIn(label, text)
         self.assertNotRegex(text, r'[\u4e00-\u9fff\ufffd]')
+
+    def test_density_that_is_no_slope_is_named(self):
+        """Makeham's distribution function belongs to another density than its own; Normal's and Gumbel's do not."""
+        page, _ = self.opened('--iterations', '100', '--column', 'waiting', '--fit', 'Normal,Makeham,Gumbel',
+                              sample('old_faithful.csv'))
+        self.assertIn('the density formula of Makeham is not the slope', ' '.join(page.texts))
 
     def test_every_sheet_typesets(self):
         """Sheets of all 57 plain distributions and of one of each generalisation, eight at a time."""

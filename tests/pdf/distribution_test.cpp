@@ -119,7 +119,8 @@ struct Range {
 };
 
 TEST(Distribution, DifferencesAreIntegralsOfTheDensity) {
-  const std::map<int32_t, Range> ranges = {{32, {0, 0.9}}, {51, {-1.5, 1.5}}, {52, {-4, 0}}};  // the series' circle
+  // The series' circle, one side of the centre, and not below the half logistic's location.
+  const std::map<int32_t, Range> ranges = {{27, {0, 6}}, {32, {0, 0.9}}, {51, {-1.5, 1.5}}, {52, {-4, 0}}};
   const double h = 1.0 / 64;
   for (int32_t code : allCodes()) {
     const int32_t base = code % 10000;
@@ -147,7 +148,7 @@ TEST(Distribution, DifferencesAreIntegralsOfTheDensity) {
     }
     if (kNoDerivative.contains(base) || code / 10000 == 10004) {
       // The list is not longer than it must be.
-      if (base != 55 && cells > 0) {
+      if (base != 55 && base != 1 && base != 17 && cells > 0) {  // Psi = psi = e^x by chance in 1 and 17
         EXPECT_GT(worst, 1) << code << " needs no exception";
       }
       continue;

@@ -97,8 +97,8 @@ TEST(Edges, Inverses) {
   EXPECT_EQ(math_invErf(1.0000000000000002), 5.8);
   EXPECT_EQ(math_invErf(-1.0000000000000002), -5.8);
   EXPECT_TRUE(std::isnan(math_invErf(1.1)));
-  EXPECT_NEAR(math_erf(math_invErf(1)), 1, 2.3e-16);
-  EXPECT_LT(math_invErf(1), 7);
+  EXPECT_NEAR(math_invErf(1), 5.36805338134, 1e-2);  // 28 steps of Newton from 1.2 at 40 digits
+  EXPECT_EQ(math_invErf(-1), -math_invErf(1));
   EXPECT_EQ(math_invErfc(1e-20), math_invErf(1));
   EXPECT_TRUE(std::isnan(math_lnErfi(0)));
   EXPECT_EQ(math_invErfi(0), 0);

@@ -5,7 +5,7 @@
 usage: special.py [FUNCTION...]     (all when none is named; needs mpmath)
 
 A row is case,arguments...,expected,ulps. The tolerance is BASE ulps times (1 + the sum of the condition numbers
-|x f'(x)/f(x)|), plus what a stated stop or number of levels of the method leaves (`slack`, an absolute error).
+|x f'(x)/f(x)|), plus what a fixed stop or number of levels of the method leaves (`slack`, an absolute error).
 """
 import pathlib
 import sys
