@@ -108,7 +108,7 @@ TEST(Fit, IdleManagerAnswers) {
   EXPECT_EQ(manager.fit({}, {1}, 20, 50, 2, 1e-12), 1);
   EXPECT_EQ(manager.fit(funs.bare, {}, 20, 50, 2, 1e-12), 1);
   EXPECT_EQ(pdf_getError(funs.bare[0]), 1e300) << "no solver, no fit";
-  EXPECT_EQ(manager.fit(funs.bare, {1}, 20, 50, 2, 1e-12), 1);
+  EXPECT_EQ(manager.fit(funs.bare, {1}, 20, 3000, 2, 1e-12), 1);
   EXPECT_LT(pdf_getError(funs.bare[0]), 0.1);
   EXPECT_EQ(pdfManger_isRun(manager.handle.get()), 0);
   EXPECT_EQ(pdfManger_getProcess(manager.handle.get()), 1000);
