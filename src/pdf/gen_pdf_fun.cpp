@@ -64,8 +64,7 @@ constexpr GenRow kGenRows[] = {
 
 consteval bool wellFormed(std::span<const GenRow> rows) {
   for (const GenRow& row : rows) {
-    if (row.prefix.empty() || row.make == nullptr || row.texts.density.empty() || row.texts.distribution.empty())
-      return false;
+    if (row.prefix.empty() || row.texts.density.empty() || row.texts.distribution.empty()) return false;
     for (const Defaults* own : {&row.lower, &row.upper, &row.start})
       if (own->size != row.defaults.size) return false;
     for (const GenRow& other : rows)

@@ -575,7 +575,7 @@ consteval bool wellFormed(std::span<const PlainRow> rows) {
   int32_t code = 0;
   for (const PlainRow& row : rows) {
     if (row.code != ++code || row.code >= kWrapperStep || row.name.empty() || row.defaults.size == 0) return false;
-    if (row.make == nullptr || row.range == nullptr) return false;
+    // No test for null functions: g++ does not fold it under the sanitizers, and every row's are called by the tests.
     const SheetTexts& t = row.texts;
     for (const std::string_view text : {t.densityLabel, t.density, t.distribution, t.range})
       if (text.empty()) return false;
