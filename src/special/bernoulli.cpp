@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/bernoulli.h"
+#include "special/special_function.h"
 
 #include <limits>
 
@@ -9,7 +10,7 @@ const double kBernoulliTable[kBernoulliCount] = {
 #include "special/bernoulli_data.inc"
 };
 
-double calcPolyByBernoulli(int64_t n, double x) {
+double calcPolyByBernoulli(int32_t n, double x) {
   switch (n) {
     case 0:
       return 1;

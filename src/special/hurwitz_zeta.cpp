@@ -76,7 +76,7 @@ double calcHurwitzZeta(double s, double a) {
   if (a < 0.1 && isInteger(a)) return std::numeric_limits<double>::infinity();
   if (s < 0 && isInteger(s)) {
     const double n = 1 - std::round(s);
-    return n > 258 ? 0 : -calcPolyByBernoulli(static_cast<long long>(n), a) / n;
+    return n > 258 ? 0 : -calcPolyByBernoulli(static_cast<int32_t>(n), a) / n;
   }
   return calcHurwitzZeta_Call4(s, a);
 }

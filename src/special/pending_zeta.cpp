@@ -41,7 +41,6 @@ double calcFresnelC(double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcFresnelS(double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcGoodwinStaton(double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcGlasser(double) { return std::numeric_limits<double>::quiet_NaN(); }
-double calcPolyByBernoulli(int32_t, double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcPolyLegendre(int32_t, double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcPolyLaguerre(int32_t, double) { return std::numeric_limits<double>::quiet_NaN(); }
 double calcPolyHermite(int32_t, double) { return std::numeric_limits<double>::quiet_NaN(); }

@@ -168,7 +168,7 @@ double calcGoodwinStaton(double x);
 double calcGlasser(double x);  ///< integral of sin(t sin t) from 0 to x
 
 // Polynomials of integer order
-double calcPolyByBernoulli(int32_t n, double x);
+double calcPolyByBernoulli(int32_t n, double x);  ///< NaN for n < 0, 0 beyond the table (n > 258)
 double calcPolyLegendre(int32_t n, double x);
 double calcPolyLaguerre(int32_t n, double x);
 double calcPolyHermite(int32_t n, double x);
