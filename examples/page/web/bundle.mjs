@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Writes the report's style sheets and scripts into one C++ source, so that the program needs no file beside it.
+// Writes the pages' style sheets and scripts into one C++ source, so that the program needs no file beside it.
 // usage: node bundle.mjs FOLDER_OF_KATEX OUT.cpp
 import { readFileSync, writeFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
@@ -30,10 +30,10 @@ const licence = readFileSync(join(katex, 'LICENSE'), 'utf8').trim();
 const version = JSON.parse(readFileSync(join(katex, 'package.json'), 'utf8')).version;
 const notice = `/*!\nKaTeX ${version}\n${licence}\n*/\n`;
 
-const styles = readFileSync(join(here, 'report.css'), 'utf8') + notice +
+const styles = readFileSync(join(here, 'page.css'), 'utf8') + notice +
   inlinedFonts(readFileSync(join(katex, 'dist/katex.min.css'), 'utf8'));
 const scripts = scriptText(notice + readFileSync(join(katex, 'dist/katex.min.js'), 'utf8') + '\n' +
-  readFileSync(join(here, 'report.js'), 'utf8'));
+  readFileSync(join(here, 'page.js'), 'utf8'));
 
 // Octal escapes have three digits at most, so a following digit is never swallowed.
 function literal(bytes) {
@@ -62,6 +62,6 @@ ${pieces('kStyles', styles)}
 ${pieces('kScripts', scripts)}
 }  // namespace
 
-std::span<const std::string_view> reportStyles() { return kStyles; }
-std::span<const std::string_view> reportScripts() { return kScripts; }
+std::span<const std::string_view> pageStyles() { return kStyles; }
+std::span<const std::string_view> pageScripts() { return kScripts; }
 `);

@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "complaint.h"
-#include "report.h"
+#include "page.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
   throw Complaint(path + ": the report cannot be written: " + std::strerror(error));
 }
 
-/// A file beside the report that is gone again unless it is kept.
+/// A file beside the page that is gone again unless it is kept.
 class Draft {
  public:
   explicit Draft(const std::string& report) : report(report) {
@@ -54,14 +54,15 @@ class Draft {
 
 }  // namespace
 
-void checkReportPath(const std::string& path, const std::string& dataPath) {
+void checkPagePath(const std::string& path, const std::string& dataPath) {
   std::error_code error;
   if (fs::is_directory(path, error)) complain(path, EISDIR);
   if (fs::exists(path, error) && !fs::is_regular_file(path, error))
     throw Complaint(path + ": the report cannot be written: not a plain file");
-  if (fs::equivalent(path, dataPath, error)) throw Complaint(path + ": the report would replace the data");
+  if (!dataPath.empty() && fs::equivalent(path, dataPath, error))
+    throw Complaint(path + ": the report would replace the data");
   if (fs::exists(path, error) && access(path.c_str(), W_OK) != 0) complain(path, errno);
   const Draft probe(path);
 }
 
-void writeReport(const std::string& path, const std::string& text) { Draft(path).keep(text); }
+void writePage(const std::string& path, const std::string& text) { Draft(path).keep(text); }
