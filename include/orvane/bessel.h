@@ -68,7 +68,7 @@ ORVANE_API double math_SphericalBesselY(double n, double x);
 
 /* Airy functions, the solutions of y'' = x y. */
 
-/** Airy function Ai(x). On (36, 100] the leading term of its expansion, good to 5/(48 x^1.5); 0 above. */
+/** Airy function Ai(x). On (36, 100] exp(-2/3 x^1.5)/(2 sqrt(3) x^0.25), which is 1.024 of its value; 0 above. */
 ORVANE_API double math_AiryAi(double x);
 
 /** Airy function Bi(x); infinite from about 104 on. */

@@ -22,7 +22,7 @@ bool nearInteger(double nu) {
   return distance > kEps && distance < 1e-3;
 }
 
-// log of the leading term gamma(nu)/2 (2/x)^nu of K, which is below the whole for x < nu.
+// log of the leading term gamma(nu) (2/x)^nu of -pi Y, which is below the whole for x < nu.
 double logLeading(double nu, double x) { return std::lgamma(nu) + nu * (std::log(2.0) - std::log(x)); }
 
 // The expansions that stand in for the run-time's J and Y, from order 0 and x = 1e-300 on.
@@ -30,14 +30,15 @@ bool needsDebyeJY(double nu, double x) {
   if (x > 1000) return nu * nu > 2 * x && std::abs(nu - x) > turningWidth(nu);
   return nu > 100 && nu > x + turningWidth(nu);
 }
-bool needsSteed(double nu, double x) { return x > 1000 && nu * nu > 2 * x; }
+bool isTransition(double nu, double x) { return x > 1000 && nu * nu > 2 * x; }
+BesselPair transition(double nu, double x) { return x > 1e9 ? besselJYTransition(nu, x) : besselJYSteed(nu, x); }
 
 double positiveJ(double nu, double x) {
   if (x == 0) return nu == 0 ? 1.0 : 0.0;
   if (std::isinf(x) || std::isinf(nu)) return std::isinf(x) && std::isinf(nu) ? kNaN : 0.0;
   if (x < kTiny) return besselJYTiny(nu, x).first;
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).first;
-  if (needsSteed(nu, x)) return besselJYSteed(nu, x).first;
+  if (isTransition(nu, x)) return transition(nu, x).first;
   return std::cyl_bessel_j(nu, x);
 }
 
@@ -47,7 +48,7 @@ double positiveY(double nu, double x) {
   if (nu > 1 && x < nu && logLeading(nu, x) > 711) return -kInf;
   if (x < kTiny) return besselJYTiny(nu, x).second;
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).second;
-  if (needsSteed(nu, x)) return besselJYSteed(nu, x).second;
+  if (isTransition(nu, x)) return transition(nu, x).second;
   if (x < 2 && nearInteger(nu)) return besselYNearInteger(nu, x);
   return std::cyl_neumann(nu, x);
 }
@@ -64,7 +65,6 @@ double positiveI(double nu, double x) {
 double positiveK(double nu, double x) {
   if (x == 0) return kInf;
   if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? 0.0 : std::isinf(x) ? kNaN : kInf;
-  if (nu > 1 && x < nu && logLeading(nu, x) > 711) return kInf;
   if (x < kTiny) return besselIKTiny(nu, x).second;
   if (nu >= 30) return besselIKDebye(nu, x).second;
   if (x > 700) return besselIKHankel(nu, x).second;
@@ -107,6 +107,9 @@ double calcSphericalBesselJ(double n, double x) {
   if (std::isnan(n) || std::isnan(x)) return kNaN;
   if (x < 0) return isWhole(n) ? (isOdd(n) ? -1.0 : 1.0) * calcSphericalBesselJ(n, -x) : kNaN;
   if (x == 0 && n >= 0) return n == 0 ? 1.0 : 0.0;
+  // The leading term, where J itself may be too small for a double.
+  if (x < 1e-8 && n >= 0)
+    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(kPi) / std::tgamma(n + 1.5);
   return calcBesselJ(n + 0.5, x) * (std::sqrt(kPi / 2) / std::sqrt(x));
 }
 
@@ -114,6 +117,8 @@ double calcSphericalBesselY(double n, double x) {
   if (std::isnan(n) || std::isnan(x)) return kNaN;
   if (x < 0) return isWhole(n) ? (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselY(n, -x) : kNaN;
   if (x == 0 && n < 0 && isWhole(n)) return n == -1 ? 1.0 : 0.0;  // y_n = (-1)^(n+1) j_(-n-1)
+  if (x < 1e-8 && n >= 0)
+    return n > 150 ? -kInf : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(kPi) * std::tgamma(n + 0.5);
   return calcBesselY(n + 0.5, x) * (std::sqrt(kPi / 2) / std::sqrt(x));
 }
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "special/special_function.h"
 
@@ -104,23 +105,23 @@ double climb(Temme start, double mu, double nu, double x, double sign) {
   return low;
 }
 
-/// Leading terms of K_nu at tiny x; above order 1/2 one power outweighs the other.
-double leadingK(double nu, double logHalf) {
-  return nu > 0.5 ? 0.5 * std::exp(nu * logHalf + std::lgamma(nu)) : temmeStart(nu, logHalf);
+/// Leading terms at tiny x; above order 1/2 one power of K outweighs the other.
+double leadingI(double nu, double x) {
+  if (nu < 150) return std::pow(x, nu) / std::exp2(nu) / std::tgamma(nu + 1);
+  return 0;
+}
+double leadingK(double nu, double x) {
+  if (nu > 150) return std::numeric_limits<double>::infinity();
+  return nu > 0.5 ? 0.5 * std::exp2(nu) * std::tgamma(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
 }
 
 }  // namespace
 
-BesselPair besselIKTiny(double nu, double x) {
-  const double logHalf = kLn2 - std::log(x);
-  return {nu == 0 ? 1.0 : std::exp(-nu * logHalf - std::lgamma(nu + 1)), leadingK(nu, logHalf)};
-}
+BesselPair besselIKTiny(double nu, double x) { return {leadingI(nu, x), leadingK(nu, x)}; }
 
 BesselPair besselJYTiny(double nu, double x) {
-  const double logHalf = kLn2 - std::log(x);
-  const double j = nu == 0 ? 1.0 : std::exp(-nu * logHalf - std::lgamma(nu + 1));
-  // Y = -2/pi K + tan(pi nu/2) J in leading terms; the second counts below order 1/2 only.
-  const double k = 2 / kPi * leadingK(nu, logHalf);
+  // Y = -2/pi K - tan(pi nu/2) J in leading terms; the second counts up to order 1/2 only.
+  const double j = leadingI(nu, x), k = 2 / kPi * leadingK(nu, x);
   return {j, nu > 0.5 ? -k : -k - std::tan(kPi * nu / 2) * j};
 }
 
@@ -183,6 +184,13 @@ BesselPair besselIKHankel(double nu, double x) {
   }
   const double half = std::exp(x / 2), inverse = std::exp(-x / 2);
   return {half * (half * plus / std::sqrt(2 * kPi * x)), inverse * (inverse * minus * std::sqrt(kPi / (2 * x)))};
+}
+
+// DLMF 10.19.8, 10.19.9, to the order nu^(-2/3).
+BesselPair besselJYTransition(double nu, double x) {
+  const double root = std::cbrt(nu), a = (x - nu) / root, t = -a * std::cbrt(2.0), size = std::cbrt(2.0) / root;
+  const double first = size * (1 - a / 5 / (root * root)), second = size * size / root * 0.3 * a * a;
+  return {first * calcAiryAi(t) + second * calcDiffAiryAi(t), -first * calcAiryBi(t) - second * calcDiffAiryBi(t)};
 }
 
 BesselPair besselJYSteed(double nu, double x) {

@@ -25,7 +25,8 @@ BesselPair besselIKDebye(double nu, double x);
 /// Hankel's expansion in 1/x: nu^2 < 2x, x > 700.
 BesselPair besselIKHankel(double nu, double x);
 
-/// Steed's two continued fractions, for x > 1000 and nu near x.
+/// For nu near x: Steed's two continued fractions above x = 1000, and above 1e9 the expansion by Airy functions.
 BesselPair besselJYSteed(double nu, double x);
+BesselPair besselJYTransition(double nu, double x);
 
 }  // namespace SpecialFunction

@@ -11,7 +11,7 @@ namespace SpecialFunction {
 namespace {
 
 using HP::HPByGMP;
-constexpr mp_bitcnt_t kFirstBits = 256, kMostBits = 16384;
+constexpr mp_bitcnt_t kFirstBits = 256, kMostBits = 8192;
 constexpr long kGuardBits = 70;
 constexpr unsigned long kMaxTerms = 200000;
 
@@ -30,12 +30,14 @@ std::vector<HPByGMP> numbers(const double* values, int32_t count, mp_bitcnt_t bi
 
 enum class Outcome { kDone, kMoreBits, kNoValue };
 
-Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z,
-                ScaledValue& result) {
+// `highest` becomes the exponent of the largest term.
+Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z, ScaledValue& result,
+                long& highest) {
   std::vector<HPByGMP> upper = numbers(a, p, bits), lower = numbers(b, q, bits);
   const HPByGMP argument(bits, z);
   HPByGMP sum(bits, 1.0), term(bits, 1.0);
-  long highest = 1, last = 1;
+  long last = 1;
+  highest = 1;
   for (unsigned long n = 1;; ++n) {
     if (n > kMaxTerms) return Outcome::kNoValue;
     for (auto& parameter : upper) {
@@ -73,14 +75,16 @@ ScaledValue preciseHypergeometric(const double* a, int32_t p, const double* b, i
       value && std::abs(*value) > 1e-4 && std::abs(*value) < 1e290)
     return {*value, 0};
   ScaledValue result;
-  for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBits; bits *= 2) switch (sumWith(bits, a, p, b, q, z, result)) {
-      case Outcome::kDone:
-        return result;
-      case Outcome::kNoValue:
-        return none;
-      case Outcome::kMoreBits:
-        break;
-    }
+  mp_bitcnt_t bits = kFirstBits;
+  while (bits <= kMostBits) {
+    long highest = 0;
+    const Outcome outcome = sumWith(bits, a, p, b, q, z, result, highest);
+    if (outcome == Outcome::kDone) return result;
+    if (outcome == Outcome::kNoValue) return none;
+    // A sum of the order of 1 is what the largest term has to be held against; doubled where it is smaller.
+    const auto wanted = static_cast<mp_bitcnt_t>(highest + 2 * kGuardBits);
+    bits = wanted > bits ? wanted : 2 * bits;
+  }
   return none;
 }
 

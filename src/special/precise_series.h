@@ -16,7 +16,7 @@ struct ScaledValue {
 };
 
 /// pFq(a; b; z) to about double precision, however much its terms cancel: floats of as many bits as the cancellation
-/// takes, up to 16384. Ends at 200,000 terms without a value.
+/// takes, up to 8192. Ends at 200,000 terms without a value.
 ScaledValue preciseHypergeometric(const double* a, int32_t p, const double* b, int32_t q, double z);
 
 /// sum over k of weight[k mod 3] t_k x^k, k = 0, 1, ..., where t_(k+3)/t_k = 1/((k+2)(k+3)) when `derivative` is false,

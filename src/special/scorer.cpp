@@ -96,7 +96,7 @@ double calcAiryHi(double x) {
 double calcDiffAiryHi(double x) {
   if (std::isnan(x)) return kNaN;
   if (x > kOverflow) return kInf;
-  if (x < -14.999999999999998) return -asymptoticDiffGi(x);
+  if (x < -20) return -asymptoticDiffGi(x);  // before it the terms grow again too early
   constexpr int kSigns[3] = {1, 1, 1};
   if (x < -1) return preciseThirds(kDiffStart, kSigns, true, x) / kPi;
   return thirds(0.9388929401017445, x, 0.6439496584270346 * x * x, kSigns, true, x) / kPi;

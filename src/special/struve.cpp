@@ -56,6 +56,20 @@ double aboveY(double nu, double x) {
   return signOfGamma(nu + 0.5) * 2 / kSqrtPi * sum * std::exp(nu * std::log(x / 2) - std::lgamma(nu + 0.5));
 }
 
+/// H for nu > x by (x/2)^(nu-1)/(sqrt(pi) gamma(nu + 1/2)) times a sum (DLMF 11.6.1), what is left being far smaller;
+/// NaN where its terms do not fall below the last digit.
+double endpointSeries(double nu, double x) {
+  double term = 1, sum = 1;
+  for (double k = 0; k < nu - 1; k += 1) {
+    const double step = (k + 0.5) / (x / 2) * ((nu - 0.5 - k) / (x / 2));
+    if (step >= 0.9) return kNaN;
+    term *= step;
+    sum += term;
+    if (term < kEps / 16 * sum) return sum / kSqrtPi * std::exp((nu - 1) * std::log(x / 2) - std::lgamma(nu + 0.5));
+  }
+  return kNaN;
+}
+
 }  // namespace
 
 double calcStruveH(double nu, double x) {
@@ -65,6 +79,10 @@ double calcStruveH(double nu, double x) {
   if (nu <= -1.5 && isWhole(nu + 0.5)) return (isOdd(-nu - 0.5) ? -1.0 : 1.0) * calcBesselJ(-nu, x);
   // KEPT: NaN where the series would pass 1,000,000 pairs; one would expect a value (kept.csv: StruveH_cap)
   if (std::isinf(x) || std::isinf(nu) || logTerm(nu, x / 2, 2 * kMaxPairs) > std::log(kPairLimit)) return kNaN;
+  if (x > 300 && nu > x) {
+    const double value = kConstantRatio * endpointSeries(nu, x);
+    if (!std::isnan(value)) return value;
+  }
   if (x <= 30 || nu > x) return series(nu, x, -1);
   // The same value where the terms of the series would cancel.
   return kConstantRatio * (calcBesselY(nu, x) + aboveY(nu, x));
