@@ -138,7 +138,9 @@ double besselKNearInteger(double nu, double x) {
 BesselPair besselJYDebye(double nu, double x) {
   if (nu > x) {
     const double root = std::sqrt(nu - x) * std::sqrt(nu + x);  // nu tanh(alpha)
-    const double exponent = nu * (std::log(nu + root) - std::log(x)) - root;
+    // alpha without loss where it is small, and without overflow at tiny x.
+    const double alpha = nu < 2 * x ? std::log1p((nu - x + root) / x) : std::log(nu + root) - std::log(x);
+    const double exponent = nu * alpha - root;
     const double p = nu / root;
     double plus = 0, minus = 0;
     debyeSum(1 / root, p * p, [&](int k, double term) {
@@ -163,7 +165,8 @@ BesselPair besselJYDebye(double nu, double x) {
 
 BesselPair besselIKDebye(double nu, double x) {
   const double root = std::hypot(nu, x), p = nu / root;
-  const double exponent = root - nu * (std::log(nu + root) - std::log(x));
+  const double ratio = nu < 1e100 * x ? std::log((nu + root) / x) : std::log(nu + root) - std::log(x);
+  const double exponent = root - nu * ratio;
   double plus = 0, minus = 0;
   debyeSum(1 / root, p * p, [&](int k, double term) {
     plus += term;
