@@ -140,7 +140,7 @@ TEST(Airy, EdgesAndOddValues) {
   EXPECT_EQ(math_DiffAiryHi(kInf), kInf);
   // kept.csv: AiryAi_tail. Ai(40) (mpmath) times sqrt(pi/3) (1 + 5/(48 40^1.5)), to the next term of the expansion.
   EXPECT_NEAR(math_AiryAi(40) / 6.3657426585529149e-75, std::sqrt(kPi / 3) * (1 + 5 / (48 * 40 * std::sqrt(40.0))),
-              3e-7);
+              2e-6);
   EXPECT_EQ(math_AiryAiZero(1), -2.338107410459767);
   EXPECT_TRUE(std::isnan(math_AiryAiZero(2.5)));
   EXPECT_TRUE(std::isnan(math_AiryAiZero(kNaN)));
@@ -175,7 +175,7 @@ TEST(Struve, EdgesAndOddValues) {
   // H of order 1/2 is sqrt(2/(pi x)) (1 - cos x); kept.csv: Struve_constant, 9.04e-15 above it.
   for (const double x : {1.0, 2.0, 3.0, 100.0}) {
     const double expected = std::sqrt(2 / (kPi * x)) * (1 - std::cos(x));
-    EXPECT_NEAR(math_StruveH(0.5, x) / expected, 1 + 9.04e-15, x > 30 ? 1e-13 : 2e-15) << x;
+    EXPECT_NEAR(math_StruveH(0.5, x) / expected, 1 + 9.04e-15, x > 30 ? 1e-12 : 2e-15) << x;
   }
   EXPECT_NEAR(math_StruveL(0.5, 1) / (std::sqrt(2 / kPi) * (std::cosh(1.0) - 1)), 1 + 9.04e-15, 2e-15);
   // kept.csv: StruveH_cap. At order 0 the millionth pair falls under 1e-15 up to about 1.4715e6.
