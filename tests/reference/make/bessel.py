@@ -300,11 +300,13 @@ def parabolic():
     cases = grid("right", orders, points) + grid("left", orders, [-x for x in points if 0 < x < 26])
     # The fifteen digits of sqrt(pi) and log 2 that V uses.
     fifteen = lambda a, v: abs(v) * (mp.mpf("2.3e-15") + abs(a[0]) * mp.mpf("1.6e-16"))
-    write("math_ParabolicCylinderU", pcf_u, cases, base=16, slack=fifteen)
-    write("math_ParabolicCylinderV", pcf_v, cases, base=12, slack=fifteen)
+    # Gamma functions by their logarithms, of the size a log(a); the condition of a counts for them but at x < 0.
+    logs = lambda a, x: 16 + abs(a) * mp.log(1 + abs(a))
+    write("math_ParabolicCylinderU", pcf_u, cases, base=logs, slack=fifteen)
+    write("math_ParabolicCylinderV", pcf_v, cases, base=logs, slack=fifteen)
     write("math_ParabolicCylinderD", lambda n, x: pcf_u(-n - HALF, x),
           grid("ordinary", [0, 1, -1, -2, -3, -7, 0.5, 3.3, 12, 50, 120.5], [0, 0.5, -0.5, 2.0, -2.0, 6.0, -6.0, 15.0, -15.0]),
-          base=12, slack=fifteen)
+          base=logs, slack=fifteen)
 
 
 bessel()
