@@ -7,12 +7,16 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/frame.h>
+#include <orvane/hypergeometric.h>
 #include <orvane/integral.h>
+#include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
+#include <orvane/polynomial_functions.h>
 #include <orvane/special.h>
+#include <orvane/zeta.h>
 
 #endif
