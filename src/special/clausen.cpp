@@ -51,17 +51,18 @@ double plainSum(double n, double x, bool sine) {
   constexpr int kBlock = 64;
   const double s1 = std::sin(x), c1 = std::cos(x);
   const bool cube = n == 3, fourth = n == 4;
-  double sum = 0;
+  long double sum = 0;  // hundreds of thousands of terms below the last bit of a double
   for (double k = 1;;) {
-    double s = std::sin(k * x), c = std::cos(k * x);
+    double s = std::sin(k * x), c = std::cos(k * x), part = 0;
     for (int i = 0; i < kBlock; ++i, k += 1) {
       const double power = cube ? k * k * k : fourth ? (k * k) * (k * k) : std::pow(k, n);
-      sum += (sine ? s : c) / power;
-      if (power >= 1e17) return sum;
+      part += (sine ? s : c) / power;
+      if (power >= 1e17) return static_cast<double>(sum + part);
       const double next = s * c1 + c * s1;
       c = c * c1 - s * s1;
       s = next;
     }
+    sum += part;
   }
 }
 

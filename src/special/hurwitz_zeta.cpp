@@ -43,7 +43,9 @@ Real bernoulliTail(Real s, Real t, Real power) {
   Real sum = 0;
   Real factor = s * power / t / 2;  // s...(s+2j-2)/(2j)! t^(1-s-2j)
   for (int j = 1; j <= 100; ++j) {
-    const Real term = static_cast<Real>(kBernoulliTable[2 * j]) * factor;
+    // 1/6 and -1/30 with all digits of Real.
+    const Real number = j == 1 ? Real(1) / 6 : j == 2 ? Real(-1) / 30 : static_cast<Real>(kBernoulliTable[2 * j]);
+    const Real term = number * factor;
     sum += term;
     if (std::abs(term) < 1e-15) break;
     factor *= (s + 2 * j - 1) / (2 * j + 1) * ((s + 2 * j) / (2 * j + 2)) / (t * t);
@@ -54,8 +56,8 @@ Real bernoulliTail(Real s, Real t, Real power) {
 // Euler and Maclaurin, a >= 0, with t = a+N after N direct terms.
 double eulerMaclaurin(double s, double a) {
   const int direct = s < 0 ? 6 : 100;
-  const double t = a + direct;
   if (s >= 0) {
+    const double t = a + direct;
     double sum = 0;
     for (int k = direct - 1; k >= 0; --k) sum += inversePower(a + k, s);
     const double power = std::pow(t, -s);
@@ -63,7 +65,7 @@ double eulerMaclaurin(double s, double a) {
   }
   // For s < 0 these parts are large and cancel: in long double.
   using Wide = long double;
-  const Wide power = std::pow(static_cast<Wide>(t), -static_cast<Wide>(s));
+  const Wide t = static_cast<Wide>(a) + direct, power = std::pow(t, -static_cast<Wide>(s));
   Wide sum = power * t / (static_cast<Wide>(s) - 1) + power / 2;
   for (int k = direct - 1; k >= 0; --k) sum += std::pow(static_cast<Wide>(a) + k, -static_cast<Wide>(s));
   return static_cast<double>(sum + bernoulliTail<Wide>(s, t, power));

@@ -79,13 +79,13 @@ std::optional<Scaled> byRecurrence(double a, double b, double x) {
   double down = std::max(0.0, std::ceil(std::max(-a, b - a - 1) + 0.25));
   if (!(down <= kMostDown) || 200 / x > kMostSteps) return std::nullopt;
   const double top = a + down;
-  int start = 20 + static_cast<int>(100 / x);
+  int start = 40 + static_cast<int>(130 / x);  // the rest is about exp(-4 sqrt(start x))
   auto value = backward(top, b, x, start);
   for (;;) {
     start *= 2;
     if (start > kMostSteps) return std::nullopt;
     const auto finer = backward(top, b, x, start);
-    const bool same = std::abs(finer.first - value.first) <= 4 * kEps * std::abs(finer.first);
+    const bool same = std::abs(finer.first - value.first) <= 64 * kEps * std::abs(finer.first);
     value = finer;
     if (same || std::isnan(finer.first)) break;
   }

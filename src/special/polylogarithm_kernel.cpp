@@ -39,7 +39,7 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
     else
       scaled *= -w / (2 * kPi * k);
     const double v = 1 - w;
-    const double zeta = v < 12 ? calcZeta(v) : 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
+    const double zeta = v < 25 ? calcZeta(v) : 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
     c[static_cast<std::size_t>(k)] = scaled * std::sin(kPi / 2 * std::fmod(w, 4.0)) * zeta;
   }
   return c;
@@ -87,14 +87,15 @@ struct LogSeries {
       first = (zetaRestAtOne(e) - ratio) * singular;
       for (int k = 0; k < pole; ++k) first *= x;
     }
+    double last = kInf;
     for (int k = 0; k < kTerms; ++k) {
       const Number term = coefficients[static_cast<std::size_t>(k)] * power;
       sum += term;
       power *= x;
-      if (k > 3 && k > s + 2 &&
-          std::abs(power) * std::abs(coefficients[static_cast<std::size_t>(k)]) < 1e-17 * std::abs(sum + first) &&
-          std::abs(term) < 1e-16 * std::abs(sum + first) && k % 2 == 1)
-        break;
+      // Every other coefficient may be 0, so two terms decide.
+      const double size = std::abs(term);
+      if (k > s + 3 && std::max(size, last) < 1e-17 * std::abs(sum + first)) break;
+      last = size;
     }
     return first + sum;
   }
