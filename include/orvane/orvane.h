@@ -9,12 +9,16 @@
 #include <orvane/bessel.h>
 #include <orvane/elliptic.h>
 #include <orvane/frame.h>
+#include <orvane/hypergeometric.h>
 #include <orvane/integral.h>
+#include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
+#include <orvane/polynomial_functions.h>
 #include <orvane/special.h>
+#include <orvane/zeta.h>
 
 #endif
