@@ -36,8 +36,7 @@ bool refuseDiff(const SymObject& node, const char* word, const std::vector<int>&
     return true;
   }
   message += toGBK("的第");
-  for (std::size_t i = 0; i < positions.size(); ++i)
-    message += (i > 0 ? "," : "") + std::to_string(positions[i] + 1);
+  for (std::size_t i = 0; i < positions.size(); ++i) message += (i > 0 ? "," : "") + std::to_string(positions[i] + 1);
   message += toGBK("个参数不支持求导");
   return true;
 }

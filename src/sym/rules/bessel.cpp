@@ -15,10 +15,10 @@ const Rule dWeberE{kRefused, [](Arg n, Arg u) { return 0.5 * (WeberE(n - 1, u) -
 // DLMF 11.4.27 and 11.4.31: the term (u/2)^n/(2 sqrt(pi) Gamma(n + 3/2)) joins the recurrence of the Bessel functions.
 static Expr struveTerm(Arg n, Arg u) { return Pow(0.5 * u, n) / (3.5449077018110318 * Gamma(n + 1.5)); }
 
-const Rule dStruveH{
-    kRefused, [](Arg n, Arg u) { return 0.5 * (StruveH(n - 1, u) - StruveH(n + 1, u)) + struveTerm(n, u); }};
-const Rule dStruveL{
-    kRefused, [](Arg n, Arg u) { return 0.5 * (StruveL(n - 1, u) + StruveL(n + 1, u)) + struveTerm(n, u); }};
+const Rule dStruveH{kRefused,
+                    [](Arg n, Arg u) { return 0.5 * (StruveH(n - 1, u) - StruveH(n + 1, u)) + struveTerm(n, u); }};
+const Rule dStruveL{kRefused,
+                    [](Arg n, Arg u) { return 0.5 * (StruveL(n - 1, u) + StruveL(n + 1, u)) + struveTerm(n, u); }};
 
 // The sum of u^k/(k! Gamma(a k + b)).
 const Rule dWrightBessel{kRefused, kRefused, [](Arg a, Arg b, Arg u) { return WrightBessel(a, a + b, u); }};

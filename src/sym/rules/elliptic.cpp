@@ -57,26 +57,25 @@ const Rule dEllipticF{[](Arg phi, Arg m) { return 1 / delta(phi, m); },
                                halfSinTwice(phi) / (2 * ((1 - m) * delta(phi, m)));
                       }};
 
-static const Rule completePI{
-    [](Arg n, Arg m) {
-      const Expr pi = EllipticPI(n, m);
-      return (EllipticE(m) + (m - n) * EllipticK(m) / n + (square(n) - m) * pi / n) / (2 * ((m - n) * (n - 1)));
-    },
-    [](Arg n, Arg m) { return (EllipticE(m) / (m - 1) + EllipticPI(n, m)) / (2 * (n - m)); }};
-const Rule dEllipticPI{
-    {[](Arg n, Arg phi, Arg m) {
-       const Expr pi = EllipticPI(n, phi, m);
-       return (EllipticE(phi, m) + (m - n) * EllipticF(phi, m) / n + (square(n) - m) * pi / n -
-               n * delta(phi, m) * halfSinTwice(phi) / (1 - n * square(Sin(phi)))) /
-              (2 * ((m - n) * (n - 1)));
-     },
-     [](Arg n, Arg phi, Arg m) { return 1 / ((1 - n * square(Sin(phi))) * delta(phi, m)); },
-     [](Arg n, Arg phi, Arg m) {
-       return (EllipticE(phi, m) / (m - 1) + EllipticPI(n, phi, m) -
-               m * halfSinTwice(phi) / ((m - 1) * delta(phi, m))) /
-              (2 * (n - m));
-     }},
-    &completePI};
+static const Rule completePI{[](Arg n, Arg m) {
+                               const Expr pi = EllipticPI(n, m);
+                               return (EllipticE(m) + (m - n) * EllipticK(m) / n + (square(n) - m) * pi / n) /
+                                      (2 * ((m - n) * (n - 1)));
+                             },
+                             [](Arg n, Arg m) { return (EllipticE(m) / (m - 1) + EllipticPI(n, m)) / (2 * (n - m)); }};
+const Rule dEllipticPI{{[](Arg n, Arg phi, Arg m) {
+                          const Expr pi = EllipticPI(n, phi, m);
+                          return (EllipticE(phi, m) + (m - n) * EllipticF(phi, m) / n + (square(n) - m) * pi / n -
+                                  n * delta(phi, m) * halfSinTwice(phi) / (1 - n * square(Sin(phi)))) /
+                                 (2 * ((m - n) * (n - 1)));
+                        },
+                        [](Arg n, Arg phi, Arg m) { return 1 / ((1 - n * square(Sin(phi))) * delta(phi, m)); },
+                        [](Arg n, Arg phi, Arg m) {
+                          return (EllipticE(phi, m) / (m - 1) + EllipticPI(n, phi, m) -
+                                  m * halfSinTwice(phi) / ((m - 1) * delta(phi, m))) /
+                                 (2 * (n - m));
+                        }},
+                       &completePI};
 
 // Z = E(phi, m) - r F(phi, m) with r = E(m)/K(m), r' = -(r^2 - 2 (1 - m) r + 1 - m)/(2 m (1 - m)).
 const Rule dJacobiZeta{[](Arg phi, Arg m) { return delta(phi, m) - EllipticE(m) / (EllipticK(m) * delta(phi, m)); },
@@ -87,8 +86,7 @@ const Rule dJacobiZeta{[](Arg phi, Arg m) { return delta(phi, m) - EllipticE(m) 
                                 r * halfSinTwice(phi) / (2 * ((1 - m) * delta(phi, m)));
                        }};
 
-const Rule dJacobianAmp{[](Arg u, Arg m) { return JacobianDn(u, m); },
-                        [](Arg u, Arg m) { return amplitudeByM(u, m); }};
+const Rule dJacobianAmp{[](Arg u, Arg m) { return JacobianDn(u, m); }, [](Arg u, Arg m) { return amplitudeByM(u, m); }};
 const Rule dJacobianSn{[](Arg u, Arg m) { return JacobianCn(u, m) * JacobianDn(u, m); },
                        [](Arg u, Arg m) { return JacobianCn(u, m) * amplitudeByM(u, m); }};
 const Rule dJacobianCn{[](Arg u, Arg m) { return -(JacobianSn(u, m) * JacobianDn(u, m)); },

@@ -6,18 +6,17 @@ namespace Sym::Rules {
 using namespace Notation;
 
 const Rule dHypergeometric0F1{kRefused, [](Arg b, Arg u) { return Hypergeometric0F1(b + 1, u) / b; }};
-const Rule dHypergeometric1F1{
-    kRefused, kRefused, [](Arg a, Arg b, Arg u) { return a * Hypergeometric1F1(a + 1, b + 1, u) / b; }};
-const Rule dHypergeometric2F1{
-    kRefused, kRefused, kRefused,
-    [](Arg a, Arg b, Arg c, Arg u) { return a * b * Hypergeometric2F1(a + 1, b + 1, c + 1, u) / c; }};
-const Rule dHypergeometricU{
-    kRefused, kRefused, [](Arg a, Arg b, Arg u) { return -(a * HypergeometricU(a + 1, b + 1, u)); }};
+const Rule dHypergeometric1F1{kRefused, kRefused,
+                              [](Arg a, Arg b, Arg u) { return a * Hypergeometric1F1(a + 1, b + 1, u) / b; }};
+const Rule dHypergeometric2F1{kRefused, kRefused, kRefused, [](Arg a, Arg b, Arg c, Arg u) {
+                                return a * b * Hypergeometric2F1(a + 1, b + 1, c + 1, u) / c;
+                              }};
+const Rule dHypergeometricU{kRefused, kRefused,
+                            [](Arg a, Arg b, Arg u) { return -(a * HypergeometricU(a + 1, b + 1, u)); }};
 
 // DLMF 13.15.1 and its like for W: u f' is f (u/2 - k) and the function of the next k.
 const Rule dWhittakerM{kRefused, kRefused, [](Arg k, Arg m, Arg u) {
-                         return (0.5 - k / u) * WhittakerM(k, m, u) +
-                                (0.5 + m + k) * WhittakerM(k + 1, m, u) / u;
+                         return (0.5 - k / u) * WhittakerM(k, m, u) + (0.5 + m + k) * WhittakerM(k + 1, m, u) / u;
                        }};
 const Rule dWhittakerW{kRefused, kRefused, [](Arg k, Arg m, Arg u) {
                          return (0.5 - k / u) * WhittakerW(k, m, u) - WhittakerW(k + 1, m, u) / u;

@@ -14,9 +14,8 @@ const Rule dBoseEinstein{kRefused, [](Arg s, Arg u) { return BoseEinstein(s - 1,
 const Rule dFermiDirac{kRefused, [](Arg s, Arg u) { return FermiDirac(s - 1, u); }};
 
 // C and S of order n are the sums of cos(k u)/k^n and sin(k u)/k^n; order 0, where they diverge, is written out.
-const Rule dClausenC{kRefused, [](Arg n, Arg u) {
-                       return isNumber(n.node(), 1) ? -0.5 * Cot(0.5 * u) : -ClausenS(n - 1, u);
-                     }};
+const Rule dClausenC{kRefused,
+                     [](Arg n, Arg u) { return isNumber(n.node(), 1) ? -0.5 * Cot(0.5 * u) : -ClausenS(n - 1, u); }};
 const Rule dClausenS{kRefused, [](Arg n, Arg u) { return isNumber(n.node(), 1) ? Expr(-0.5) : ClausenC(n - 1, u); }};
 
 }  // namespace Sym::Rules
