@@ -14,5 +14,8 @@
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>
+#include <orvane/sym.h>
+#include <orvane/sym_diff.h>
+#include <orvane/sym_text.h>
 
 #endif
