@@ -134,7 +134,7 @@ TABLE = [
     ("Hypergeometric1F1", 133, mpmath.hyp1f1, SPECIAL, [(0.75, 1.3, 1.25), (1.5, 0.4, -0.5)], [2]),
     ("Hypergeometric2F1", 134, mpmath.hyp2f1, SPECIAL, [(0.75, 1.3, 2.25, 0.4), (1.5, 0.4, 0.75, -0.5)], [3]),
     ("InverseCoshIntegral", 137, inverse(mpmath.chi, lambda y: 1 + y / 4), SPECIAL, [(0.37,), (2.5,)]),
-    ("InverseGamma", 138, inverse(mpmath.gamma, lambda y: 2 + log(y)), SPECIAL, [(1.75,), (9.0,)]),
+    ("InverseGamma", 138, inverse(mpmath.gamma, lambda y: 1 / (y + 0.5)), SPECIAL, [(1.75,), (9.0,)]),
     ("InverseLnErfi", 139, inverse(ln_erfi, lambda y: sqrt(1 + max(y, 0))), SPECIAL, [(0.37,), (2.5,)]),
     ("InverseSinhIntegral", 140, inverse(mpmath.shi, lambda y: y / (1 + abs(y) / 4)), SPECIAL, [(0.37,), (2.5,)]),
     ("JacobianAmp", 141, amplitude, SPECIAL, [(0.75, 0.3), (1.25, 0.8)]),
