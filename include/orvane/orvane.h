@@ -6,6 +6,7 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/bessel.h>
 #include <orvane/frame.h>
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
