@@ -7,6 +7,7 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/bessel.h>
+#include <orvane/elliptic.h>
 #include <orvane/frame.h>
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
