@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cmath>
-
 #include "sym/edit.h"
+#include "sym/product_rule.h"
 #include "sym/rules/rules.h"
 
 namespace Sym::Rules {
@@ -10,43 +9,6 @@ using namespace Notation;
 
 namespace {
 
-NodePtr product(double coef, std::vector<NodePtr> factors) {
-  if (factors.empty()) return makeNumber(coef);
-  NodePtr node = std::make_shared<SymObject>(Code::Mul, coef);
-  node->args = std::move(factors);
-  node->fnUpdate();
-  return node;
-}
-
-/// The terms of a derivative, numbers apart, and their sum times a factor.
-class Terms {
- public:
-  void add(NodePtr term) {
-    if (isNumber(*term))
-      number_ += term->coef;
-    else
-      terms_.push_back(std::move(term));
-  }
-
-  NodePtr sum(double factor) && {
-    const bool noNumber = std::abs(number_) < kEps;
-    if (terms_.empty()) return makeNumber(number_ * factor);
-    if (terms_.size() == 1 && noNumber) {
-      multiplyValue(*terms_[0], factor);
-      return std::move(terms_[0]);
-    }
-    if (!noNumber) terms_.push_back(makeNumber(number_));
-    NodePtr node = std::make_shared<SymObject>(Code::Add, factor);
-    node->args = std::move(terms_);
-    node->fnUpdate();
-    return node;
-  }
-
- private:
-  std::vector<NodePtr> terms_;
-  double number_ = 0;
-};
-
 NodePtr diffNumber(const SymObject&, const VarPtr&, std::string&) { return makeNumber(0); }
 
 NodePtr diffVariable(const SymObject& node, const VarPtr& variable, std::string&) {
@@ -54,35 +16,15 @@ NodePtr diffVariable(const SymObject& node, const VarPtr& variable, std::string&
 }
 
 NodePtr diffAdd(const SymObject& node, const VarPtr& variable, std::string& message) {
-  Terms terms;
-  for (const NodePtr& arg : node.args) {
-    NodePtr term = arg->fnDiff(variable, message);
-    if (term == nullptr) return nullptr;
-    terms.add(std::move(term));
-  }
-  return std::move(terms).sum(node.coef);
+  DerivativeSum sum(variable, message);
+  for (const NodePtr& term : node.args)
+    if (!sum.addDerivative(*term)) return nullptr;
+  return sum.build(node.coef);
 }
 
-// The product rule: for each factor its derivative times clones of the others.
 NodePtr diffMul(const SymObject& node, const VarPtr& variable, std::string& message) {
-  Terms terms;
-  for (std::size_t i = 0; i < node.args.size(); ++i) {
-    if (isNumber(*node.args[i])) continue;
-    NodePtr slope = node.args[i]->fnDiff(variable, message);
-    if (slope == nullptr) return nullptr;
-    if (isNumber(*slope, 0)) continue;
-    std::vector<NodePtr> factors;
-    factors.reserve(node.args.size());
-    for (std::size_t j = 0; j < node.args.size(); ++j)
-      if (j != i) factors.push_back(cloneNode(*node.args[j]));
-    double coef = 1;
-    if (isNumber(*slope))
-      coef = slope->coef;
-    else
-      factors.push_back(std::move(slope));
-    terms.add(product(coef, std::move(factors)));
-  }
-  return std::move(terms).sum(node.coef);
+  DerivativeSum sum(variable, message);
+  return sum.addDerivative(node) ? sum.build(1) : nullptr;
 }
 
 // With b^e: e b^(e-1) b' where the base varies, b^e ln(b) e' where the exponent does.
