@@ -19,6 +19,9 @@
 #include <orvane/pdf_manager.h>
 #include <orvane/polynomial_functions.h>
 #include <orvane/special.h>
+#include <orvane/sym.h>
+#include <orvane/sym_diff.h>
+#include <orvane/sym_text.h>
 #include <orvane/zeta.h>
 
 #endif
