@@ -14,5 +14,6 @@
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>
+#include <orvane/sym.h>
 
 #endif
