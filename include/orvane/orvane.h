@@ -15,5 +15,8 @@
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
+#include <orvane/sym_calculus.h>
+#include <orvane/sym_polynomial.h>
+#include <orvane/sym_store.h>
 
 #endif

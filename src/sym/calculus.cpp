@@ -9,6 +9,7 @@
 #include "numeric/integral.h"
 #include "numeric/integral_equation.h"
 #include "numeric/ode.h"
+#include "sym/matrix.h"
 #include "sym/operators.h"
 
 namespace Sym {
@@ -52,8 +53,6 @@ struct EquationTerms {
   VarPtr x = recordOf("x"), t = recordOf("t");
 };
 
-}  // namespace
-
 NodePtr taylor(const SymObject& node, const VarPtr& variable, double centre, int32_t order) {
   NodePtr result = makeNumber(0);
   NodePtr derivative = cloneNode(node);
@@ -73,9 +72,29 @@ NodePtr taylor(const SymObject& node, const VarPtr& variable, double centre, int
   return result;
 }
 
-double integral(const SymObject& node, const VarPtr& variable, double a, double b) {
-  SymFun f(node, variable);
-  return Integral::integralByRange(f, a, b, 0);
+}  // namespace
+
+MatrixPtr taylorMatrix(const SymMatrix2d_t& matrix, const std::string& name, double centre, int32_t order) {
+  const auto& symbols = SymManger::instance().symbols;
+  const auto variable = symbols.find(name);
+  if (variable == symbols.end()) return cloneMatrix(matrix);
+  auto result = std::make_shared<SymMatrix2d_t>(matrix.rows(), matrix.cols());
+  for (size_t r = 0; r < matrix.rows(); ++r)
+    for (size_t c = 0; c < matrix.cols(); ++c) {
+      NodePtr& element = result->at(r, c);
+      element = taylor(*matrix.at(r, c), variable->second, centre, order);
+      if (!element) return nullptr;
+    }
+  return result;
+}
+
+void integrals(const SymMatrix2d_t& matrix, const std::string& name, double a, double b, double* out) {
+  const VarPtr variable = recordOf(name);
+  for (const auto& row : matrix.data)
+    for (const NodePtr& element : row) {
+      SymFun f(*element, variable);
+      *out++ = Integral::integralByRange(f, a, b, 0);
+    }
 }
 
 void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double start, std::span<const double> initial,
@@ -85,7 +104,8 @@ void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double sta
   std::vector<const SymObject*> elements;
   for (const auto& row : rightSide.data)
     for (const NodePtr& element : row) elements.push_back(element.get());
-  const bool fits = elements.size() == n && variables.size() == n + 1 && !std::count(elements.begin(), elements.end(), nullptr);
+  const bool fits =
+      elements.size() == n && variables.size() == n + 1 && !std::count(elements.begin(), elements.end(), nullptr);
   std::fill(out, out + n * positions.size(), std::numeric_limits<double>::quiet_NaN());
   if (!fits) return;
 
@@ -114,7 +134,8 @@ void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double sta
         std::copy(point.state.begin(), point.state.end(), out + places[static_cast<size_t>(point.index)] * n);
 }
 
-void solveVolterra(const SymObject& kernel, const SymObject& freeTerm, double a, std::span<const double> xs, double* ys) {
+void solveVolterra(const SymObject& kernel, const SymObject& freeTerm, double a, std::span<const double> xs,
+                   double* ys) {
   const EquationTerms terms(kernel, freeTerm);
   const auto k = [&](double x, double t) { return terms.kernelAt(x, t); };
   const auto f = [&](double x) { return terms.freeTermAt(x); };

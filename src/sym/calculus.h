@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "sym/store.h"
@@ -23,12 +24,14 @@ class SymFun {
   const VarPtr& variable;
 };
 
-/// Sum over k from 0 to order of the k-th derivative at the centre, divided by k!, times (x - centre)^k; other variables
-/// enter with their present values. Null when a derivative refuses.
-NodePtr taylor(const SymObject& node, const VarPtr& variable, double centre, int32_t order);
+/// Each element becomes the sum over k from 0 to order of its k-th derivative at the centre, divided by k!, times
+/// (x - centre)^k; other variables enter with their present values. Null when a derivative refuses. An unknown name
+/// gives clones.
+MatrixPtr taylorMatrix(const SymMatrix2d_t& matrix, const std::string& name, double centre, int32_t order);
 
-/// Integral over [a, b], which may be infinite, by Integral::integralByRange.
-double integral(const SymObject& node, const VarPtr& variable, double a, double b);
+/// Integral of each element over [a, b], which may be infinite, by Integral::integralByRange; of a constant for an
+/// unknown name.
+void integrals(const SymMatrix2d_t& matrix, const std::string& name, double a, double b, double* out);
 
 /// y' = f(t, y), f the elements of a matrix in row-major order, `names` the independent variable and then the dependent
 /// ones, separated by commas; y at each position into out, [positions * dimension].
@@ -36,7 +39,8 @@ void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double sta
               std::span<const double> positions, double* out, double tolerance);
 
 /// y(x) = f(x) + integral from a to x of K(x, t) y(t) dt.
-void solveVolterra(const SymObject& kernel, const SymObject& freeTerm, double a, std::span<const double> xs, double* ys);
+void solveVolterra(const SymObject& kernel, const SymObject& freeTerm, double a, std::span<const double> xs,
+                   double* ys);
 
 /// y(x) = f(x) + integral from a to b of K(x, t) y(t) dt.
 void solveFredholm(const SymObject& kernel, const SymObject& freeTerm, double a, double b, std::span<const double> xs,

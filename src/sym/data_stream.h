@@ -4,25 +4,24 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace Sym {
 
-/// A growing byte buffer with a read position. Numbers are little-endian and packed.
+/// A growing byte buffer with a read position. Numbers are little-endian and packed. A read beyond the end, or of what
+/// cannot be true, makes the stream bad: it then gives zeros and is at its end.
 class DataStream {
  public:
-  /// A read beyond the end.
-  struct Short : std::runtime_error {
-    Short() : std::runtime_error("short block") {}
-  };
-
   uint64_t pos = 0;
   std::vector<uint8_t> bytes;
 
   uint64_t left() const { return bytes.size() - pos; }
+  bool bad() const { return isBad; }
+  void makeBad() {
+    isBad = true;
+    pos = bytes.size();
+  }
 
   template <class T>
   void put(T value) {
@@ -35,22 +34,27 @@ class DataStream {
 
   template <class T>
   T take() {
-    T value;
-    std::memcpy(&value, next(sizeof(T)), sizeof(T));
+    T value{};
+    if (holds(sizeof(T))) {
+      std::memcpy(&value, bytes.data() + pos, sizeof(T));
+      pos += sizeof(T);
+    }
     return value;
   }
   std::string takeText(uint64_t length) {
-    const uint8_t* from = next(length);
-    return {from, from + length};
+    if (!holds(length)) return {};
+    pos += length;
+    return {bytes.begin() + static_cast<std::ptrdiff_t>(pos - length),
+            bytes.begin() + static_cast<std::ptrdiff_t>(pos)};
   }
 
  private:
-  const uint8_t* next(uint64_t count) {
-    if (count > left()) throw Short();
-    const uint8_t* from = bytes.data() + pos;
-    pos += count;
-    return from;
+  bool holds(uint64_t count) {
+    if (count > left()) makeBad();
+    return !isBad;
   }
+
+  bool isBad = false;
 };
 
 }  // namespace Sym

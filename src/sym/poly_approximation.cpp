@@ -12,7 +12,7 @@
 
 namespace Sym {
 
-PolyTerms chebyshevApproximation(FunctionRef<double(double)> f, double a, double b, int32_t degree) {
+std::optional<PolyTerms> chebyshevApproximation(FunctionRef<double(double)> f, double a, double b, int32_t degree) {
   const int32_t n = degree + 1;
   const double half = (b - a) / 2, centre = (b + a) / 2;
   std::vector<double> samples(static_cast<size_t>(n));
@@ -22,7 +22,8 @@ PolyTerms chebyshevApproximation(FunctionRef<double(double)> f, double a, double
     double sum = 0;
     // The angle is reduced as an integer, so that high orders keep their digits.
     for (int32_t k = 0; k < n; ++k)
-      sum += samples[k] * std::cos(std::numbers::pi * static_cast<double>(int64_t{j} * (2 * k + 1) % (4 * n)) / (2 * n));
+      sum +=
+          samples[k] * std::cos(std::numbers::pi * static_cast<double>(int64_t{j} * (2 * k + 1) % (4 * n)) / (2 * n));
     series[j] = (j == 0 ? 1.0 : 2.0) / n * sum;
     if (std::abs(series[j]) < 1e-30) series[j] = 0;
     if (!std::isfinite(series[j])) return {};
@@ -70,6 +71,9 @@ bool RPolyFit::solve() {
   double size = 0;
   for (const double at : x) size = std::max(size, std::abs(at));
   if (!std::isfinite(size)) return false;
+  std::vector<int32_t> sorted(exponents.begin(), exponents.end());
+  std::sort(sorted.begin(), sorted.end());
+  if (sorted.front() < 0 || std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end()) return false;
   if (size == 0) size = 1;
   const auto rows = static_cast<int>(x.size()), cols = static_cast<int>(exponents.size());
   std::vector<double> a(x.size() * exponents.size()), b(x.size()), c;

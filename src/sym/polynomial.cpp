@@ -98,8 +98,7 @@ NodePtr polynomialNode(const PolyTerms& terms, const VarPtr& variable) {
       continue;
     }
     NodePtr term = makeVariable(variable);
-    if (exponent > 1)
-      term = makeNode(Code::Pow, {std::move(term), makeNumber(static_cast<double>(exponent))});
+    if (exponent > 1) term = makeNode(Code::Pow, {std::move(term), makeNumber(static_cast<double>(exponent))});
     scaleNode(*term, coefficient);
     sum.push_back(std::move(term));
   }

@@ -29,7 +29,6 @@ void writeNode(DataStream& stream, const SymObject* root) {
 }
 
 constexpr uint64_t kSmallestNode = 1 + 8;
-constexpr uint64_t kSmallestVariable = 8 + 4;
 constexpr uint32_t kEmptyRows = 65536;  ///< a matrix without columns costs no bytes: as many rows as anyone needs
 
 /// What a block holds, before it is added to the store.
@@ -38,26 +37,25 @@ struct Contents {
   std::vector<MatrixPtr> matrices;
 };
 
-const VarPtr& variableAt(const Contents& contents, int32_t index) {
-  if (index < 0 || static_cast<size_t>(index) >= contents.variables.size()) throw DataStream::Short();
-  return contents.variables[static_cast<size_t>(index)];
-}
-
 // KEPT: a node read back has its kind and coefficient but neither arguments nor the behaviour of its kind: it is worth
 // its coefficient; one would expect the expression (kept.csv: Read_node)
 NodePtr readNode(DataStream& stream, const Contents& contents) {
   auto top = std::make_shared<SymObject>();
   uint64_t pending = 1;
-  for (bool first = true; pending > 0; first = false) {
+  for (bool first = true; pending > 0 && !stream.bad(); first = false) {
     --pending;
     const auto kind = stream.take<uint8_t>();
     const auto coef = stream.take<double>();
     VarPtr variable;
     if (kind == Code::Variable) {
-      variable = variableAt(contents, stream.take<int32_t>());
+      const auto index = static_cast<uint32_t>(stream.take<int32_t>());
+      if (index < contents.variables.size())
+        variable = contents.variables[index];
+      else
+        stream.makeBad();
     } else if (kind != Code::Number) {
       pending += stream.take<uint32_t>();
-      if (pending > stream.left() / kSmallestNode) throw DataStream::Short();
+      if (pending > stream.left() / kSmallestNode) stream.makeBad();
     }
     if (!first) continue;
     top->kind = kind;
@@ -67,27 +65,28 @@ NodePtr readNode(DataStream& stream, const Contents& contents) {
   return top;
 }
 
+MatrixPtr readMatrix(DataStream& stream, const Contents& contents) {
+  const auto rows = stream.take<uint32_t>();
+  const auto columns = stream.take<uint32_t>();
+  if (rows > (columns == 0 ? kEmptyRows : stream.left() / kSmallestNode / columns)) stream.makeBad();
+  if (stream.bad()) return nullptr;
+  auto matrix = std::make_shared<SymMatrix2d_t>(rows, columns);
+  for (auto& row : matrix->data)
+    for (NodePtr& element : row) element = readNode(stream, contents);
+  return matrix;
+}
+
 Contents readContents(DataStream& stream) {
   Contents contents;
   const auto symbolCount = stream.take<uint32_t>();
-  if (symbolCount > stream.left() / kSmallestVariable) throw DataStream::Short();
-  for (uint32_t i = 0; i < symbolCount; ++i) {
+  for (uint32_t i = 0; i < symbolCount && !stream.bad(); ++i) {
     auto variable = std::make_shared<BaseSym_s>();
     variable->value = stream.take<double>();
     variable->name = stream.takeText(stream.take<uint32_t>());
     contents.variables.push_back(std::move(variable));
   }
   const auto matrixCount = stream.take<uint32_t>();
-  for (uint32_t i = 0; i < matrixCount; ++i) {
-    const auto rows = stream.take<uint32_t>();
-    const auto columns = stream.take<uint32_t>();
-    const uint64_t most = columns == 0 ? kEmptyRows : stream.left() / kSmallestNode / columns;
-    if (rows > most) throw DataStream::Short();
-    auto matrix = std::make_shared<SymMatrix2d_t>(rows, columns);
-    for (auto& row : matrix->data)
-      for (NodePtr& element : row) element = readNode(stream, contents);
-    contents.matrices.push_back(std::move(matrix));
-  }
+  for (uint32_t i = 0; i < matrixCount && !stream.bad(); ++i) contents.matrices.push_back(readMatrix(stream, contents));
   return contents;
 }
 
@@ -129,12 +128,8 @@ void writeStore(SymManger& store) {
 void readStore(SymManger& store, std::span<const uint8_t> block) {
   store.stream = std::make_shared<DataStream>();
   store.stream->bytes.assign(block.begin(), block.end());
-  Contents contents;
-  try {
-    contents = readContents(*store.stream);
-  } catch (const DataStream::Short&) {
-    return;
-  }
+  Contents contents = readContents(*store.stream);
+  if (store.stream->bad()) return;
   // Old matrices stand above the ids of the new ones.
   if (!contents.matrices.empty())
     for (const auto& [address, matrix] : store.matrices) matrix->id = static_cast<int32_t>(contents.matrices.size());
