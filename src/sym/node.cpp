@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "sym/diff.h"
 #include "sym/edit.h"
 #include "sym/kind.h"
 
@@ -59,10 +60,14 @@ double SymObject::fnValue() const { return row_->value(*this); }
 
 void SymObject::fnText() { row_->text(*this); }
 
-std::string SymObject::fnLatex() { return row_->latex(*this); }
+std::string SymObject::fnLatex() {
+  std::string out;
+  writeLatex(*this, out);
+  return out;
+}
 
 NodePtr SymObject::fnDiff(const VarPtr& variable, std::string& message) const {
-  return row_->diff(*this, variable, message);
+  return differentiate(*this, *row_->diff, variable, message);
 }
 
 NodePtr makeNumber(double value) { return std::make_shared<SymObject>(Code::Number, value); }
