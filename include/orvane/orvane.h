@@ -15,13 +15,10 @@
 #include <orvane/pdf_manager.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
-<<<<<<< HEAD
 #include <orvane/sym_calculus.h>
+#include <orvane/sym_diff.h>
 #include <orvane/sym_polynomial.h>
 #include <orvane/sym_store.h>
-=======
-#include <orvane/sym_diff.h>
 #include <orvane/sym_text.h>
->>>>>>> symtext
 
 #endif

@@ -64,7 +64,7 @@ ORVANE_API uint32_t sym_calcPolyRoot(SymMatrix2d* matrix, double* re, double* im
 ORVANE_API SymMatrix2d* sym_runPolyFun(SymMatrix2d* a, SymMatrix2d* b, uint8_t operation);
 
 /**
- * The product of the factors over the real numbers as text, such as "3*x^2*(x-1)^2*(x^2+x+1)": the leading coefficient
+ * The product of the factors over the real numbers as text, such as "3*(x^2+x+1)*x^2*(x-1)^2": the leading coefficient
  * when it is not 1 ("-" for -1), then a factor for each different root, ascending: x for a root at 0, (x-r) for a real
  * one, (x^2+b*x+c) for a complex pair, and "^" with the multiplicity above 1. A constant is its number alone.
  *

@@ -22,7 +22,7 @@ NodePtr polynomialNode(const PolyTerms& terms, const VarPtr& variable);
 /// twice.
 std::optional<PolyTerms> termsOf(std::span<const double> coefficients, std::span<const double> exponents);
 
-/// A polynomial as the product of its factors over the real numbers, such as "3*x^2*(x-1)^2*(x^2+x+1)": the leading
+/// A polynomial as the product of its factors over the real numbers, such as "3*(x^2+x+1)*x^2*(x-1)^2": the leading
 /// coefficient when it is not 1, zero roots, then (x-r) for a real root and (x^2+b*x+c) for a complex pair, in
 /// ascending order of the roots, with "^" and the multiplicity above 1. Empty above the degree that roots are found
 /// for.
