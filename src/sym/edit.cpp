@@ -41,7 +41,7 @@ void setBinary(SymObject& node, NodePtr a, NodePtr b, uint8_t kind) {
     multiplyValue(*b, -1);
     kind = Code::Add;
   } else if (kind == Code::Divide) {
-    b = makeNode(Code::Pow, {std::move(b), makeNumber(-1)});
+    b = makeBinary(Code::Pow, std::move(b), makeNumber(-1));
     kind = Code::Mul;
   }
   std::vector<NodePtr> args;

@@ -85,6 +85,22 @@ NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args) {
   return node;
 }
 
+NodePtr makeUnary(uint8_t kind, NodePtr a) {
+  NodePtr node = std::make_shared<SymObject>(kind);
+  node->args.push_back(std::move(a));
+  node->fnUpdate();
+  return node;
+}
+
+NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b) {
+  NodePtr node = std::make_shared<SymObject>(kind);
+  node->args.reserve(2);
+  node->args.push_back(std::move(a));
+  node->args.push_back(std::move(b));
+  node->fnUpdate();
+  return node;
+}
+
 NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code) {
   if (code == Code::Divide && b.kind == Code::Number) return scaledClone(a, 1 / b.coef);
   NodePtr node = std::make_shared<SymObject>();

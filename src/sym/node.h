@@ -76,6 +76,8 @@ inline constexpr uint8_t Subtract = 7, Divide = 8;
 NodePtr makeNumber(double value);
 NodePtr makeVariable(const VarPtr& variable);
 NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args);  ///< takes the arguments as they are, runs fnUpdate
+NodePtr makeUnary(uint8_t kind, NodePtr a);
+NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b);
 NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code);  ///< on clones
 NodePtr cloneNode(const SymObject& node, double scale = 1.0);
 void scaleNode(SymObject& node, double factor);
