@@ -8,7 +8,8 @@
  * a variable adds i32 its index, kinds from 2 on u32 the number of arguments and the arguments.
  *
  * A block keeps all of an expression, but sym_read attaches no arguments: an element that is read back has its kind and
- * coefficient and is worth its coefficient. Matrices of numbers and the list of variables come back whole.
+ * coefficient and is worth its coefficient; a copy of it is that number. Matrices of numbers and the list of variables
+ * come back whole.
  */
 #ifndef ORVANE_SYM_STORE_H
 #define ORVANE_SYM_STORE_H

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <vector>
 
@@ -17,6 +18,12 @@ std::optional<PolyTerms> chebyshevApproximation(FunctionRef<double(double)> f, d
   const double half = (b - a) / 2, centre = (b + a) / 2;
   std::vector<double> samples(static_cast<size_t>(n));
   for (int32_t k = 0; k < n; ++k) samples[k] = f(centre + half * std::cos(std::numbers::pi * (k + 0.5) / n));
+  double largest = 0;
+  for (const double sample : samples) {
+    if (!std::isfinite(sample)) return {};
+    largest = std::max(largest, std::abs(sample));
+  }
+  const double noise = std::max(1e-30, 2 * std::numeric_limits<double>::epsilon() * largest);
   std::vector<double> series(static_cast<size_t>(n));
   for (int32_t j = 0; j < n; ++j) {
     double sum = 0;
@@ -25,8 +32,7 @@ std::optional<PolyTerms> chebyshevApproximation(FunctionRef<double(double)> f, d
       sum +=
           samples[k] * std::cos(std::numbers::pi * static_cast<double>(int64_t{j} * (2 * k + 1) % (4 * n)) / (2 * n));
     series[j] = (j == 0 ? 1.0 : 2.0) / n * sum;
-    if (std::abs(series[j]) < 1e-30) series[j] = 0;
-    if (!std::isfinite(series[j])) return {};
+    if (std::abs(series[j]) < noise) series[j] = 0;
   }
 
   // T_j(u) with u = (x - centre) / half by its recurrence; coefficients grow as 2^j (1 + |centre/half|)^j.

@@ -10,8 +10,8 @@
 namespace Sym {
 
 /// Chebyshev interpolation of f at degree + 1 nodes on [a, b], written in powers of x. Coefficients of the series below
-/// 1e-30 are dropped. The change of basis cancels heavily: it runs in so many bits that it loses no digit of the
-/// series. Nothing when f is not finite at a node.
+/// 1e-30, or lost in the rounding of the samples, are dropped. The change of basis cancels heavily: it runs in so many
+/// bits that it loses no digit of the series. Nothing when f is not finite at a node.
 std::optional<PolyTerms> chebyshevApproximation(FunctionRef<double(double)> f, double a, double b, int32_t degree);
 
 }  // namespace Sym

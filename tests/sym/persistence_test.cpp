@@ -103,7 +103,7 @@ TEST_F(Persistence, RoundTrip) {
       EXPECT_TRUE(sym_toMatrix2dDouble(matrix, out));
       EXPECT_EQ(std::memcmp(out, values, sizeof out), 0);
     } else {
-      // Kept: an expression that is read back is worth its coefficient, whatever its kind.
+      // Read_node: an expression that is read back is worth its coefficient, whatever its kind.
       EXPECT_FALSE(sym_isConstant(matrix));
       EXPECT_EQ(sym_calcExpressValue(matrix, 0, 0), 3);
       EXPECT_EQ(textOf(matrix), "3");
