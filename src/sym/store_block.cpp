@@ -68,6 +68,7 @@ NodePtr readNode(DataStream& stream, const Contents& contents) {
 MatrixPtr readMatrix(DataStream& stream, const Contents& contents) {
   const auto rows = stream.take<uint32_t>();
   const auto columns = stream.take<uint32_t>();
+  if (rows == 0) return std::make_shared<SymMatrix2d_t>();  // whatever it says of columns
   if (rows > (columns == 0 ? kEmptyRows : stream.left() / kSmallestNode / columns)) stream.makeBad();
   if (stream.bad()) return nullptr;
   auto matrix = std::make_shared<SymMatrix2d_t>(rows, columns);

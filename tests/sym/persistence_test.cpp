@@ -120,13 +120,12 @@ TEST_F(Persistence, RoundTrip) {
 }
 
 TEST_F(Persistence, DeepTree) {
-  Formula deep("d");
-  for (int i = 0; i < 100000; ++i) deep = call(26, {deep});
-  const Matrix matrix = row({deep});
-  const Bytes block = written();
-  EXPECT_EQ(block.size(), 4u + 8 + 4 + 1 + 4 + 8 + 100000 * 13u + 13);
-  read(block);
-  EXPECT_EQ(sym_calcExpressValue(sym_getMatrixByID(0), 0, 0), 1);
+  Block block;
+  block.u32(0).u32(1).u32(1).u32(1);
+  for (int i = 0; i < 100000; ++i) block.u8(26).f64(1.5).u32(1);
+  block.u8(0).f64(2);
+  read(block.bytes);
+  EXPECT_EQ(sym_calcExpressValue(sym_getMatrixByID(0), 0, 0), 1.5);
   releaseRead(1);
 }
 
@@ -143,6 +142,7 @@ TEST_F(Persistence, ShortAndHostileBlocks) {
   blocks.push_back(Block().u32(1).f64(1).u32(0xFFFFFFFF).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(0xFFFFFFFF).u32(0xFFFFFFFF).u8(0).f64(1).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(0xFFFFFFFF).u32(0).bytes);
+  blocks.push_back(Block().u32(0).u32(2).u32(0).u32(0xFFFFFFFF).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(1).u32(1).u8(2).f64(1).u32(0xFFFFFFFF).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(1).u32(1).u8(1).f64(1).i32(0).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(1).u32(1).u8(1).f64(1).i32(-1).bytes);
