@@ -20,7 +20,10 @@
 #include <orvane/polynomial_functions.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
+#include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
+#include <orvane/sym_polynomial.h>
+#include <orvane/sym_store.h>
 #include <orvane/sym_text.h>
 #include <orvane/zeta.h>
 
