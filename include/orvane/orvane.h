@@ -7,6 +7,7 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/frame.h>
+#include <orvane/highprecision.h>
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
 #include <orvane/matrix.h>
