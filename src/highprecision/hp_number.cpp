@@ -72,6 +72,7 @@ int32_t heldPrecision(int32_t precision) { return std::clamp(precision, 1, kMaxP
 
 HPNumber_c rounded(HPNumber_c x, int32_t precision) {
   const auto kept = static_cast<std::size_t>(heldPrecision(precision));
+  while (!x.limbs.empty() && x.limbs.back() == 0) x.limbs.pop_back();
   if (x.limbs.size() > kept) {
     const std::size_t dropped = x.limbs.size() - kept;
     const bool up = x.limbs[dropped - 1] >= kHalf;
