@@ -75,8 +75,10 @@ HPByGMP realExpm1(const HPByGMP& x, mp_bitcnt_t bits) {
 
 HPByGMP realLog1p(const HPByGMP& d, mp_bitcnt_t bits) {
   const mp_bitcnt_t work = bits + kSpare;
-  if (sign(d) != 0 && exponentOf(d) > -6)
-    return realLog(plus(d, 1, static_cast<mp_bitcnt_t>(std::max<int64_t>(0, exponentOf(d))) + work + 64), bits + 16);
+  if (sign(d) != 0 && exponentOf(d) > -6) {
+    const auto whole = std::clamp<int64_t>(exponentOf(d), 0, pointOf(work));
+    return realLog(plus(d, 1, work + 64 + static_cast<mp_bitcnt_t>(whole)), bits + 16);
+  }
   // 2 atanh(d / (2 + d))
   return scaled(oddSeries(quotient(d, plus(d, 2, work), work), false, false, work), 1);
 }
