@@ -8,7 +8,9 @@
 
 #include <orvane/bessel.h>
 #include <orvane/elliptic.h>
+#include <orvane/fraction.h>
 #include <orvane/frame.h>
+#include <orvane/highprecision.h>
 #include <orvane/hypergeometric.h>
 #include <orvane/integral.h>
 #include <orvane/integral_functions.h>
