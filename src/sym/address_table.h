@@ -31,6 +31,7 @@ class AddressTable {
   void clear() {
     std::vector<NodePtr> released;  // a node that goes must not find the table half empty
     released.swap(slots_);
+    if (released.size() < 8 * size_) slots_.resize(released.size());  // the next expression will be about as large
     size_ = 0;
   }
   std::size_t size() const { return size_; }

@@ -83,7 +83,7 @@ class Sum {
     return arose;
   }
 
-  std::vector<Term> terms;
+  std::vector<Term, PoolAllocator<Term>> terms;
   double number = 0;
   double largestNumber = 0;
 

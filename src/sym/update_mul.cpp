@@ -55,7 +55,7 @@ Factor describe(NodePtr node) {
 class Product {
  public:
   double coef;
-  std::vector<Factor> factors;
+  std::vector<Factor, PoolAllocator<Factor>> factors;
 
   // Takes the factors over: those of inner products and of their reciprocals, without numbers and coefficients.
   void collect(Args& args) {
