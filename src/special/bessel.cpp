@@ -15,7 +15,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kTiny = 1e-300;
 
-double turningWidth(double nu) { return 15 * std::cbrt(nu); }
+double turningWidth(double nu) { return 8 * std::cbrt(nu); }
 
 bool nearInteger(double nu) {
   const double distance = std::abs(nu - std::round(nu));
@@ -31,7 +31,7 @@ bool needsDebyeJY(double nu, double x) {
   return nu > 100 && nu > x + turningWidth(nu);
 }
 bool isTransition(double nu, double x) { return x > 1000 && nu * nu > 2 * x; }
-BesselPair transition(double nu, double x) { return x > 1e9 ? besselJYTransition(nu, x) : besselJYSteed(nu, x); }
+BesselPair transition(double nu, double x) { return x > 1e6 ? besselJYTransition(nu, x) : besselJYSteed(nu, x); }
 
 double positiveJ(double nu, double x) {
   if (x == 0) return nu == 0 ? 1.0 : 0.0;
@@ -103,9 +103,11 @@ double calcBesselK(double nu, double x) {
   return positiveK(std::abs(nu), x);
 }
 
+// j of order -n-1 is (-1)^(n+1) y_n (DLMF 10.47.15).
 double calcSphericalBesselJ(double n, double x) {
   if (std::isnan(n) || std::isnan(x)) return kNaN;
   if (x < 0) return isWhole(n) ? (isOdd(n) ? -1.0 : 1.0) * calcSphericalBesselJ(n, -x) : kNaN;
+  if (n < 0 && isWhole(n)) return (isOdd(n) ? -1.0 : 1.0) * calcSphericalBesselY(-n - 1, x);
   if (x == 0 && n >= 0) return n == 0 ? 1.0 : 0.0;
   // The leading term, where J itself may be too small for a double.
   if (x < 1e-8 && n >= 0)
@@ -116,7 +118,7 @@ double calcSphericalBesselJ(double n, double x) {
 double calcSphericalBesselY(double n, double x) {
   if (std::isnan(n) || std::isnan(x)) return kNaN;
   if (x < 0) return isWhole(n) ? (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselY(n, -x) : kNaN;
-  if (x == 0 && n < 0 && isWhole(n)) return n == -1 ? 1.0 : 0.0;  // y_n = (-1)^(n+1) j_(-n-1)
+  if (n < 0 && isWhole(n)) return (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselJ(-n - 1, x);
   if (x < 1e-8 && n >= 0)
     return n > 150 ? -kInf : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(kPi) * std::tgamma(n + 0.5);
   return calcBesselY(n + 0.5, x) * (std::sqrt(kPi / 2) / std::sqrt(x));

@@ -138,7 +138,9 @@ double besselKNearInteger(double nu, double x) {
 BesselPair besselJYDebye(double nu, double x) {
   if (nu > x) {
     const double root = std::sqrt(nu - x) * std::sqrt(nu + x);  // nu tanh(alpha)
-    const double exponent = nu * (std::log(nu + root) - std::log(x)) - root;
+    // alpha without loss where it is small, and without overflow at tiny x.
+    const double alpha = nu < 2 * x ? std::log1p((nu - x + root) / x) : std::log(nu + root) - std::log(x);
+    const double exponent = nu * alpha - root;
     const double p = nu / root;
     double plus = 0, minus = 0;
     debyeSum(1 / root, p * p, [&](int k, double term) {
@@ -163,7 +165,8 @@ BesselPair besselJYDebye(double nu, double x) {
 
 BesselPair besselIKDebye(double nu, double x) {
   const double root = std::hypot(nu, x), p = nu / root;
-  const double exponent = root - nu * (std::log(nu + root) - std::log(x));
+  const double ratio = nu < 1e100 * x ? std::log((nu + root) / x) : std::log(nu + root) - std::log(x);
+  const double exponent = root - nu * ratio;
   double plus = 0, minus = 0;
   debyeSum(1 / root, p * p, [&](int k, double term) {
     plus += term;
@@ -186,10 +189,18 @@ BesselPair besselIKHankel(double nu, double x) {
   return {half * (half * plus / std::sqrt(2 * kPi * x)), inverse * (inverse * minus * std::sqrt(kPi / (2 * x)))};
 }
 
-// DLMF 10.19.8, 10.19.9, to the order nu^(-2/3).
+// DLMF 10.19.8 to 10.19.13, nu + a nu^(1/3) = x.
 BesselPair besselJYTransition(double nu, double x) {
-  const double root = std::cbrt(nu), a = (x - nu) / root, t = -a * std::cbrt(2.0), size = std::cbrt(2.0) / root;
-  const double first = size * (1 - a / 5 / (root * root)), second = size * size / root * 0.3 * a * a;
+  const double root = std::cbrt(nu), a = (x - nu) / root, t = -a * std::cbrt(2.0), v = 1 / (root * root);
+  const double a2 = a * a, a3 = a2 * a, a4 = a2 * a2, a5 = a3 * a2, a7 = a4 * a3;
+  const double p = 1 + v * (-a / 5 + v * (-9.0 / 100 * a5 + 3.0 / 35 * a2 +
+                                          v * (957.0 / 7000 * a3 * a3 - 173.0 / 3150 * a3 - 1.0 / 225 +
+                                               v * (27.0 / 20000 * a5 * a5 - 23573.0 / 147000 * a7 +
+                                                    5903.0 / 138600 * a4 + 947.0 / 346500 * a))));
+  const double q = 0.3 * a2 + v * (-17.0 / 70 * a3 + 1.0 / 70 +
+                                   v * (-9.0 / 1000 * a7 + 611.0 / 3150 * a4 - 37.0 / 3150 * a +
+                                        v * (549.0 / 28000 * a4 * a4 - 110767.0 / 693000 * a5 + 79.0 / 12375 * a2)));
+  const double size = std::cbrt(2.0) / root, first = size * p, second = size * size / root * q;
   return {first * calcAiryAi(t) + second * calcDiffAiryAi(t), -first * calcAiryBi(t) - second * calcDiffAiryBi(t)};
 }
 

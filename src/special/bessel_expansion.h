@@ -18,14 +18,14 @@ BesselPair besselIKTiny(double nu, double x);
 double besselYNearInteger(double nu, double x);
 double besselKNearInteger(double nu, double x);
 
-/// Debye's expansions in 1/nu: J and Y for |nu - x| above 15 nu^(1/3), I and K for nu >= 30.
+/// Debye's expansions in 1/nu: J and Y for |nu - x| above 8 nu^(1/3), I and K for nu >= 30.
 BesselPair besselJYDebye(double nu, double x);
 BesselPair besselIKDebye(double nu, double x);
 
 /// Hankel's expansion in 1/x: nu^2 < 2x, x > 700.
 BesselPair besselIKHankel(double nu, double x);
 
-/// For nu near x: Steed's two continued fractions above x = 1000, and above 1e9 the expansion by Airy functions.
+/// For nu near x: Steed's two continued fractions above x = 1000, and above 1e6 the expansion by Airy functions.
 BesselPair besselJYSteed(double nu, double x);
 BesselPair besselJYTransition(double nu, double x);
 

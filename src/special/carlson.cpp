@@ -34,6 +34,7 @@ double expansionRF(double A, double X, double Y, double Z) {
 }  // namespace
 
 double duplicateRF(double x, double y, double z) {
+  if (largest(x, y, z) == kInf) return 0;
   if (largest(x, y, z) > kHuge) return duplicateRF(x * kDown, y * kDown, z * kDown) * 0x1p-4;
   double A = 0, X = 0, Y = 0, Z = 0;
   for (int round = 0; round < kRoundsRF; ++round) {
@@ -64,6 +65,7 @@ double calcEllipticRF(double x, double y, double z) {
 }
 
 double duplicateRD(double x, double y, double z) {
+  if (largest(x, y, z) == kInf) return 0;
   if (largest(x, y, z) > kHuge) return duplicateRD(x * kDown, y * kDown, z * kDown) * 0x1p-12;
   double A = 0, X = 0, Y = 0, Z = 0, sum = 0, power = 1;
   for (int round = 0; round < kRoundsRD; ++round) {

@@ -32,32 +32,62 @@ double amplitude(double u, double m) {
 }
 
 struct Values {
-  double am, sn, cn, dn;
+  double sn, cn, dn;
 };
 
-// dn = cos(phi)/cos(phi' - phi) with the level before, phi', is 0/0 where cn is 0; the root has the same value.
-double delta(double sn, double cn, double m) { return std::sqrt(cn * cn + (1 - m) * sn * sn); }
+// sn, cn and dn for 0 <= m < 1 by the same means with Gauss's transformation of the cotangent of the amplitude
+// (R. Bulirsch, Numerical calculation of elliptic integrals and elliptic functions, Numerische Mathematik 7, 1965): the
+// cosine of the amplitude has few digits where cn is small, and cos(phi)/cos(phi' - phi) for dn is 0/0 where cn is 0.
+Values functions(double u, double m) {
+  if (std::abs(u) < 1e-100) return {u, 1, 1};  // the squares of the cotangent leave the range
+  double as[kRounds], bs[kRounds];
+  double a = 1, b = std::sqrt(1 - m);
+  int count = 0;
+  for (;; ++count) {
+    as[count] = a;
+    bs[count] = b;
+    const double mean = (a + b) / 2;
+    if (count == kRounds - 1 || std::abs(a - b) <= 1e-8 * a) {  // the next difference is the square
+      a = mean;
+      break;
+    }
+    b = std::sqrt(a * b);
+    a = mean;
+  }
+  const double angle = guardAngle(a * u), sine = std::sin(angle), cosine = std::cos(angle);
+  if (sine == 0) return {sine, cosine, 1};
+  double cotangent = cosine / sine, c = a * cotangent, dn = 1;
+  for (; count >= 0; --count) {
+    cotangent *= c;
+    c *= dn;
+    dn = (bs[count] + cotangent) / (as[count] + cotangent);
+    cotangent = c / as[count];
+  }
+  const double sn = std::copysign(1 / std::sqrt(c * c + 1), sine);
+  return {sn, c * sn, dn};
+}
 
 Values jacobi(double u, double m) {
-  if (!(m >= 0) || !std::isfinite(u) || std::isinf(m)) return {kNaN, kNaN, kNaN, kNaN};
+  if (!(m >= 0) || !std::isfinite(u) || std::isinf(m)) return {kNaN, kNaN, kNaN};
   if (m == 1) {  // the means do not meet: Gudermann's function
     const double sech = 1 / std::cosh(u);
-    return {std::atan(std::sinh(u)), std::tanh(u), sech, sech};
+    return {std::tanh(u), sech, sech};
   }
-  if (m < 1) {
-    const double phi = amplitude(u, m), angle = guardAngle(phi), sn = std::sin(angle), cn = std::cos(angle);
-    return {phi, sn, cn, delta(sn, cn, m)};
-  }
+  if (m < 1) return functions(u, m);
   // Jacobi's real transformation: modulus 1/k at k u.
   const double k = std::sqrt(m);
   const Values inner = jacobi(u * k, 1 / m);
-  const double sn = inner.sn / k;
-  return {std::asin(sn), sn, inner.dn, inner.cn};
+  return {inner.sn / k, inner.dn, inner.cn};
 }
 
 }  // namespace
 
-double calcJacobiEllipticAm(double u, double m) { return jacobi(u, m).am; }
+double calcJacobiEllipticAm(double u, double m) {
+  // KEPT: NaN for m < 0, here and in the others; one would expect the continuation (kept.csv: Jacobi_negative)
+  if (!(m >= 0) || !std::isfinite(u)) return kNaN;
+  if (m == 1) return std::atan(std::sinh(u));
+  return m < 1 ? amplitude(u, m) : std::asin(jacobi(u, m).sn);
+}
 
 double calcJacobiEllipticSn(double u, double m) { return jacobi(u, m).sn; }
 

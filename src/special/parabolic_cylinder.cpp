@@ -134,7 +134,7 @@ double calcParabolicCylinderD(double nu, double x) { return calcParabolicCylinde
 double calcParabolicCylinderU(double a, double x) {
   if (std::isnan(a) || std::isnan(x) || std::isinf(a)) return kNaN;
   if (x > kFarX) return std::isinf(x) ? 0.0 : (1 + 1 / x / x) * std::exp((-a - 0.5) * std::log(x) - x * x / 4);
-  if (x >= -1e-16) return positiveU(a, std::fmax(x, 0.0), 0);
+  if (x >= -1e-16) return positiveU(a, x, 0);
   if (isSmall(a, x)) return smallU(a, x);
   // cos(pi a) gamma(1/2 - a) V(a, -x) - sin(pi a) U(a, -x), the first factor being pi/gamma(1/2 + a) (DLMF 12.2.17).
   const double cosine = cosPi(a), sine = sinPi(a);

@@ -11,8 +11,8 @@ namespace SpecialFunction {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr int kTerms = 16;        // below kNearOne the powers of the 16th term are under 1e-39
-constexpr double kNearOne = 0.7;  // from here on theta 4 is below 1e-2 and its series cancels
+constexpr int kTerms = 16;        // below kNearOne the powers of the 16th term are under 1e-56
+constexpr double kNearOne = 0.6;  // from here on theta 4 is below 0.04 and its series cancels; three centres do
 
 constexpr double kHalfPiLow = 6.123233995736766e-17;  // pi/2 - kPi/2
 
@@ -20,7 +20,7 @@ bool outside(double z, double q) { return !(std::abs(q) < 1) || !std::isfinite(z
 
 HalfTurns reduced(double z) { return halfTurns(guardAngle(z)); }
 
-bool odd(double s) { return std::fmod(s, 2) != 0; }
+bool isOdd(double s) { return std::fmod(s, 2) != 0; }
 
 // With t = -ln(q)/pi: 1/(pi t) and 1/sqrt(t), for sums of exp(-(r - c)^2/(pi t))/sqrt(t) over centres c.
 struct Gauss {
@@ -73,6 +73,11 @@ double evenSeries(double r, double q, double sign) {
   return 1 + 2 * sum;
 }
 
+// Theta 1 for r >= 0.
+double odd(double r, double q) {
+  return q < kNearOne ? oddSeries(r, q, -1, [](double angle) { return std::sin(angle); }) : oddGauss(r, q);
+}
+
 // A negative nome exchanges theta 3 and theta 4.
 double even(double z, double q, bool shifted) {
   if (outside(z, q)) return kNaN;
@@ -91,17 +96,18 @@ double even(double z, double q, bool shifted) {
 double calcJacobiTheta1(double z, double q) {
   if (outside(z, q)) return kNaN;
   const auto [s, r] = reduced(z);
-  const double value = q >= kNearOne ? std::copysign(oddGauss(std::abs(r), q), r)
-                                     : oddSeries(r, q, -1, [](double angle) { return std::sin(angle); });
-  return odd(s) ? -value : value;
+  const double value = std::copysign(odd(std::abs(r), q), r);
+  return isOdd(s) ? -value : value;
 }
 
 double calcJacobiTheta2(double z, double q) {
   if (outside(z, q)) return kNaN;
   const auto [s, r] = reduced(z);
-  const double value = q >= kNearOne ? oddGauss(kPi / 2 - std::abs(r) + kHalfPiLow, q)
-                                     : oddSeries(r, q, 1, [](double angle) { return std::cos(angle); });
-  return odd(s) ? -value : value;
+  const double size = std::abs(r);
+  const double value = q < kNearOne && size < kPi / 4
+                           ? oddSeries(size, q, 1, [](double angle) { return std::cos(angle); })
+                           : odd(kPi / 2 - size + kHalfPiLow, q);
+  return isOdd(s) ? -value : value;
 }
 
 double calcJacobiTheta3(double z, double q) { return even(z, q, false); }

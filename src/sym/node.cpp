@@ -20,6 +20,10 @@ void gather(std::vector<NodePtr>& args, std::vector<NodePtr>& pending) {
 
 // A node like the source but for its arguments.
 NodePtr shell(const SymObject& source) {
+  // A node that was read back from a block has no arguments for the handlers of its kind: its copy is the number that
+  // it is worth.
+  const bool hollow = source.bound().code != source.kind && source.kind > Code::Variable;
+  if (hollow) return makeNumber(source.coef);
   NodePtr copy = std::make_shared<SymObject>(source.kind, source.coef);
   copy->var = source.var;
   copy->text = source.text;
