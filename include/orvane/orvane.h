@@ -6,6 +6,7 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/complex_expression.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
 #include <orvane/highprecision.h>
