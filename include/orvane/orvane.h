@@ -7,6 +7,7 @@
 #define ORVANE_ORVANE_H
 
 #include <orvane/bessel.h>
+#include <orvane/complex_expression.h>
 #include <orvane/elliptic.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
