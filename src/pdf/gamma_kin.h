@@ -2,7 +2,7 @@
 #pragma once
 
 #include "pdf/formula.h"
-#include "pdf/plain_pdf_fun.h"
+#include "pdf/power_series.h"
 #include "special/special_function.h"
 
 /// Distributions whose distribution function is an incomplete gamma or a hypergeometric function.
@@ -172,20 +172,52 @@ class PDFFunBySymGenNormal final : public PlainPDFFun<PDFFunBySymGenNormal> {
   double a, b, c, gammaInverse, factor;
 };
 
+/// F(alpha, h; alpha+1; -t) = (1+t)^-h F(1, h; alpha+1; w), w = t/(1+t) (Pfaff): positive terms, a half in ratio at
+/// most. It has the value of the series in -t inside its circle, as long as that neither overflows nor is cut by the
+/// engine's cap of terms.
+class InsideSeries {
+ public:
+  static void build(PowerSeries& series, double alpha, double h) {
+    series.clear();
+    if (!(alpha > 0 && h > 0 && h < 1000)) return;
+    const double farthest = std::min(0.999, -std::expm1(-650 / h));  // (1-t)^-h in range
+    series.build(0, farthest / (1 + farthest), [=](double k) { return (h + k) / (alpha + 1 + k); });
+  }
+  /// t/(1+t), and below (1+t)^-h, with what the rounding of 1+t takes away.
+  static double argument(double t) { return t / (1 + t) * (1 - lost(t)); }
+
+  InsideSeries() = default;
+  explicit InsideSeries(double h) : h(h), power(-h) {}
+  double factor(double t) const { return power(1 + t) * (1 - h * lost(t)); }
+
+ private:
+  static double lost(double t) {
+    const double rounded = 1 + t;
+    return (t - (rounded - 1)) / rounded;
+  }
+
+  double h = 1;
+  QuickPower power;
+};
+
 /// Inverted beta (beta prime) with shapes a and b from c on. Beyond u = 1 the series of the distribution function
 /// leaves its circle of convergence, and the values are what the series engine gives.
-class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
+class PDFFunByInvertedBeta final : public SeriesPDFFun<PDFFunByInvertedBeta> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     factor = std::exp(lnGamma(a + b) - lnGamma(a) - lnGamma(b));
+    InsideSeries::build(series, b, a + b);
+    rising = QuickPower(b), inside = InsideSeries(a + b);
   }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     return std::pow(u, b - 1) * std::pow(u + 1, -(a + b)) * factor;
   }
-  double distribution(double x) const {
+  double argument(double x) const { return x > c ? InsideSeries::argument(x - c) : -1; }
+  double near(double x, double, double sum) const { return rising(x - c) * inside.factor(x - c) * sum * factor / b; }
+  double far(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     const double upper[] = {b, a + b};
@@ -195,19 +227,25 @@ class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
 
  private:
   double a, b, c, factor;
+  QuickPower rising;
+  InsideSeries inside;
 };
 
 /// Student's t with a degrees of freedom. Beyond x^2 = a the series of the distribution function leaves its circle of
 /// convergence, and the values are what the series engine gives.
-class PDFFunByStudentsT final : public PlainPDFFun<PDFFunByStudentsT> {
+class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
  public:
   void updateParam() override {
     a = params[0];
     half = (a + 1) / 2;
     factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * kPi));
+    InsideSeries::build(series, 0.5, half);
+    inside = InsideSeries(half);
   }
   double density(double x) const { return std::pow(x * x / a + 1, -half) * factor; }
-  double distribution(double x) const {
+  double argument(double x) const { return InsideSeries::argument(x * x / a); }
+  double near(double x, double, double sum) const { return x * factor * (inside.factor(x * x / a) * sum) + 0.5; }
+  double far(double x) const {
     const double upper[] = {0.5, half};
     const double lower = 1.5;
     return x * factor * SpecialFunction::calcHypergeometricPFQ(upper, 2, &lower, 1, -x * x / a) + 0.5;
@@ -215,6 +253,7 @@ class PDFFunByStudentsT final : public PlainPDFFun<PDFFunByStudentsT> {
 
  private:
   double a, half, factor;
+  InsideSeries inside;
 };
 
 }  // namespace PDF

@@ -111,7 +111,7 @@ inline double quickErfc(double t) {
   return t < 0 ? 2 - value : value;
 }
 
-/// erf, to an absolute error of 7e-16.
+/// erf, to an absolute error of 9e-16.
 inline double quickErf(double t) {
   const double value = quickErfc(std::abs(t));
   return t < 0 ? value - 1 : 1 - value;
