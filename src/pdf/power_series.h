@@ -125,7 +125,8 @@ class SeriesPDFFun : public PlainPDFFun<Self> {
           y[i] = self().far(point);
       }
       series.values(t.data(), sums.data(), inside);
-      for (std::size_t i = 0; i < inside; ++i) y[places[i]] = self().near(points[i], t[i], sums[i]);
+      finish(points.data(), t.data(), sums.data(), inside);
+      for (std::size_t i = 0; i < inside; ++i) y[places[i]] = sums[i];
     }
   }
 
@@ -134,6 +135,22 @@ class SeriesPDFFun : public PlainPDFFun<Self> {
 
  private:
   const Self& self() const { return static_cast<const Self&>(*this); }
+
+  [[gnu::always_inline]] inline void finishLoop(const double* x, const double* t, double* sums, std::size_t n) const {
+    for (std::size_t i = 0; i < n; ++i) sums[i] = self().near(x[i], t[i], sums[i]);
+  }
+#if ORVANE_DISPATCH_AVX2
+  [[gnu::target("avx2"), gnu::flatten]] void finishAvx2(const double* x, const double* t, double* sums,
+                                                        std::size_t n) const {
+    finishLoop(x, t, sums, n);
+  }
+#endif
+  void finish(const double* x, const double* t, double* sums, std::size_t n) const {
+#if ORVANE_DISPATCH_AVX2
+    if (hasAvx2()) return finishAvx2(x, t, sums, n);
+#endif
+    finishLoop(x, t, sums, n);
+  }
 };
 
 }  // namespace PDF
