@@ -9,6 +9,7 @@
 #include <orvane/frame.h>
 #include <orvane/integral.h>
 #include <orvane/line_equation.h>
+#include <orvane/line_programme.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
 #include <orvane/pdf.h>
