@@ -14,6 +14,7 @@
 #include <orvane/optimizer.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
+#include <orvane/quadratic_programme.h>
 #include <orvane/special.h>
 
 #endif

@@ -28,6 +28,11 @@ class TermMap {
     std::erase_if(terms, [tolerance](const Term& term) { return std::abs(term.second) < tolerance; });
   }
 
+  void scale(double factor) {
+    merge();
+    for (Term& term : terms) term.second *= factor;
+  }
+
   const std::vector<Term>& sorted() {
     merge();
     return terms;
