@@ -12,6 +12,7 @@
 #include <orvane/line_programme.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
+#include <orvane/paths.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/quadratic_programme.h>
