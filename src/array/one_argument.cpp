@@ -19,7 +19,7 @@ struct Row {
 };
 
 template <class Function>
-consteval Row row(uint8_t code, Function) {
+constexpr Row row(uint8_t code, Function) {
   return {code, [](const double* source, int32_t count, double* destination) {
             for (int32_t i = 0; i < count; ++i) destination[i] = Function{}(source[i]);
           }};
@@ -27,7 +27,7 @@ consteval Row row(uint8_t code, Function) {
 
 /// A routine of the math family.
 template <double (*kFunction)(double)>
-consteval Row row(uint8_t code) {
+constexpr Row row(uint8_t code) {
   return row(code, [](double x) { return kFunction(x); });
 }
 
@@ -90,7 +90,7 @@ double lnTolerant(double x) {
   return std::log(size < 1e-32 ? 1e-32 : size);
 }
 
-constexpr Table kTable({
+constexpr Row kRows[] = {
     row(0, [](double x) { return std::abs(x); }),
     row(1, [](double x) { return std::acos(x); }),
     row(2, [](double x) { return std::acosh(x); }),
@@ -186,7 +186,8 @@ constexpr Table kTable({
     row<calcWrightOmega>(165),
     row(166, [](double x) { return x - std::trunc(x); }),
     row<calcGlasser>(181),
-});
+};
+constexpr Table kTable(kRows);
 
 }  // namespace
 

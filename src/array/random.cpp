@@ -63,7 +63,7 @@ struct Row {
 };
 
 template <class Transform>
-consteval Row row(uint8_t code, Transform) {
+constexpr Row row(uint8_t code, Transform) {
   return {code, [](double* destination, int32_t count, bool wide, uint64_t seed) {
             const auto fill = [&](auto draws) {
               for (int32_t i = 0; i < count; ++i) destination[i] = Transform{}(draws);
@@ -75,13 +75,14 @@ consteval Row row(uint8_t code, Transform) {
           }};
 }
 
-constexpr Table kTable({
+constexpr Row kRows[] = {
     row(200, [](auto& draws) { return draws.gauss(); }),
     row(201, [](auto& draws) { return std::tan((draws.uniform() - 0.5) * SpecialFunction::kPi); }),
     row(202, [](auto& draws) { return -std::log1p(-draws.uniform()); }),
     row(203, [](auto& draws) { return std::exp(draws.gauss()); }),
     row(204, [](auto& draws) { return std::sqrt(-2 * std::log1p(-draws.uniform())); }),
-});
+};
+constexpr Table kTable(kRows);
 
 // Uniform from 0 to last: words are combined until they cover the range, those of the last part block are rejected.
 uint32_t drawUpTo(std::mt19937& words, uint32_t last) {

@@ -23,7 +23,7 @@ struct Row {
 };
 
 template <class Function>
-consteval Row row(uint8_t code, Function) {
+constexpr Row row(uint8_t code, Function) {
   return {code, [](const Pairing& p, double* destination) {
             constexpr Function f{};
             if (p.stepA == 0) {
@@ -39,11 +39,11 @@ consteval Row row(uint8_t code, Function) {
 }
 
 template <double (*kFunction)(double, double)>
-consteval Row row(uint8_t code) {
+constexpr Row row(uint8_t code) {
   return row(code, [](double a, double b) { return kFunction(a, b); });
 }
 
-constexpr Table kTable({
+constexpr Row kRows[] = {
     row(7, [](double a, double b) { return a + b; }),
     row<calcAGM>(8),
     row<calcAngerJ>(17),
@@ -105,7 +105,8 @@ constexpr Table kTable({
     row<calcVoigtFunL>(159),
     row<calcWeberE>(161),
     row<calcFermiDirac>(162),
-});
+};
+constexpr Table kTable(kRows);
 
 }  // namespace
 
