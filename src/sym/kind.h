@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "sym/node.h"
+#include "sym/writers.h"
 
 namespace Sym {
+
+struct Rule;  // diff.h
 
 /// What the common update rule and the merges read of a kind; a row joins them with |.
 namespace Property {
@@ -27,8 +29,8 @@ struct Kind {
   double (*value)(const SymObject& node);
   void (*update)(SymObject& node);
   void (*text)(SymObject& node);
-  std::string (*latex)(SymObject& node);
-  NodePtr (*diff)(const SymObject& node, const VarPtr& variable, std::string& message);
+  LatexForm latex;
+  const Rule* diff;
 
   bool is(uint8_t property) const { return (properties & property) != 0; }
 };

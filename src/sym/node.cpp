@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "sym/diff.h"
 #include "sym/edit.h"
 #include "sym/kind.h"
 
@@ -19,6 +20,10 @@ void gather(Args& args, std::vector<NodePtr>& pending) {
 
 // A node like the source but for its arguments.
 NodePtr shell(const SymObject& source) {
+  // A node that was read back from a block has no arguments for the handlers of its kind: its copy is the number that
+  // it is worth.
+  const bool hollow = source.bound().code != source.kind && source.kind > Code::Variable;
+  if (hollow) return makeNumber(source.coef);
   NodePtr copy = newNode(source.kind, source.coef);
   if (source.var) copy->var = source.var;
   if (!source.text.empty()) copy->text = source.text;
@@ -74,10 +79,14 @@ double SymObject::fnValue() const { return row_->value(*this); }
 
 void SymObject::fnText() { row_->text(*this); }
 
-std::string SymObject::fnLatex() { return row_->latex(*this); }
+std::string SymObject::fnLatex() {
+  std::string out;
+  writeLatex(*this, out);
+  return out;
+}
 
 NodePtr SymObject::fnDiff(const VarPtr& variable, std::string& message) const {
-  return row_->diff(*this, variable, message);
+  return differentiate(*this, *row_->diff, variable, message);
 }
 
 NodePtr newNode(uint8_t kind, double coef) {

@@ -35,7 +35,7 @@ def condition(f, args, value):
 
 
 def write(name, f, cases, base=2, slack=None, conditioned=True):
-    lines = [f"# {pathlib.Path(__file__).name}, mpmath {mp.__version__}, {mp.mp.dps} digits, base {base} ulps"]
+    lines = [f"# {pathlib.Path(sys.argv[0]).name}, mpmath {mp.__version__}, {mp.mp.dps} digits, base {base} ulps"]
     for region, *raw in cases:
         doubles = [float(a) for a in raw]
         args = [mp.mpf(d) for d in doubles]

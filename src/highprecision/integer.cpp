@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "highprecision/integer.h"
+
+#include <string>
+
+namespace HP {
+namespace {
+
+constexpr int kLimbDigits = 7;
+// Up to here digit by digit in machine words is quicker than GMP's radix conversion with its digit string.
+constexpr std::size_t kFewLimbs = 4;
+
+}  // namespace
+
+Integer integerOfLimbs(std::span<const int64_t> limbs) {
+  Integer result;
+  if (limbs.size() <= kFewLimbs) {
+    for (std::size_t i = limbs.size(); i-- > 0;) {
+      mpz_mul_ui(result.get(), result.get(), 10000000);
+      mpz_add_ui(result.get(), result.get(), static_cast<unsigned long>(limbs[i]));
+    }
+    return result;
+  }
+  std::vector<unsigned char> digits(limbs.size() * kLimbDigits);
+  unsigned char* end = digits.data() + digits.size();
+  for (const int64_t limb : limbs) {
+    auto rest = static_cast<uint32_t>(limb);
+    for (int i = 0; i < kLimbDigits; ++i) {
+      *--end = static_cast<unsigned char>(rest % 10);
+      rest /= 10;
+    }
+  }
+  // Leading zeros are allowed; the room follows from 10^7 < 2^24.
+  mp_ptr words = mpz_limbs_write(result.get(), static_cast<mp_size_t>(limbs.size() * 24 / GMP_NUMB_BITS + 2));
+  mpz_limbs_finish(result.get(), mpn_set_str(words, digits.data(), digits.size(), 10));
+  return result;
+}
+
+std::vector<int64_t> limbsOfInteger(const Integer& x) {
+  if (x.sign() == 0) return {};
+  Integer work(x);
+  std::vector<unsigned char> digits(mpz_sizeinbase(work.get(), 10) + 2);
+  const auto words = static_cast<mp_size_t>(mpz_size(work.get()));
+  const std::size_t count = mpn_get_str(digits.data(), 10, mpz_limbs_modify(work.get(), words), words);
+  std::vector<int64_t> limbs;
+  limbs.reserve(count / kLimbDigits + 1);
+  for (std::size_t end = count; end > 0;) {
+    const std::size_t begin = end > kLimbDigits ? end - kLimbDigits : 0;
+    uint32_t limb = 0;
+    for (std::size_t i = begin; i < end; ++i) limb = limb * 10 + digits[i];
+    limbs.push_back(limb);
+    end = begin;
+  }
+  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
+  return limbs;
+}
+
+Integer powerOfTen(unsigned long n) {
+  Integer result;
+  mpz_ui_pow_ui(result.get(), 5, n);
+  mpz_mul_2exp(result.get(), result.get(), n);
+  return result;
+}
+
+}  // namespace HP

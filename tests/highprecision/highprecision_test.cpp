@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: Apache-2.0
+// High-precision numbers through the exports, held against digits of mpmath at every precision from 1 to 52 limbs.
+#include <climits>
+#include <thread>
+
+#include "highprecision/hp_host.h"
+
+namespace {
+
+const std::vector<int> kFunctions = {41, 42, 49, 50, 51, 52, 53, 54, 55, 56, 57,
+                                     58, 59, 61, 62, 63, 64, 65, 66, 67, 68, 69};
+
+const Limbs kInfinite{true, false, 0, {}}, kMinusInfinite{true, true, 0, {}}, kZero{};
+
+Limbs value(int64_t n) { return Number(n).limbs(); }
+
+HPNumber* infinity(bool negative) { return hp_Fun2(Number(negative ? -1 : 1), Number(int64_t(0)), 3, 1); }
+
+}  // namespace
+
+TEST(HighPrecision, FunctionsAreRightToTheLastLimb) {
+  std::vector<int> rows(256, 0);
+  for (const auto& row : rowsOf("hp_functions")) {
+    const int code = std::stoi(row[0]);
+    const Limbs digits = limbsOf(row[2]);
+    const Number x(row[1].c_str());
+    ++rows[static_cast<std::size_t>(code)];
+    for (int precision = 1; precision <= 52; ++precision)
+      ASSERT_EQ(fun1(x, code, precision), roundedTo(digits, static_cast<std::size_t>(precision)))
+          << "code " << code << " of " << row[1] << " with " << precision << " limbs";
+  }
+  for (const int code : kFunctions)
+    EXPECT_TRUE(code <= 42 || code == 69 || rows[static_cast<std::size_t>(code)] >= 14) << code;
+}
+
+TEST(HighPrecision, OperationsAreRightToTheLastLimb) {
+  for (const auto& row : rowsOf("hp_pairs")) {
+    const Limbs digits = limbsOf(row[3]);
+    const Number a(row[1].c_str()), b(row[2].c_str());
+    for (int precision = 1; precision <= 52; ++precision)
+      ASSERT_EQ(fun2(a, b, std::stoi(row[0]), precision), roundedTo(digits, static_cast<std::size_t>(precision)))
+          << row[1] << " op " << row[0] << " " << row[2] << " with " << precision << " limbs";
+  }
+  for (const auto& row : rowsOf("hp_powers"))
+    for (int precision = 1; precision <= 52; ++precision)
+      ASSERT_EQ(Number(hp_Pow(Number(row[0].c_str()), std::stoll(row[1]), precision)).limbs(),
+                roundedTo(limbsOf(row[2]), static_cast<std::size_t>(precision)))
+          << row[0] << " ^ " << row[1] << " with " << precision << " limbs";
+}
+
+// Long factors take the way through GMP, and each length near the change must agree with an algebraic identity:
+// (a + b)(a - b) = a^2 - b^2, and q b + r = a for the cut quotient.
+TEST(HighPrecision, LongProductsAndQuotients) {
+  uint64_t state = 12345;
+  const auto drawn = [&state](std::size_t count) {
+    Limbs x;
+    for (std::size_t i = 0; i < count; ++i) {
+      state = state * 6364136223846793005u + 1442695040888963407u;
+      x.limbs.push_back(state % 5 == 0 ? 9999999 : static_cast<int64_t>((state >> 33) % 10000000));
+    }
+    x.limbs.front() = x.limbs.back() = 1 + static_cast<int64_t>(state % 9);
+    return x;
+  };
+  for (const std::size_t length : {1, 2, 60, 178, 179, 180, 181, 182, 400}) {
+    const Number a(drawn(length)), b(drawn(length > 3 ? length - 3 : 1));
+    const Number above(hp_Fun2(a, b, 0, 2000)), below(hp_Fun2(a, b, 1, 2000)), product(hp_Fun2(above, below, 2, 2000));
+    const Number squareA(hp_Fun2(a, a, 2, 2000)), squareB(hp_Fun2(b, b, 2, 2000));
+    EXPECT_EQ(product.limbs(), fun2(squareA, squareB, 1, 2000)) << length;
+    EXPECT_EQ(fun2(product, below, 3, 2000), above.limbs()) << length;
+    EXPECT_EQ(fun1(squareA, 49, 1000), a.limbs()) << length;
+  }
+}
+
+TEST(HighPrecision, CreationAndAttributes) {
+  EXPECT_EQ(value(0), kZero);
+  EXPECT_EQ(value(10000000), (Limbs{false, false, 1, {1}}));
+  EXPECT_EQ(value(-123456789012345), (Limbs{false, true, 0, {9012345, 2345678, 1}}));
+  EXPECT_EQ(value(INT64_MIN), (Limbs{false, true, 0, {4775808, 7203685, 92233}}));
+  EXPECT_EQ(value(INT64_MAX), (Limbs{false, false, 0, {4775807, 7203685, 92233}}));
+
+  const auto made = [](std::vector<int64_t> limbs, int32_t exponent, bool negative) {
+    return Number(hp_CreateByValue2(limbs.data(), static_cast<int32_t>(limbs.size()), exponent, negative)).limbs();
+  };
+  EXPECT_EQ(made({0}, 5, true), kZero);
+  EXPECT_EQ(made({}, 5, true), kZero);
+  EXPECT_EQ(Number(hp_CreateByValue2(nullptr, -1, 0, false)).limbs(), kZero);
+  EXPECT_EQ(made({7, 8, 9}, -2, true), (Limbs{false, true, -2, {7, 8, 9}}));
+  EXPECT_EQ(made({0, 0, 8, 0}, -2, false), (Limbs{false, false, 0, {8}}));
+  // Words that are no limbs keep the value of the sum.
+  EXPECT_EQ(made({10000001, 0}, 0, false), (Limbs{false, false, 0, {1, 1}}));
+  EXPECT_EQ(made({-1, 1}, 0, false), (Limbs{false, false, 0, {9999999}}));
+  EXPECT_EQ(made({1, -1}, 0, false), (Limbs{false, true, 0, {9999999}}));
+  EXPECT_EQ(made({INT64_MIN}, 0, true), (Limbs{false, false, 0, {4775808, 7203685, 92233}}));
+  EXPECT_EQ(made({INT64_MAX, INT64_MAX}, 0, false), (Limbs{false, false, 0, {4775807, 1979492, 7295919, 92233}}));
+}
+
+TEST(HighPrecision, Conversion) {
+  const auto digits = [](const std::string& text) {
+    std::vector<int32_t> result;
+    std::istringstream stream(text);
+    for (int32_t digit; stream >> digit;) result.push_back(digit);
+    return result;
+  };
+  for (const auto& row : rowsOf("hp_conversion")) {
+    const std::vector<int32_t> whole = digits(row[2]), fraction = digits(row[3]);
+    for (const int precision : {1, 2, 7, 20, 52}) {
+      const Number x(hp_Conversion(whole.data(), static_cast<int32_t>(whole.size()), fraction.data(),
+                                   static_cast<int32_t>(fraction.size()), std::stoi(row[1]), row[0] == "-1",
+                                   precision));
+      EXPECT_EQ(x.limbs(), roundedTo(limbsOf(row[4]), static_cast<std::size_t>(precision))) << row[1];
+    }
+  }
+  const int32_t one[] = {1};
+  EXPECT_EQ(Number(hp_Conversion(nullptr, 0, nullptr, 0, 10, true, 3)).limbs(), kZero);
+  EXPECT_EQ(Number(hp_Conversion(one, 1, one, 1, 0, false, 3)).limbs(), kInfinite);
+  const std::vector<int32_t> hostile(1000, INT_MIN);
+  Number(hp_Conversion(hostile.data(), 1000, hostile.data(), 1000, INT_MIN, true, INT_MIN)).limbs();
+}
+
+TEST(HighPrecision, Rounding) {
+  const Number x(limbsOf("1.9999999@-1"));
+  EXPECT_EQ(fun1(x, 42, 1), value(2));
+  EXPECT_EQ(fun1(Number("1.4999999.9999999@-2"), 42, 1), value(1));
+  EXPECT_EQ(fun1(Number("1.5000000@-1"), 41, 1), value(-2));
+  EXPECT_EQ(fun1(Number("9999999.9999999.5000000@0"), 42, 2), (Limbs{false, false, 3, {1}}));
+  // 0 and below count as 1; a precision above any digits keeps all.
+  EXPECT_EQ(fun1(x, 42, 0), value(2));
+  EXPECT_EQ(fun1(x, 42, INT_MIN), value(2));
+  EXPECT_EQ(fun1(x, 42, INT_MAX), x.limbs());
+  EXPECT_EQ(fun2(x, Number(1), 3, INT_MAX), x.limbs());
+  EXPECT_EQ(fun1(Number("12.3456789@-1"), 69, 5), value(12));
+  EXPECT_EQ(fun1(Number("-12.3456789@-1"), 69, 5), value(-12));
+  EXPECT_EQ(fun1(Number("-3456789@-1"), 69, 5), kZero);
+  EXPECT_EQ(fun1(Number("5@9"), 69, 5), (Limbs{false, false, 9, {5}}));
+}
+
+TEST(HighPrecision, Infinities) {
+  const Number plus(infinity(false)), minus(infinity(true)), zero(int64_t(0)), two(2), minusTwo(-2);
+  EXPECT_EQ(plus.limbs(), kInfinite);
+  EXPECT_EQ(minus.limbs(), kMinusInfinite);
+  EXPECT_EQ(hp_CompareZero(plus), 2);
+  EXPECT_EQ(hp_CompareZero(minus), 0);
+  EXPECT_EQ(hp_CompareZero(zero), 1);
+
+  EXPECT_EQ(fun2(plus, minus, 0, 3), kZero);
+  EXPECT_EQ(fun2(plus, plus, 1, 3), kZero);
+  EXPECT_EQ(fun2(plus, two, 0, 3), kInfinite);
+  EXPECT_EQ(fun2(two, plus, 1, 3), kMinusInfinite);
+  EXPECT_EQ(fun2(minus, minus, 0, 3), kMinusInfinite);
+  EXPECT_EQ(fun2(plus, minusTwo, 2, 3), kMinusInfinite);
+  EXPECT_EQ(fun2(zero, zero, 3, 3), value(1));
+  EXPECT_EQ(fun2(plus, minus, 3, 3), value(1));
+  EXPECT_EQ(fun2(minusTwo, zero, 3, 3), kMinusInfinite);
+  EXPECT_EQ(fun2(plus, minusTwo, 3, 3), kMinusInfinite);
+  EXPECT_EQ(fun2(two, minus, 3, 3), kZero);
+
+  EXPECT_EQ(fun2(zero, zero, 60, 3), value(1));
+  EXPECT_EQ(fun2(plus, zero, 60, 3), value(1));
+  EXPECT_EQ(fun2(zero, two, 60, 3), kZero);
+  EXPECT_EQ(fun2(zero, minusTwo, 60, 3), kInfinite);
+  EXPECT_EQ(fun2(zero, Number("5000000@-1"), 60, 3), kZero);
+  EXPECT_EQ(fun2(minusTwo, Number(3), 60, 3), value(-8));
+  EXPECT_EQ(fun2(minusTwo, Number("5000000@-1"), 60, 3), kInfinite);
+  EXPECT_EQ(fun2(Number(-1), Number("1@9"), 60, 3), value(1));
+  EXPECT_EQ(Number(hp_Pow(minus, 3, 3)).limbs(), kMinusInfinite);
+  EXPECT_EQ(Number(hp_Pow(minus, -3, 3)).limbs(), kZero);
+  EXPECT_EQ(Number(hp_Pow(zero, -1, 3)).limbs(), kInfinite);
+  EXPECT_EQ(Number(hp_Pow(minus, 0, 3)).limbs(), value(1));
+
+  for (const int code : {49, 50, 51, 52, 53, 54, 55, 56, 66, 67}) EXPECT_EQ(fun1(minus, code, 3), kInfinite) << code;
+  EXPECT_EQ(fun1(minus, 69, 3), kMinusInfinite);
+  EXPECT_EQ(fun1(minus, 41, 3), kInfinite);
+  EXPECT_EQ(fun1(minus, 57, 9), Number(hp_Fun1(Number(-1), 55, 9)).limbs());
+  EXPECT_EQ(fun1(minus, 61, 3), kMinusInfinite);
+  EXPECT_EQ(fun1(minus, 63, 3), value(-1));
+  EXPECT_EQ(fun1(minus, 68, 3), kZero);
+  // Pinned: exp of the infinities is exchanged.
+  EXPECT_EQ(fun1(plus, 59, 3), kZero);
+  EXPECT_EQ(fun1(minus, 59, 3), kInfinite);
+}
+
+TEST(HighPrecision, PolesAndDomains) {
+  const Number zero(int64_t(0)), one(1), minusOne(-1), two(2), half("5000000@-1");
+  EXPECT_EQ(fun1(minusOne, 49, 5), kInfinite);
+  for (const int code : {50, 54, 64}) EXPECT_EQ(fun1(zero, code, 5), kInfinite) << code;
+  EXPECT_EQ(fun1(minusOne, 50, 5), kInfinite);
+  for (const int code : {55, 56, 67}) EXPECT_EQ(fun1(two, code, 5), kInfinite) << code;
+  for (const int code : {66, 68}) EXPECT_EQ(fun1(half, code, 5), kInfinite) << code;
+  for (const int code : {67, 68}) EXPECT_EQ(fun1(minusOne, code, 5), kInfinite) << code;
+  EXPECT_EQ(fun1(one, 66, 5), kZero);
+  EXPECT_EQ(fun1(one, 56, 5), kZero);
+  EXPECT_EQ(fun1(one, 50, 5), kZero);
+  for (const int code : {49, 51, 53, 55, 57, 61, 63, 65, 67}) EXPECT_EQ(fun1(zero, code, 5), kZero) << code;
+  for (const int code : {52, 59, 62}) EXPECT_EQ(fun1(zero, code, 5), value(1)) << code;
+  for (int code = 0; code < 256; ++code) {
+    const bool known = std::find(kFunctions.begin(), kFunctions.end(), code) != kFunctions.end();
+    EXPECT_TRUE(known || fun1(two, code, 5) == kZero) << code;
+    EXPECT_TRUE(code <= 3 || code == 60 || fun2(two, two, code, 5) == kZero) << code;
+  }
+}
+
+TEST(HighPrecision, BeyondTheExponents) {
+  const Number huge("3@2000000000"), tiny("3@-2000000000");
+  for (const int code : kFunctions)
+    for (const Number* x : {&huge, &tiny}) {
+      const Limbs result = fun1(*x, code, 6);
+      EXPECT_LE(result.limbs.size(), 6u);
+    }
+  EXPECT_EQ(fun1(tiny, 51, 3), tiny.limbs());
+  EXPECT_EQ(fun1(huge, 59, 3), kInfinite);
+  EXPECT_EQ(fun1(huge, 52, 3), kInfinite);
+  EXPECT_EQ(fun2(huge, tiny, 2, 3), value(9));
+  EXPECT_EQ(fun2(huge, tiny, 0, 3), huge.limbs());
+  EXPECT_EQ(fun2(tiny, huge, 1, 3), fun1(huge, 41, 3));
+  EXPECT_EQ(fun2(Number("1@2000000000"), tiny, 1, 3), (Limbs{false, false, 2000000000, {1}}));
+  const Number power(hp_Pow(huge, 1 << 24, 3));
+  EXPECT_GT(power.limbs().exponent, int64_t(1) << 54);
+  EXPECT_EQ(fun2(power, power, 2, 3).infinite, false);
+  EXPECT_EQ(Number(hp_Pow(power, 1000, 3)).limbs(), kInfinite);
+  EXPECT_EQ(Number(hp_Pow(power, -1000, 3)).limbs(), kZero);
+  EXPECT_EQ(Number(hp_Pow(tiny, INT64_MAX, 3)).limbs(), kZero);
+  EXPECT_EQ(Number(hp_Pow(tiny, INT64_MIN, 3)).limbs(), kInfinite);
+  EXPECT_EQ(fun2(huge, huge, 60, 3), kInfinite);
+  EXPECT_EQ(fun2(huge, tiny, 60, 3), value(1));
+  EXPECT_EQ(fun2(tiny, Number("1@3"), 60, 3), kZero);
+}
+
+TEST(HighPrecision, Comparison) {
+  const Number plus(infinity(false)), minus(infinity(true));
+  // In ascending order.
+  const std::vector<const char*> order = {
+      "-1@100", "-2@0",   "-1.5000000@-1", "-1@-100", "0",    "1@-100", "9999999.9999999@-2",
+      "1@0",    "1.1@-1", "2@0",           "1.1@0",   "1@100"};
+  for (std::size_t i = 0; i < order.size(); ++i)
+    for (std::size_t j = 0; j < order.size(); ++j) {
+      const Number a(order[i]), b(order[j]);
+      EXPECT_EQ(hp_Compare(a, b), i < j ? 0 : i == j ? 1 : 2) << order[i] << " " << order[j];
+      EXPECT_EQ(hp_IsEqu(a, b), i == j);
+      EXPECT_EQ(hp_Compare(a, plus), 0);
+      EXPECT_EQ(hp_Compare(a, minus), 2);
+    }
+  EXPECT_EQ(hp_Compare(plus, plus), 1);
+  EXPECT_EQ(hp_Compare(minus, plus), 0);
+}
+
+TEST(HighPrecision, PrecisionsBeyondTheStoredConstants) {
+  // pi by three roads, 500 limbs: acos(-1), 4 atan 1 and the sum of Machin's arcs.
+  const Number pi(hp_Fun1(Number(-1), 56, 500)), one(1);
+  const Number fifth(hp_Fun2(one, Number(5), 3, 510)), small(hp_Fun2(one, Number(239), 3, 510));
+  const Number a(hp_Fun1(fifth, 57, 510)), b(hp_Fun1(small, 57, 510));
+  const Number machin(hp_Fun2(Number(hp_Fun2(Number(16), a, 2, 510)), Number(hp_Fun2(Number(4), b, 2, 510)), 1, 500));
+  EXPECT_EQ(pi.limbs(), machin.limbs());
+  EXPECT_EQ(pi.limbs(), fun2(Number(hp_Fun1(one, 57, 510)), Number(4), 2, 500));
+  // ln 30 = ln 2 + ln 3 + ln 5
+  const Number sum(hp_Fun2(Number(hp_Fun1(Number(2), 50, 510)), Number(hp_Fun1(Number(15), 50, 510)), 0, 500));
+  EXPECT_EQ(sum.limbs(), fun1(Number(30), 50, 500));
+  EXPECT_EQ(fun1(Number(hp_Fun1(one, 59, 510)), 50, 500), value(1));
+}
+
+TEST(HighPrecision, ThreadsShareNumbers) {
+  const Number x(7);
+  const Limbs expected = fun1(x, 50, 60);
+  std::vector<Limbs> results(4);
+  std::vector<std::thread> threads;
+  for (Limbs& result : results) threads.emplace_back([&] { result = fun1(x, 50, 60); });
+  for (std::thread& thread : threads) thread.join();
+  for (const Limbs& result : results) EXPECT_EQ(result, expected);
+}
