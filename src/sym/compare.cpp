@@ -87,7 +87,7 @@ uint64_t hashOf(const SymObject& node) {
 
 uint64_t hashWithCoefficient(const SymObject& node) { return mix(hashOf(node) ^ hashNumber(node.coef)); }
 
-void sortNodes(std::vector<NodePtr>& nodes) {
+void sortNodes(Args& nodes) {
   // Equality within a bound is no equivalence: a merge sort bears that, a quick sort would not.
   const auto before = [](const NodePtr& a, const NodePtr& b) { return compareNodes(*a, *b) < 0; };
   if (!std::is_sorted(nodes.begin(), nodes.end(), before)) std::stable_sort(nodes.begin(), nodes.end(), before);

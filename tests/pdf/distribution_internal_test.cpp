@@ -9,6 +9,7 @@
 
 #include "pdf/factory.h"
 #include "pdf/fit_range.h"
+#include "pdf/quick_math.h"
 #include "sym/number_text.h"
 
 namespace {
@@ -40,6 +41,31 @@ TEST(Loops, ArraysAndSquaredErrorRepeatThePointCalls) {
     EXPECT_EQ(fun->cdfSquaredError({}, {}), 0) << code;
     EXPECT_EQ(fun->optParamSize(), fun->paramSize());
   }
+}
+
+TEST(QuickMath, IsTheRunTimesUpToRounding) {
+  const double inf = INFINITY, odd[] = {0.0, -0.0, 1.0, -1.0, 2.0, -2.5, 3.0, 5e-324, 1e-310, 1e300, inf, -inf, NAN};
+  const auto near = [](double value, double expected, double ulps) {
+    return same(value, expected) || std::abs(value - expected) <= ulps * 2.3e-16 * std::abs(expected);
+  };
+  for (const double x : odd) {
+    EXPECT_TRUE(near(PDF::quickExp(x), std::exp(x), 2)) << x;
+    EXPECT_TRUE(near(PDF::quickLog(x), std::log(x), 3)) << x;
+    EXPECT_NEAR(PDF::quickErf(std::isnan(x) ? 0 : x), std::erf(std::isnan(x) ? 0 : x), 2.3e-16) << x;
+    for (const double y : odd)
+      if (!std::isnan(y) && !std::isnan(x)) {
+        EXPECT_TRUE(near(PDF::QuickPower(y)(x), std::pow(x, y), 800)) << x << " ^ " << y;
+      }
+  }
+  for (int i = -7500; i < 7200; ++i) {
+    const double x = 0.1 * i + 0.0123, y = std::exp(x / 7);
+    EXPECT_TRUE(near(PDF::quickExp(x), std::exp(x), 2) || std::exp(x) < 1e-300) << x;
+    EXPECT_TRUE(near(PDF::quickLog(y), std::log(y), 3)) << y;
+    EXPECT_NEAR(PDF::quickErf(x / 70), std::erf(x / 70), 9e-16) << x / 70;
+    EXPECT_TRUE(near(PDF::quickErfc(std::abs(x) / 30), std::erfc(std::abs(x) / 30), 2000)) << x / 30;
+    EXPECT_TRUE(near(PDF::QuickPower(2.7)(y), std::pow(y, 2.7), 800)) << y;
+  }
+  EXPECT_TRUE(std::isnan(PDF::quickExp(NAN)) && std::isnan(PDF::quickErfc(NAN)) && std::isnan(PDF::QuickPower(2)(NAN)));
 }
 
 TEST(Parameters, AVectorOfAnotherLengthIsIgnored) {
