@@ -217,7 +217,7 @@ TEST(Tours, NearTheOptimum) {
     std::cout << cells[0] << cells[1] << ": " << length << ", " << 100 * (length / known - 1)
               << " % above the best known\n";
     EXPECT_LE(length, 1.05 * known) << cells[0] << cells[1];
-    if (cells[0] != "drawn") EXPECT_GE(length, known) << cells[0];
+    EXPECT_TRUE(cells[0] == "drawn" || length >= known) << cells[0];
     sum += length / known - 1;
     ++count;
     if (points.size() > 300) continue;
@@ -264,7 +264,7 @@ TEST(Tours, GrownAtBothEnds) {
   EXPECT_NEAR(api_TSP_calcTSPError(tsp, tour.data(), 5), 0, 1e-12);
   const Ids straight{0, 1, 2, 3, 4}, crossed{0, 2, 1, 4, 3};
   EXPECT_NEAR(api_TSP_calcTSPError(tsp, straight.data(), 5), 0, 1e-12);
-  EXPECT_NEAR(api_TSP_calcTSPError(tsp, crossed.data(), 5), 28 - 24 + 2, 1e-12);
+  EXPECT_NEAR(api_TSP_calcTSPError(tsp, crossed.data(), 5), 28 - 24, 1e-12);
   const Ids twice{0, 1, 2, 2, 4}, outside{0, 1, 2, 3, 5};
   EXPECT_EQ(api_TSP_calcTSPError(tsp, twice.data(), 5), 1e300);
   EXPECT_EQ(api_TSP_calcTSPError(tsp, outside.data(), 5), 1e300);
