@@ -12,6 +12,7 @@
 #include "csv_column.h"
 #include "fit_run.h"
 #include "options.h"
+#include "page.h"
 #include "report.h"
 
 namespace {
@@ -78,7 +79,7 @@ void printRanking(const Results& results) {
 int fit(Options options) {
   Results results;
   results.column = readColumn(options);
-  checkReportPath(options.reportPath, options.dataPath);
+  checkPagePath(options.reportPath, options.dataPath);
   std::fprintf(stderr, "Fitting %zu distribution%s to %zu values of \"%s\" on %d thread%s\n", options.funs.size(),
                options.funs.size() == 1 ? "" : "s", results.column.values.size(), results.column.name.c_str(),
                options.threads, options.threads == 1 ? "" : "s");
@@ -99,7 +100,7 @@ int fit(Options options) {
     return code;
   }
   printRanking(results);
-  writeReport(options.reportPath, reportPage(results, options));
+  writePage(options.reportPath, reportPage(results, options));
   std::fprintf(stderr, "Report: %s\n", options.reportPath.c_str());
   return code;
 }

@@ -2,11 +2,10 @@
 #include "report.h"
 
 #include <algorithm>
-#include <ctime>
 #include <filesystem>
 
 #include "figures.h"
-#include "resources.h"
+#include "page.h"
 #include "sample.h"
 #include "sheet.h"
 #include "svg_plot.h"
@@ -64,20 +63,13 @@ std::string legend(const Results& results, size_t plotted, const std::string& da
   return html + "</ul>\n";
 }
 
-std::string figure(const std::string& id, const std::string& legend, const std::string& svg,
-                   const std::string& caption) {
-  return "<figure class=\"card\" id=\"" + id + "\">\n" + legend + svg + "<figcaption>" + caption +
-         "</figcaption></figure>\n";
-}
-
 std::string sheetRows(const std::vector<SheetRow>& rows) {
   std::string html;
   for (const SheetRow& row : rows) {
     if (!row.rows.empty())
       html += "<tr class=\"part\"><td colspan=\"2\">" + escaped(row.label) + "</td></tr>\n" + sheetRows(row.rows);
     else
-      html += "<tr><td>" + escaped(row.label) + "</td><td><div class=\"formula\" data-tex=\"" + escaped(row.formula) +
-              "\"></div></td></tr>\n";
+      html += "<tr><td>" + escaped(row.label) + "</td><td>" + formula(row.formula) + "</td></tr>\n";
   }
   return html;
 }
@@ -87,14 +79,6 @@ std::string sheet(const Fit& fit, size_t i) {
          escaped(fit.name) + " <span class=\"badge\">error " + shortNumber(fit.error, 4) +
          "</span></h3>\n<table class=\"sheet\">" + sheetRows(readSheet(pdf_getLatexExpress(fit.fun))) +
          "</table></section>\n";
-}
-
-std::string today() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  char text[32];
-  return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local)};
 }
 
 std::string settings(const Options& options, const Results& results) {
@@ -117,14 +101,8 @@ std::string reportPage(const Results& results, const Options& options) {
   const std::span<const Fit> best(results.fits.data(), plotted);
   const Fit& first = results.fits.front();
 
-  std::string html =
-      "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
-      escaped(name) + " (" + escaped(file) + "): fitted distributions</title>\n<style>\n";
-  for (const std::string_view part : reportStyles()) html += part;
-  html += "</style>\n</head>\n<body>\n<main>\n<h1>Fitted distributions: " + escaped(name) +
-          "</h1>\n<p class=\"soft\">" + escaped(file) + ", " + counted(sample.values.size(), "value") + ", " + today() +
-          "</p>\n";
+  std::string html = "<h1>Fitted distributions: " + escaped(name) + "</h1>\n<p class=\"soft\">" + escaped(file) + ", " +
+                     counted(sample.values.size(), "value") + ", " + today() + "</p>\n";
   if (results.stopped)
     html += "<p class=\"notice\">The fit was ended early: " + std::to_string(results.fits.size()) + " of " +
             counted(results.fits.size() + results.unfitted.size(), "distribution") +
@@ -165,8 +143,6 @@ std::string reportPage(const Results& results, const Options& options) {
   }
   html += "</div>\n<h2>Sheets of the best fits</h2>\n";
   for (size_t i = 0; i < plotted; ++i) html += sheet(best[i], i);
-  html += "<footer>Orvane, " + escaped(settings(options, results)) +
-          ".</footer>\n<noscript><p class=\"notice\">The formulas need JavaScript.</p></noscript>\n</main>\n<script>\n";
-  for (const std::string_view part : reportScripts()) html += part;
-  return html + "</script>\n</body>\n</html>\n";
+  html += "<footer>Orvane, " + escaped(settings(options, results)) + ".</footer>\n";
+  return htmlPage(name + " (" + file + "): fitted distributions", html);
 }

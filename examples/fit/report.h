@@ -22,9 +22,3 @@ char parameterLetter(size_t index);
 
 /// The page: one HTML text that needs nothing beside it.
 std::string reportPage(const Results& results, const Options& options);
-
-/// Throws Complaint when no file can be written at `path`, or when it is the data file itself. Leaves nothing behind.
-void checkReportPath(const std::string& path, const std::string& dataPath);
-
-/// Writes the text under another name and then renames it, so that nobody ever finds half of it.
-void writeReport(const std::string& path, const std::string& text);

@@ -10,6 +10,13 @@ const double kBernoulliTable[kBernoulliCount] = {
 #include "special/bernoulli_data.inc"
 };
 
+void copyBernoulli(int32_t n, double* out) {
+  // KEPT: 0 and the largest double by turns beyond the table, so that the last entry is the largest double; one would
+  // expect B_260 = -7.6e309 to be infinite (kept.csv: Bernoulli_padding)
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  for (int32_t i = 0; i < n; ++i) out[i] = i < kBernoulliCount ? kBernoulliTable[i] : (n - i) % 2 == 1 ? kLargest : 0;
+}
+
 double calcPolyByBernoulli(int32_t n, double x) {
   switch (n) {
     case 0:

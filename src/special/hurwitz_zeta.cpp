@@ -36,17 +36,16 @@ double directSum(double s, double a) {
   return sum;
 }
 
-// Euler and Maclaurin, a >= 0: N direct terms, then with t = a+N
-// t^(1-s)/(s-1) + t^-s/2 + sum B_2j/(2j)! s(s+1)...(s+2j-2) t^(1-s-2j).
-double eulerMaclaurin(double s, double a) {
-  const int direct = s < 0 ? 6 : 100;
-  double sum = 0;
-  for (int k = direct - 1; k >= 0; --k) sum += inversePower(a + k, s);
-  const double t = a + direct, power = std::pow(t, -s);
-  sum += power * t / (s - 1) + power / 2;
-  double factor = s * power / t / 2;  // s...(s+2j-2)/(2j)! t^(1-s-2j)
+// What Euler and Maclaurin add to the direct terms and to t^(1-s)/(s-1) + t^-s/2:
+// sum B_2j/(2j)! s(s+1)...(s+2j-2) t^(1-s-2j).
+template <class Real>
+Real bernoulliTail(Real s, Real t, Real power) {
+  Real sum = 0;
+  Real factor = s * power / t / 2;  // s...(s+2j-2)/(2j)! t^(1-s-2j)
   for (int j = 1; j <= 100; ++j) {
-    const double term = kBernoulliTable[2 * j] * factor;
+    // 1/6 and -1/30 with all digits of Real.
+    const Real number = j == 1 ? Real(1) / 6 : j == 2 ? Real(-1) / 30 : static_cast<Real>(kBernoulliTable[2 * j]);
+    const Real term = number * factor;
     sum += term;
     if (std::abs(term) < 1e-15) break;
     factor *= (s + 2 * j - 1) / (2 * j + 1) * ((s + 2 * j) / (2 * j + 2)) / (t * t);
@@ -54,7 +53,52 @@ double eulerMaclaurin(double s, double a) {
   return sum;
 }
 
+// Euler and Maclaurin, a >= 0, with t = a+N after N direct terms.
+double eulerMaclaurin(double s, double a) {
+  const int direct = s < 0 ? 6 : 100;
+  if (s >= 0) {
+    const double t = a + direct;
+    double sum = 0;
+    for (int k = direct - 1; k >= 0; --k) sum += inversePower(a + k, s);
+    const double power = std::pow(t, -s);
+    return sum + power * t / (s - 1) + power / 2 + bernoulliTail(s, t, power);
+  }
+  // For s < 0 these parts are large and cancel: in long double.
+  using Wide = long double;
+  const Wide t = static_cast<Wide>(a) + direct, power = std::pow(t, -static_cast<Wide>(s));
+  Wide sum = power * t / (static_cast<Wide>(s) - 1) + power / 2;
+  for (int k = direct - 1; k >= 0; --k) sum += std::pow(static_cast<Wide>(a) + k, -static_cast<Wide>(s));
+  return static_cast<double>(sum + bernoulliTail<Wide>(s, t, power));
+}
+
+// Hurwitz's formula for s < 0, 0 < a <= 1: 2 gamma(1-s)/(2 pi)^(1-s) sum sin(2 pi n a + pi s/2)/n^(1-s). Unlike the
+// sums above it loses no digits for s far left of 0.
+double byFourier(double s, double a) {
+  const double order = 1 - s;
+  double sum = 0;
+  for (int n = 1; n < 100000; ++n) {
+    const double weight = std::pow(n, -order);
+    const double turn = n * a;
+    sum += weight * std::sin(kPi * (2 * (turn - std::floor(turn)) + std::fmod(s, 4.0) / 2));
+    if (weight < 1e-17) break;
+  }
+  const double logarithm = calcLngamma(order) - order * std::log(2 * kPi);
+  const double scale = order < 100 ? std::tgamma(order) * std::pow(2 * kPi, -order) : std::exp(logarithm);
+  return 2 * scale * sum;
+}
+
 }  // namespace
+
+double hurwitzDifference(double s, double a, double b) {
+  constexpr int kDirect = 100;
+  double sum = 0;
+  for (int k = kDirect - 1; k >= 0; --k) sum += inversePower(a + k, s) - inversePower(b + k, s);
+  const double t = a + kDirect, u = b + kDirect, p = std::pow(t, -s), q = std::pow(u, -s);
+  // (t^(1-s) - u^(1-s))/(s-1) = u^(1-s) (exp((1-s) log(t/u)) - 1)/(s-1)
+  const double l = std::log1p((t - u) / u), x = (1 - s) * l;
+  const double lead = -u * q * l * (std::abs(x) < 1e-12 ? 1 + x / 2 : std::expm1(x) / x);
+  return sum + lead + (p - q) / 2 + bernoulliTail(s, t, p) - bernoulliTail(s, u, q);
+}
 
 double calcHurwitzZeta_Call4(double s, double a) {
   // KEPT: 0 at the pole s = 1, where one would expect infinity (kept.csv: Hurwitz_pole)
@@ -65,13 +109,18 @@ double calcHurwitzZeta_Call4(double s, double a) {
   // Left of 0 the terms up to the first positive one are taken out; a negative base needs a whole s, else NaN.
   double head = 0;
   for (; a < 0; a += 1) head += inversePower(a, s);
+  if (std::isnan(head)) return head;
+  if (s < -4 && a < 20) {
+    for (; a > 1; a -= 1) head -= inversePower(a - 1, s);
+    return head + byFourier(s, a);
+  }
   return head + eulerMaclaurin(s, a);
 }
 
 double calcHurwitzZeta(double s, double a) {
   if (std::isnan(s) || std::isnan(a)) return std::numeric_limits<double>::quiet_NaN();
-  if (std::abs(a - 1) < kNear) return std::riemann_zeta(s);
-  if (std::abs(a - 0.5) < kNear) return (std::pow(2.0, s) - 1) * std::riemann_zeta(s);
+  if (std::abs(a - 1) < kNear) return calcZeta(s);
+  if (std::abs(a - 0.5) < kNear) return (std::pow(2.0, s) - 1) * calcZeta(s);
   if (std::abs(s) < kNear) return 0.5 - a;
   if (a < 0.1 && isInteger(a)) return std::numeric_limits<double>::infinity();
   if (s < 0 && isInteger(s)) {

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// Zeros of the Airy functions and their derivatives: tables, and beyond them the asymptotic series
+// (DLMF 9.9.18-9.9.21).
+#include <cmath>
+#include <limits>
+#include <span>
+
+#include "special/special_function.h"
+
+namespace SpecialFunction {
+namespace {
+
+constexpr double kAi[] = {-2.338107410459767,  -4.08794944413097,   -5.520559828095551,
+                          -6.786708090071759,  -7.944133587120853,  -9.02265085334098,
+                          -10.040174341558085, -11.008524303733262, -11.936015563236262};
+constexpr double kBi[] = {-1.173713222709128, -3.271093302836353,  -4.830737841662016,
+                          -6.169852128310251, -7.376762079367763,  -8.491948846509388,
+                          -9.538194379346239, -10.529913506705357, -11.476953551278779};
+constexpr double kDiffAi[] = {-1.01879297164747, -3.24819758217984, -4.82009921117874, -6.16330735563949,
+                              -7.37217725504777, -8.48848673401972, -9.53544905243355, -10.5276603969574,
+                              -11.4750566334802, -12.3847883718457};
+constexpr double kDiffBi[] = {-2.29443968261412, -4.07315508907183, -5.5123957296636,
+                              -6.78129444599031, -7.94017868916858, -9.01958335879424,
+                              -10.0376963349085, -11.0064626677123, -11.9342616450148};
+
+double functionSeries(double t) {
+  const double v = t * t;
+  return -std::pow(t, 2.0 / 3) *
+         (((((485.5290969259571 / v - 15.509155201673648) / v + 0.9298442322530864) / v - 0.1388888888888889) / v +
+           0.10416666666666667) /
+              v +
+          1);
+}
+
+double derivativeSeries(double t) {
+  const double v = t * t;
+  return -std::pow(t, 2.0 / 3) *
+         (((((15.016855549125514 - 476.9464414881744 / v) / v - 0.8739535108024692) / v + 0.12152777777777778) / v -
+           0.14583333333333334) /
+              v +
+          1);
+}
+
+/// The n-th zero: from the table, or the series at t = (4n - shift) 3 pi/8.
+double zero(double n, std::span<const double> table, double shift, double (*series)(double)) {
+  if (!(n >= 0.9 && n <= 1e18 && std::abs(std::round(n) - n) <= 1e-15)) return std::numeric_limits<double>::quiet_NaN();
+  const auto index = static_cast<long long>(std::round(n));
+  if (index <= static_cast<long long>(table.size())) return table[static_cast<std::size_t>(index - 1)];
+  return series((4 * static_cast<double>(index) - shift) * 1.1780972450961724);
+}
+
+}  // namespace
+
+double calcAiryAiZero(double n) { return zero(n, kAi, 1, functionSeries); }
+
+double calcAiryBiZero(double n) { return zero(n, kBi, 3, functionSeries); }
+
+double calcDiffAiryAiZero(double n) { return zero(n, kDiffAi, 3, derivativeSeries); }
+
+double calcDiffAiryBiZero(double n) { return zero(n, kDiffBi, 1, derivativeSeries); }
+
+}  // namespace SpecialFunction

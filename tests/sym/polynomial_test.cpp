@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+#include <orvane/orvane.h>
+
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "sym/formula.h"
+
+namespace {
+
+using Complex = std::complex<double>;
+constexpr uint32_t kNone = 0xFFFFFFFF;
+
+class Polynomial : public testing::Test {
+ protected:
+  const Formula x{"x"};
+  ~Polynomial() override { sym_clearTempVar(); }
+};
+
+Matrix make(const std::vector<double>& ascending) {
+  std::vector<double> exponents(ascending.size());
+  for (size_t i = 0; i < ascending.size(); ++i) exponents[i] = static_cast<double>(i);
+  return owned(sym_createPolyByParam(ascending.data(), exponents.data(), static_cast<int32_t>(ascending.size())));
+}
+
+/// Coefficients, ascending; empty for what is no polynomial.
+std::vector<double> coefficients(SymMatrix2d* matrix) {
+  std::vector<double> out(matrix ? static_cast<size_t>(sym_getPolyParam(matrix, nullptr, 0)) : 0);
+  if (!out.empty()) sym_getPolyParam(matrix, out.data(), static_cast<int32_t>(out.size()));
+  return out;
+}
+std::vector<double> coefficients(Formula f) { return coefficients(row({f}).get()); }
+
+std::vector<Complex> roots(SymMatrix2d* matrix) {
+  const uint32_t count = sym_calcPolyRoot(matrix, nullptr, nullptr, 0);
+  if (count == kNone) return {Complex(NAN)};
+  std::vector<double> re(count), im(count);
+  sym_calcPolyRoot(matrix, re.data(), im.data(), count);
+  std::vector<Complex> result;
+  for (uint32_t i = 0; i < count; ++i) result.emplace_back(re[i], im[i]);
+  return result;
+}
+
+std::string factors(SymMatrix2d* matrix) {
+  std::string text(sym_polyFactor(matrix, nullptr, 0), '\0');
+  sym_polyFactor(matrix, text.data(), static_cast<int32_t>(text.size()));
+  return text;
+}
+
+std::vector<double> run(SymMatrix2d* a, SymMatrix2d* b, uint8_t operation) {
+  return coefficients(owned(sym_runPolyFun(a, b, operation)).get());
+}
+
+using Vector = std::vector<double>;
+
+TEST_F(Polynomial, WhatCounts) {
+  EXPECT_EQ(coefficients((x ^ 2.0) + 1.0), (Vector{1, 0, 1}));
+  EXPECT_EQ(coefficients(3.0), Vector{3});
+  EXPECT_EQ(coefficients(x * 2.5), (Vector{0, 2.5}));
+  EXPECT_EQ(coefficients(((x ^ 3.0) * 4.0 + x - 7.0) * 0.5), (Vector{-3.5, 0.5, 0, 2}));
+  for (const Formula& f : {x * Formula("y"), call(20, {x}), (x ^ -1.0) + 1.0, (x ^ 0.5) + x, (x + 1.0) ^ 2.0}) {
+    const Matrix matrix = row({f});
+    EXPECT_FALSE(sym_isPoly(matrix.get())) << textOf(f);
+    EXPECT_EQ(sym_getPolyParam(matrix.get(), nullptr, 0), 0);
+    EXPECT_EQ(sym_calcPolyRoot(matrix.get(), nullptr, nullptr, 0), kNone);
+    EXPECT_EQ(sym_polyFactor(matrix.get(), nullptr, 0), 0u);
+    EXPECT_EQ(sym_calcPolyFun(matrix.get(), nullptr, nullptr, 0), 0);
+  }
+  const Matrix two = row({x, x});
+  EXPECT_FALSE(sym_isPoly(two.get()));
+  EXPECT_EQ(sym_calcPolyRoot(two.get(), nullptr, nullptr, 0), kNone);
+  EXPECT_EQ(sym_polyFactor(two.get(), nullptr, 0), kNone);
+
+  double wrong[5] = {9, 9, 9, 9, 9};
+  const Matrix square = row({(x ^ 2.0) + 1.0});
+  EXPECT_EQ(sym_getPolyParam(square.get(), wrong, 5), 3);
+  EXPECT_EQ(wrong[0], 9);
+  const double at[] = {0, 2, -3};
+  double values[3];
+  EXPECT_EQ(sym_calcPolyFun(square.get(), at, values, 3), 1);
+  EXPECT_EQ((Vector(values, values + 3)), (Vector{1, 5, 10}));
+}
+
+TEST_F(Polynomial, AnEditForgetsTheOldForm) {
+  const Matrix matrix = row({x * 2.0 + 1.0});
+  EXPECT_EQ(coefficients(matrix.get()), (Vector{1, 2}));
+  sym_selfMul(matrix.get(), 3);
+  EXPECT_EQ(coefficients(matrix.get()), (Vector{3, 6}));
+  sym_setSymMatrixData3(matrix.get(), 0, 0, 4);
+  EXPECT_EQ(coefficients(matrix.get()), Vector{4});
+}
+
+TEST_F(Polynomial, Creation) {
+  const double c[] = {5, -1}, e[] = {3, 0}, fraction[] = {1, 0.5}, twice[] = {1, 1}, negative[] = {-1, 0};
+  EXPECT_EQ(coefficients(owned(sym_createPolyByParam(c, e, 2)).get()), (Vector{-1, 0, 0, 5}));
+  for (const double* bad : {fraction, twice, negative}) EXPECT_EQ(sym_createPolyByParam(c, bad, 2), nullptr);
+  const double data[] = {3, 1, 0, 4}, none[] = {0}, half[] = {1.5, 1}, endless[] = {INFINITY};
+  EXPECT_EQ(coefficients(owned(sym_createPoly(data)).get()), (Vector{1, 0, 4}));
+  for (const double* bad : {none, half, endless, static_cast<const double*>(nullptr)})
+    EXPECT_EQ(sym_createPoly(bad), nullptr);
+}
+
+TEST_F(Polynomial, Arithmetic) {
+  const Matrix a = make({-1, 0, 0, 1}), b = make({-1, 0, 1}), three = make({3}), line = make({1, 2});
+  EXPECT_EQ(run(a.get(), b.get(), 0), (Vector{-2, 0, 1, 1}));
+  EXPECT_EQ(run(a.get(), b.get(), 1), (Vector{0, 0, -1, 1}));
+  EXPECT_EQ(run(a.get(), b.get(), 2), (Vector{1, 0, -1, -1, 0, 1}));
+  EXPECT_EQ(run(a.get(), b.get(), 3), (Vector{0, 1}));  // x^3 - 1 = x (x^2 - 1) + (x - 1)
+  EXPECT_EQ(run(a.get(), b.get(), 4), (Vector{-1, 1}));
+  EXPECT_EQ(run(a.get(), b.get(), 5), (Vector{-1, 1}));
+  EXPECT_EQ(run(a.get(), b.get(), 6), (Vector{-1, -1, 0, 1, 1}));  // (x^3 - 1)(x + 1)
+  EXPECT_EQ(run(b.get(), line.get(), 7), (Vector{0, 4, 4}));       // (2x + 1)^2 - 1
+  EXPECT_EQ(run(b.get(), line.get(), 8), (Vector{-2, 2, 6}));      // (2x^3 + x^2 - 2x - 1)'
+  EXPECT_EQ(run(b.get(), line.get(), 9), Vector{-3});              // 2^2 b(-1/2)
+  EXPECT_EQ(run(line.get(), three.get(), 10), (Vector{1, 6, 12, 8}));
+  EXPECT_EQ(run(a.get(), b.get(), 9), Vector{});  // a common root: 0, and so no term is left
+  EXPECT_EQ(sym_runPolyFun(a.get(), line.get(), 10), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a.get(), a.get(), 1), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a.get(), b.get(), 11), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a.get(), row({Formula("z")}).get(), 0), nullptr);
+  EXPECT_EQ(run(a.get(), make({1e-15}).get(), 2), Vector{});
+}
+
+/// Random products: the common divisor and the quotient come back to rounding.
+TEST_F(Polynomial, DivisionUndoesMultiplication) {
+  std::mt19937 random(5);
+  std::uniform_int_distribution<int> digit(-9, 9);
+  const auto draw = [&](size_t degree) {
+    Vector c(degree + 1);
+    for (double& v : c) v = digit(random);
+    c.back() = 1 + std::abs(c.back());
+    return make(c);
+  };
+  for (int round = 0; round < 50; ++round) {
+    const Matrix a = draw(6), b = draw(4);
+    const Matrix ab = owned(sym_runPolyFun(a.get(), b.get(), 2));
+    const Vector quotient = run(ab.get(), b.get(), 3), expected = coefficients(a.get());
+    ASSERT_EQ(quotient.size(), expected.size());
+    for (size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(quotient[i], expected[i], 1e-9);
+  }
+}
+
+TEST_F(Polynomial, RootsByMultiplicity) {
+  const Matrix square = make({1, 0, 1});
+  EXPECT_EQ(roots(square.get()), (std::vector<Complex>{{0, -1}, {0, 1}}));
+  EXPECT_TRUE(roots(make({7}).get()).empty());
+  // 3 x^3 (x - 1)^5 (x + 2)^2 (x^2 - 2x + 5)
+  Matrix p = make({0, 0, 0, 3});
+  for (const Vector& factor : {Vector{-1, 1}, {-1, 1}, {-1, 1}, {-1, 1}, {-1, 1}, {2, 1}, {2, 1}, {5, -2, 1}})
+    p = owned(sym_runPolyFun(p.get(), make(factor).get(), 2));
+  EXPECT_EQ(roots(p.get()), (std::vector<Complex>{-2, -2, 0, 0, 0, {1, -2}, 1, 1, 1, 1, 1, {1, 2}}));
+  EXPECT_EQ(factors(p.get()), "3*(x+2)^2*x^3*(x-1)^5*(x^2-2*x+5)");
+  EXPECT_EQ(factors(square.get()), "(x^2+1)");
+  EXPECT_EQ(factors(make({0.5, -1}).get()), "-(x-0.5)");
+  EXPECT_EQ(factors(make({-2.5}).get()), "-2.5");
+  // Roots of very different sizes: 1e290 x^2 + 1e150 x + 1
+  const std::vector<Complex> wide = roots(make({1, 1e150, 1e290}).get());
+  ASSERT_EQ(wide.size(), 2u);
+  EXPECT_NEAR(wide[0].real() / -1e-140, 1, 1e-9);
+  EXPECT_NEAR(wide[1].real() / -1e-150, 1, 1e-9);
+  double unwritten = 4;
+  EXPECT_EQ(sym_calcPolyRoot(square.get(), &unwritten, &unwritten, 1), 2u);
+  EXPECT_EQ(unwritten, 4);
+}
+
+/// Ill-conditioned polynomials too: the roots of the doubles as they stand, to the last digits.
+TEST_F(Polynomial, RootsAgainstReference) {
+  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots.csv");
+  std::string name;
+  std::vector<Complex> found;
+  size_t place = 0, checked = 0;
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream cells(line);
+    std::string kind, cell;
+    std::getline(cells, kind, ',');
+    Vector numbers;
+    if (kind == "poly") {
+      ASSERT_EQ(place, found.size()) << name;
+      std::getline(cells, name, ',');
+      while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
+      found = roots(make(numbers).get());
+      place = 0;
+    } else if (kind == "root") {
+      while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
+      const Complex expected(numbers[0], numbers[1]);
+      ASSERT_LT(place, found.size()) << name;
+      EXPECT_LE(std::abs(found[place] - expected), 4e-16 * std::abs(expected)) << name << " root " << place;
+      EXPECT_EQ(found[place].imag() == 0, numbers[1] == 0) << name << " root " << place;
+      ++place;
+      ++checked;
+    }
+  }
+  EXPECT_GT(checked, 200u);
+}
+
+/// At the highest degree: every root to the backward error of rounding, and all of them (their sum is -c[n-1]/c[n]).
+TEST_F(Polynomial, DegreeOneThousand) {
+  std::mt19937 random(6);
+  std::normal_distribution<double> normal;
+  Vector c(1001);
+  for (double& v : c) v = normal(random);
+  Vector spiral(1001);
+  spiral[0] = -1;
+  spiral[1000] = 1;
+  for (const Vector& p : {c, spiral}) {
+    const std::vector<Complex> found = roots(make(p).get());
+    ASSERT_EQ(found.size(), 1000u);
+    Complex sum = 0;
+    for (const Complex z : found) {
+      sum += z;
+      const bool outside = std::abs(z) > 1;
+      const std::complex<long double> w = outside ? 1.0L / std::complex<long double>(z) : std::complex<long double>(z);
+      std::complex<long double> value = 0;
+      long double size = 0;
+      for (size_t i = 0; i <= 1000; ++i) {
+        const double coefficient = outside ? p[i] : p[1000 - i];
+        value = value * w + static_cast<long double>(coefficient);
+        size = size * std::abs(w) + std::abs(coefficient);
+      }
+      EXPECT_LE(std::abs(value), 1e-13L * size) << z;
+    }
+    EXPECT_NEAR(std::abs(sum + p[999] / p[1000]), 0, 1e-10 * (1 + std::abs(p[999] / p[1000])));
+  }
+  EXPECT_EQ(sym_calcPolyRoot(row({(x ^ 1001.0) + 1.0}).get(), nullptr, nullptr, 0), kNone);
+  EXPECT_EQ(sym_calcPolyRoot(make({INFINITY, 1}).get(), nullptr, nullptr, 0), kNone);
+}
+
+TEST_F(Polynomial, Chebyshev) {
+  // Exact for polynomials, and near best for exp: the error of degree 10 on [1, 3] is about 2 e^2 / (11! 2^10).
+  const Matrix cubic = owned(sym_polyApp(row({(x ^ 3.0) - x * 2.0}).get(), -1, 1, 3));
+  const Vector c = coefficients(cubic.get());
+  ASSERT_EQ(c.size(), 4u);
+  EXPECT_NEAR(c[1], -2, 1e-15);
+  EXPECT_NEAR(c[3], 1, 1e-15);
+  const Matrix exponential = row({call(12, {x})});
+  const Matrix low = owned(sym_polyApp(exponential.get(), 1, 3, 10));
+  const Matrix high = owned(sym_polyApp(exponential.get(), 3, 1, 25));
+  for (double at = 1; at <= 3; at += 0.125) {
+    double value;
+    sym_calcPolyFun(low.get(), &at, &value, 1);
+    EXPECT_NEAR(value, std::exp(at), 4e-10);
+    sym_calcPolyFun(high.get(), &at, &value, 1);
+    EXPECT_NEAR(value, std::exp(at), 1e-12);
+  }
+  EXPECT_EQ(coefficients(owned(sym_polyApp(row({2.5}).get(), 0, 1, 4)).get()), Vector{2.5});
+  for (SymMatrix2d* bad : {sym_polyApp(exponential.get(), 1, 1, 3), sym_polyApp(exponential.get(), 0, 1, -1),
+                           sym_polyApp(exponential.get(), 0, 1, 1001), sym_polyApp(exponential.get(), 0, INFINITY, 3),
+                           sym_polyApp(row({x + Formula("y")}).get(), 0, 1, 3),
+                           sym_polyApp(row({call(11, {x})}).get(), -2, -1, 3), sym_polyApp(row({x, x}).get(), 0, 1, 3)})
+    EXPECT_EQ(bad, nullptr);
+}
+
+TEST_F(Polynomial, Fit) {
+  Vector at, y, weights;
+  for (int i = 0; i < 12; ++i) {
+    at.push_back(-1 + 0.25 * i);
+    y.push_back(2 - 3 * at.back() + 0.5 * std::pow(at.back(), 4));
+    weights.push_back(1);
+  }
+  const int32_t powers[] = {0, 1, 4}, twice[] = {1, 1}, negative[] = {-1};
+  const Vector c = coefficients(owned(sym_solveRPoly(at.data(), y.data(), 12, nullptr, powers, 3)).get());
+  ASSERT_EQ(c.size(), 5u);
+  for (size_t i = 0; i < 5; ++i) EXPECT_NEAR(c[i], (Vector{2, -3, 0, 0, 0.5})[i], 1e-13);
+  // A line through a constant and one far point without weight.
+  y.assign(12, 4);
+  y[11] = 1e6;
+  weights[11] = 0;
+  const Vector flat = coefficients(owned(sym_solveRPoly(at.data(), y.data(), 12, weights.data(), nullptr, 1)).get());
+  ASSERT_EQ(flat.size(), 1u);
+  EXPECT_NEAR(flat[0], 4, 1e-14);
+  EXPECT_EQ(sym_solveRPoly(at.data(), y.data(), 0, nullptr, nullptr, 2), nullptr);
+  EXPECT_EQ(sym_solveRPoly(at.data(), y.data(), 12, nullptr, nullptr, 0), nullptr);
+  EXPECT_EQ(sym_solveRPoly(at.data(), y.data(), 12, nullptr, twice, 2), nullptr);
+  EXPECT_EQ(sym_solveRPoly(at.data(), y.data(), 12, nullptr, negative, 1), nullptr);
+}
+
+}  // namespace
