@@ -72,6 +72,7 @@ MinimumDistance::MinimumDistance(const EdgeList& list, uint32_t start, uint32_t 
           places[id] = static_cast<uint32_t>(vertices.size());
           vertices.push_back({id, 0});
         }
+        plain = vertices.size() == places.size();
       } else {
         all.assign(list.from, list.from + list.count);
         all.insert(all.end(), list.to, list.to + list.count);
@@ -92,10 +93,8 @@ MinimumDistance::MinimumDistance(const Matrix& matrix, uint32_t start, uint32_t 
   bool sound = true;
   for (std::size_t e = 0; e < count; ++e) sound &= matrix.weight[e] >= 0;
   if (sound && count > 0) {
-    for (uint32_t id = 0; id < n; ++id) {
-      vertices.push_back({id, 0});
-      places.push_back(id);
-    }
+    for (uint32_t id = 0; id < n; ++id) vertices.push_back({id, 0});
+    plain = true;
     read(count, [&](std::size_t e) {
       return std::tuple{static_cast<uint32_t>(e / n), static_cast<uint32_t>(e % n), matrix.weight[e]};
     });
@@ -122,6 +121,7 @@ void MinimumDistance::read(std::size_t count, const Edges& edgeAt) {
 }
 
 uint32_t MinimumDistance::placeOf(uint32_t id) const {
+  if (plain) return static_cast<std::size_t>(id) + 1 < vertices.size() ? id : kNone;
   if (!places.empty()) return id < places.size() ? places[id] : kNone;
   if (vertices.empty()) return kNone;
   const auto end = vertices.back().id == kNone ? vertices.end() - 1 : vertices.end();
