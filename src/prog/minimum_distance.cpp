@@ -37,8 +37,14 @@ class Heap {
       const std::size_t first = 4 * i + 1;
       if (first >= n) break;
       std::size_t least = first;
-      for (std::size_t child = first + 1; child < std::min(first + 4, n); ++child)
-        if (items[child].cost < items[least].cost) least = child;
+      if (first + 4 <= n) {  // by sums, not by jumps, which nothing could foretell
+        const std::size_t left = first + (items[first + 1].cost < items[first].cost),
+                          right = first + 2 + (items[first + 3].cost < items[first + 2].cost);
+        least = items[right].cost < items[left].cost ? right : left;
+      } else {
+        for (std::size_t child = first + 1; child < n; ++child)
+          if (items[child].cost < items[least].cost) least = child;
+      }
       if (!(items[least].cost < last.cost)) break;
       items[i] = items[least];
       i = least;
