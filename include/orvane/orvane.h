@@ -6,7 +6,9 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/array.h>
 #include <orvane/bessel.h>
+#include <orvane/complex_expression.h>
 #include <orvane/elliptic.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>

@@ -22,7 +22,7 @@ uint64_t hashOf(const SymObject& node);
 uint64_t hashWithCoefficient(const SymObject& node);
 
 /// Sorts by compareNodes; equal ones keep their order.
-void sortNodes(std::vector<NodePtr>& nodes);
+void sortNodes(Args& nodes);
 
 /// True when the value is never negative (or not defined) by the form of the node alone.
 bool neverNegative(const SymObject& node);

@@ -25,11 +25,11 @@ void become(SymObject& node, uint8_t kind) {
 void setConstant(SymObject& node, double value) {
   become(node, Code::Number);
   node.coef = value;
-  std::vector<NodePtr>().swap(node.args);
+  node.args = Args();
 }
 
 void setUnary(SymObject& node, NodePtr arg, uint8_t kind) {
-  std::vector<NodePtr> args;
+  Args args;
   args.push_back(std::move(arg));
   become(node, kind);
   node.args.swap(args);
@@ -44,7 +44,7 @@ void setBinary(SymObject& node, NodePtr a, NodePtr b, uint8_t kind) {
     b = makeBinary(Code::Pow, std::move(b), makeNumber(-1));
     kind = Code::Mul;
   }
-  std::vector<NodePtr> args;
+  Args args;
   args.reserve(2);
   args.push_back(std::move(a));
   args.push_back(std::move(b));
@@ -55,8 +55,7 @@ void setBinary(SymObject& node, NodePtr a, NodePtr b, uint8_t kind) {
 
 void copyFrom(SymObject& node, SymObject& source, double scale) {
   // The source may lie below the node: take it over before anything of the node goes.
-  std::vector<NodePtr> args = std::move(source.args);
-  source.args.clear();
+  Args args = std::move(source.args);
   const double coef = source.coef;
   const VarPtr var = source.var;
   const uint8_t kind = source.kind;
@@ -84,9 +83,9 @@ void multiplyValue(SymObject& node, double factor) {
     return;
   }
   if (factor == 1) return;
-  NodePtr inner = std::make_shared<SymObject>(node.kind);
+  NodePtr inner = newNode(node.kind);
   inner->args = std::move(node.args);
-  std::vector<NodePtr> args;
+  Args args;
   args.push_back(std::move(inner));
   become(node, Code::Mul);
   node.coef = factor;

@@ -44,9 +44,13 @@ SymObject* sym_funTwoParam(SymObject* a, SymObject* b, uint8_t code) {
 }
 
 SymObject* sym_funMulParam(SymObject* const* nodes, int32_t count, uint8_t code) {
-  std::vector<NodePtr> arguments;
-  for (SymObject* node : span(nodes, count)) arguments.push_back(find(node));
-  return kept(Sym::applyMany(arguments, code));
+  Sym::Args clones;
+  clones.reserve(span(nodes, count).size());
+  for (SymObject* node : span(nodes, count)) {
+    const NodePtr* known = store().tempNodes.find(native(node));
+    clones.push_back(known == nullptr ? nullptr : Sym::cloneNode(**known));
+  }
+  return kept(Sym::applyMany(std::move(clones), code));
 }
 
 void sym_clearTempVar(void) { store().tempNodes.clear(); }

@@ -13,7 +13,7 @@ namespace Sym {
 namespace {
 
 // Moves out the children that have children of their own and no other owner: what is left falls without recursion.
-void gather(std::vector<NodePtr>& args, std::vector<NodePtr>& pending) {
+void gather(Args& args, std::vector<NodePtr>& pending) {
   for (NodePtr& arg : args)
     if (arg && arg.use_count() == 1 && !arg->args.empty()) pending.push_back(std::move(arg));
 }
@@ -24,10 +24,25 @@ NodePtr shell(const SymObject& source) {
   // it is worth.
   const bool hollow = source.bound().code != source.kind && source.kind > Code::Variable;
   if (hollow) return makeNumber(source.coef);
-  NodePtr copy = std::make_shared<SymObject>(source.kind, source.coef);
-  copy->var = source.var;
-  copy->text = source.text;
+  NodePtr copy = newNode(source.kind, source.coef);
+  if (source.var) copy->var = source.var;
+  if (!source.text.empty()) copy->text = source.text;
   return copy;
+}
+
+void cloneArguments(const SymObject& source, SymObject& copy, int depth,
+                    std::vector<std::pair<const SymObject*, SymObject*>>& pending) {
+  constexpr int kDeep = 100;
+  if (source.args.empty()) return;
+  copy.args.reserve(source.args.size());
+  for (const NodePtr& arg : source.args) {
+    copy.args.push_back(arg ? shell(*arg) : nullptr);
+    if (!arg || arg->args.empty()) continue;
+    if (depth < kDeep)
+      cloneArguments(*arg, *copy.args.back(), depth + 1, pending);
+    else
+      pending.emplace_back(arg.get(), copy.args.back().get());
+  }
 }
 
 }  // namespace
@@ -74,30 +89,34 @@ NodePtr SymObject::fnDiff(const VarPtr& variable, std::string& message) const {
   return differentiate(*this, *row_->diff, variable, message);
 }
 
-NodePtr makeNumber(double value) { return std::make_shared<SymObject>(Code::Number, value); }
+NodePtr newNode(uint8_t kind, double coef) {
+  return std::allocate_shared<SymObject>(PoolAllocator<SymObject>(), kind, coef);
+}
+
+NodePtr makeNumber(double value) { return newNode(Code::Number, value); }
 
 NodePtr makeVariable(const VarPtr& variable) {
-  NodePtr node = std::make_shared<SymObject>(Code::Variable);
+  NodePtr node = newNode(Code::Variable);
   node->var = variable;
   return node;
 }
 
 NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args) {
-  NodePtr node = std::make_shared<SymObject>(kind);
+  NodePtr node = newNode(kind);
   node->args = std::move(args);
   node->fnUpdate();
   return node;
 }
 
 NodePtr makeUnary(uint8_t kind, NodePtr a) {
-  NodePtr node = std::make_shared<SymObject>(kind);
+  NodePtr node = newNode(kind);
   node->args.push_back(std::move(a));
   node->fnUpdate();
   return node;
 }
 
 NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b) {
-  NodePtr node = std::make_shared<SymObject>(kind);
+  NodePtr node = newNode(kind);
   node->args.reserve(2);
   node->args.push_back(std::move(a));
   node->args.push_back(std::move(b));
@@ -107,7 +126,7 @@ NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b) {
 
 NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code) {
   if (code == Code::Divide && b.kind == Code::Number) return scaledClone(a, 1 / b.coef);
-  NodePtr node = std::make_shared<SymObject>();
+  NodePtr node = newNode(Code::Number);
   setBinary(*node, cloneNode(a), cloneNode(b), code == Code::Gamma ? Code::IncompleteGamma : code);
   return node;
 }
@@ -118,17 +137,13 @@ NodePtr cloneNode(const SymObject& node, double scale) {
     top->coef *= scale;
     top->text.clear();
   }
-  // Pairs of a node and its copy whose arguments are still to be cloned.
+  // Below a depth that the stack bears for certain, copies wait for their arguments.
   std::vector<std::pair<const SymObject*, SymObject*>> pending;
-  if (!node.args.empty()) pending.emplace_back(&node, top.get());
+  cloneArguments(node, *top, 0, pending);
   while (!pending.empty()) {
     const auto [source, copy] = pending.back();
     pending.pop_back();
-    copy->args.reserve(source->args.size());
-    for (const NodePtr& arg : source->args) {
-      copy->args.push_back(arg ? shell(*arg) : nullptr);
-      if (arg && !arg->args.empty()) pending.emplace_back(arg.get(), copy->args.back().get());
-    }
+    cloneArguments(*source, *copy, 0, pending);
   }
   return top;
 }

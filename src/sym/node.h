@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "sym/args.h"
+#include "sym/cached_text.h"
+
 namespace Sym {
 
 /// A variable; every node that names it shares the one record.
@@ -16,10 +19,8 @@ struct BaseSym_s {
   std::string name;
 };
 
-class SymObject;
 struct Kind;
 using VarPtr = std::shared_ptr<BaseSym_s>;
-using NodePtr = std::shared_ptr<SymObject>;
 
 /// The polynomial form of a node in its single variable: exponent to coefficient.
 struct PolyForm {
@@ -42,8 +43,8 @@ class SymObject {
   uint8_t kind;
   double coef;
   VarPtr var;  ///< of a variable only
-  std::vector<NodePtr> args;
-  std::string text;                ///< cached plain text, empty when not built
+  Args args;
+  CachedText text;                 ///< cached plain text, empty when not built
   std::unique_ptr<PolyForm> poly;  ///< cached polynomial form, null when not built or not a polynomial
 
   /// Takes the row of the present kind and drops the polynomial form. Throws "invalid map<K, T> key" for a code without
@@ -73,6 +74,7 @@ inline constexpr uint8_t LnErfi = 149, LnBarnesG = 150;
 inline constexpr uint8_t Subtract = 7, Divide = 8;
 }  // namespace Code
 
+NodePtr newNode(uint8_t kind, double coef = 1.0);  ///< from the pool, without arguments
 NodePtr makeNumber(double value);
 NodePtr makeVariable(const VarPtr& variable);
 NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args);  ///< takes the arguments as they are, runs fnUpdate

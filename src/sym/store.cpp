@@ -29,7 +29,7 @@ SymManger& SymManger::instance() {
 
 SymObject* SymManger::keep(NodePtr node) {
   SymObject* address = node.get();
-  tempNodes[address] = std::move(node);
+  tempNodes.insert(std::move(node));
   return address;
 }
 
@@ -40,8 +40,8 @@ SymMatrix2d_t* SymManger::keep(MatrixPtr matrix) {
 }
 
 NodePtr SymManger::find(SymObject* address) const {
-  const auto entry = tempNodes.find(address);
-  return entry == tempNodes.end() ? nullptr : entry->second;
+  const NodePtr* node = tempNodes.find(address);
+  return node == nullptr ? nullptr : *node;
 }
 
 VarPtr SymManger::variable(const std::string& name) {
@@ -74,11 +74,11 @@ NodePtr applyTwo(const NodePtr& a, const NodePtr& b, uint8_t code) {
   return makeNode(code, {cloneOrNull(a), cloneOrNull(b)});
 }
 
-NodePtr applyMany(const std::vector<NodePtr>& arguments, uint8_t code) {
-  std::vector<NodePtr> args;
-  args.reserve(arguments.size());
-  for (const NodePtr& argument : arguments) args.push_back(cloneOrNull(argument));
-  return makeNode(code, std::move(args));
+NodePtr applyMany(Args clones, uint8_t code) {
+  NodePtr node = newNode(code);
+  node->args = std::move(clones);
+  node->fnUpdate();
+  return node;
 }
 
 }  // namespace Sym

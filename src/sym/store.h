@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "sym/address_table.h"
 #include "sym/node.h"
 
 namespace Sym {
@@ -37,7 +38,7 @@ class SymManger {
   static SymManger& instance();
 
   std::shared_ptr<DataStream> stream;
-  std::map<SymObject*, NodePtr> tempNodes;
+  AddressTable tempNodes;  ///< nodes handed to the host
   std::map<std::string, VarPtr> symbols;
   std::map<SymMatrix2d_t*, MatrixPtr> matrices;
 
@@ -53,6 +54,6 @@ NodePtr makeNamed(const std::string& name);
 /// New nodes on clones of the arguments; a null argument stays null and leaves the node as it is.
 NodePtr applyOne(const NodePtr& argument, uint8_t code);  ///< with the reciprocal kinds 38 to 45
 NodePtr applyTwo(const NodePtr& a, const NodePtr& b, uint8_t code);
-NodePtr applyMany(const std::vector<NodePtr>& arguments, uint8_t code);
+NodePtr applyMany(Args clones, uint8_t code);  ///< takes the arguments as they are
 
 }  // namespace Sym

@@ -32,7 +32,7 @@ bool sameCoefficient(double a, double b) {
 class Sum {
  public:
   // Takes the terms over, those of inner sums with the inner coefficient, and adds the numbers.
-  void collect(std::vector<NodePtr>& args, double scale) {
+  void collect(Args& args, double scale) {
     for (NodePtr& arg : args) {
       if (arg->kind == Code::Add) {
         collect(arg->args, scale * arg->coef);
@@ -83,7 +83,7 @@ class Sum {
     return arose;
   }
 
-  std::vector<Term> terms;
+  std::vector<Term, PoolAllocator<Term>> terms;
   double number = 0;
   double largestNumber = 0;
 
@@ -183,7 +183,7 @@ void updateAdd(SymObject& node) {
   node.text.clear();
   Sum sum;
   sum.terms.reserve(node.args.size());
-  std::vector<NodePtr> args = std::move(node.args);
+  Args args = std::move(node.args);
   sum.collect(args, 1);
   do {
     sum.merge();

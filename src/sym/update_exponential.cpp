@@ -49,7 +49,7 @@ void updateExp(SymObject& node) {
     return setBinary(node, u, makeNumber(c), Code::Pow);
   }
   if (inner->kind == Code::Mul) {
-    std::vector<NodePtr>& factors = inner->args;
+    Args& factors = inner->args;
     const auto ln = std::find_if(factors.begin(), factors.end(), [](const NodePtr& f) { return f->kind == Code::Ln; });
     if (ln == factors.end()) return;
     const NodePtr u = (*ln)->args[0];

@@ -55,16 +55,16 @@ Factor describe(NodePtr node) {
 class Product {
  public:
   double coef;
-  std::vector<Factor> factors;
+  std::vector<Factor, PoolAllocator<Factor>> factors;
 
   // Takes the factors over: those of inner products and of their reciprocals, without numbers and coefficients.
-  void collect(std::vector<NodePtr>& args) {
+  void collect(Args& args) {
     for (NodePtr& arg : args) take(std::move(arg));
   }
 
   // True when a merge gave a factor that may be like another one or fall apart.
   bool merge() {
-    constexpr std::size_t kFew = 4;  // pairs are compared directly up to here
+    constexpr std::size_t kFew = 12;  // pairs are compared directly up to here
     if (factors.size() < 2) return false;
     if (factors.size() <= kFew) {
       for (std::size_t j = 1; j < factors.size(); ++j)
@@ -160,7 +160,7 @@ void updateMul(SymObject& node) {
   node.text.clear();
   Product product;
   product.coef = node.coef;
-  std::vector<NodePtr> args = std::move(node.args);
+  Args args = std::move(node.args);
   product.factors.reserve(args.size());
   while (true) {
     product.collect(args);

@@ -27,7 +27,8 @@ double mulValue(const SymObject& node) {
 
 namespace Plain {
 
-double power(double x, double e) { return std::pow(x, e); }
+// Squares and reciprocals, the most common powers, need no logarithm.
+double power(double x, double e) { return e == 2 ? x * x : e == -1 ? 1 / x : std::pow(x, e); }
 double squareRoot(double x) { return std::sqrt(x); }
 double ln(double x) { return std::log(x); }
 double exponential(double x) { return std::exp(x); }

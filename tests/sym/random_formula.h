@@ -104,7 +104,8 @@ class RandomFormula {
       if (which == 6) return {call(10, {a.formula}), a.jet.through(r, 0.5 / r, -0.25 / (r * v))};
       return {call(11, {a.formula}), a.jet.through(std::log(v), 1 / v, -1 / (v * v))};
     }
-    const Pair a = depth > 0 ? make(depth - 1) : leaf();
+    Pair a = depth > 0 ? make(depth - 1) : leaf();
+    if (std::abs(a.jet.v) > 30) a = leaf();  // where the hyperbolic functions are still far from overflow
     const double v = a.jet.v, s = std::sin(v), c = std::cos(v), t = std::tanh(v), q = 1 + v * v;
     switch (which) {
       case 0:
