@@ -26,6 +26,7 @@ KNOWS = {
     "highprecision": {"frame"},
     "numeric": {"frame"},
     "special": GROUND,
+    "array": BASE,
     "sym": BASE,
     "solver": BASE,
     "filter": MIDDLE,

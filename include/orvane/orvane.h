@@ -6,6 +6,7 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/array.h>
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
 #include <orvane/elliptic.h>

@@ -23,6 +23,7 @@
 #define ORVANE_QUADRATIC_PROGRAMME_H
 
 #include <orvane/export.h>
+#include <orvane/sym.h>
 
 /** A quadratic programme, built term by term. */
 typedef struct QuadProgramme QuadProgramme;
@@ -125,5 +126,20 @@ ORVANE_API double quadProg_getTempResult(const QuadProgramme* solver, double* ou
  */
 ORVANE_API double quadProg_solve(const double* Q, const double* c, const double* A, const double* b, const double* Aeq,
                                  const double* beq, int32_t n, int32_t m, int32_t meq, double* x);
+
+/**
+ * A programme stated by expressions: the first element of a matrix is the objective, to be maximised, a linear or a
+ * quadratic form; every other one is a linear constraint: expression <= 0, and expression = 0 where its top node is
+ * Abs, as |g| <= 0 says. The variables are real.
+ *
+ * @param symbols      [n] variables of the programme, from sym_getAllBaseSym; an expression with another one is refused
+ * @param expressions  matrix of expressions, row by row
+ * @param n            number of symbols
+ * @param result       [n] out, values of the symbols in their order; untouched on failure
+ * @return as quadProg_solveTemp; 5 for a matrix without elements, 6 for an expression that is neither linear nor
+ *         quadratic, or a constraint that is quadratic. On 1 the symbols take the values as their own
+ */
+ORVANE_API int32_t quadProg_solveSym(BaseSym* const* symbols, const SymMatrix2d* expressions, int32_t n,
+                                     double* result);
 
 #endif

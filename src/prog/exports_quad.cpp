@@ -3,7 +3,9 @@
 
 #include "orvane/quadratic_programme.h"
 #include "prog/quad_prog_solver.h"
+#include "prog/quad_prog_sym.h"
 #include "prog/shapes.h"
+#include "sym/handles.h"
 
 template <>
 struct NativeOf<QuadProgramme> {
@@ -44,4 +46,10 @@ double quadProg_getTempResult(const QuadProgramme* solver, double* out) {
 double quadProg_solve(const double* Q, const double* c, const double* A, const double* b, const double* Aeq,
                       const double* beq, int32_t n, int32_t m, int32_t meq, double* x) {
   return QuadProg::solveDense(block(Q, n, n), denseProblem(c, A, b, Aeq, beq, n, m, meq), span(x, n));
+}
+
+int32_t quadProg_solveSym(BaseSym* const* symbols, const SymMatrix2d* expressions, int32_t n, double* result) {
+  std::vector<Sym::BaseSym_s*> variables;
+  for (BaseSym* symbol : span(symbols, n)) variables.push_back(const_cast<Sym::BaseSym_s*>(&Sym::native(symbol)));
+  return QuadProg::solveSym(variables, Sym::native(expressions), result);
 }
