@@ -74,26 +74,33 @@ class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
 };
 
 /// Chi with a degrees of freedom from b on.
-class PDFFunByChi final : public PlainPDFFun<PDFFunByChi> {
+class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
  public:
   void updateParam() override {
     a = params[0], b = params[1];
     gammaHalf = std::tgamma(a / 2);
     factor = std::pow(2, 1 - a / 2) / gammaHalf;
+    share = LowerShare(series, a / 2, 30);
+    if (a / 2 == std::round(a / 2)) series.clear();  // the upper function there
   }
   double density(double x) const {
     if (x < b) return 0;
     const double u = x - b;
     return std::pow(u, a - 1) * factor * std::exp(-u * u / 2);
   }
-  double distribution(double x) const {
+  double argument(double x) const { return square(x - b) / 2; }
+  double near(double x, double t, double sum) const {
+    return choose(x < b, 0, std::min(1.0, share(t, sum)) / gammaHalf);
+  }
+  double far(double x) const {
     if (x < b) return 0;
     // KEPT: regularised gamma over gamma(a/2); one would expect the lower gamma there (kept.csv: Chi_divided)
-    return SpecialFunction::calcRLowerIncompleteGamma(a / 2, square(x - b) / 2) / gammaHalf;
+    return SpecialFunction::calcRLowerIncompleteGamma(a / 2, argument(x)) / gammaHalf;
   }
 
  private:
   double a, b, gammaHalf, factor;
+  LowerShare share;
 };
 
 /// Chi squared with a degrees of freedom from b on.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pdf/optimize_fun.h"
 
-#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -17,12 +16,12 @@ struct FitData {
 
 // One term of the sum that is not finite, 0 when none was met. Where a formula overflows or has no value it does so at
 // the far end, and the sum is not finite either: the other points, which a series may take long over just there, need
-// not be asked. Several points, since a wrapper maps the overflow of one sign to a finite value.
+// not be asked. Several points, the nearer ones ever wider apart: few may lie beyond the series' circle, and a wrapper
+// maps the overflow of one sign to a finite value.
 double farTerm(const BasePDFFun& fun, const FitData& data) {
-  constexpr std::size_t kAsked = 16;
-  const std::size_t step = std::max<std::size_t>(1, data.xs.size() / (2 * kAsked));
-  for (std::size_t asked = 0, i = data.xs.size(); asked < kAsked && i > 0; ++asked, i -= std::min(i, step)) {
-    const double difference = fun.calcCDF(data.xs[i - 1]) - data.cdf[i - 1];
+  const std::size_t size = data.xs.size();
+  for (std::size_t offset = 0; offset < (size + 1) / 2; offset += 1 + offset / 4) {
+    const double difference = fun.calcCDF(data.xs[size - 1 - offset]) - data.cdf[size - 1 - offset];
     const double term = difference * difference;
     if (!std::isfinite(term)) return term;
   }

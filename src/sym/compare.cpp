@@ -35,17 +35,23 @@ bool sameArguments(const SymObject& a, const SymObject& b) {
 // Every argument of a against one of b that is still free; normal forms have them in the same order, mostly.
 bool sameMembers(const SymObject& a, const SymObject& b) {
   const std::size_t n = a.args.size();
-  std::vector<char> taken;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (taken.empty() && sameNode(*a.args[i], *b.args[i], true)) continue;
-    if (taken.empty()) {
-      taken.assign(n, 0);
-      std::fill(taken.begin(), taken.begin() + static_cast<std::ptrdiff_t>(i), 1);
+  std::size_t first = 0;
+  while (first < n && sameNode(*a.args[first], *b.args[first], true)) ++first;
+  if (first == n) return true;
+  constexpr std::size_t kFew = 64;  // a mask of bits says which are taken; more than these need a list
+  uint64_t mask = 0;
+  std::vector<bool> list(n > kFew ? n : 0);
+  for (std::size_t i = first; i < n; ++i) {
+    std::size_t j = first;
+    for (; j < n; ++j) {
+      const bool taken = n > kFew ? list[j] : (mask >> j & 1) != 0;
+      if (!taken && sameNode(*a.args[i], *b.args[j], true)) break;
     }
-    std::size_t j = 0;
-    while (j < n && (taken[j] || !sameNode(*a.args[i], *b.args[j], true))) ++j;
     if (j == n) return false;
-    taken[j] = 1;
+    if (n > kFew)
+      list[j] = true;
+    else
+      mask |= uint64_t{1} << j;
   }
   return true;
 }

@@ -16,7 +16,7 @@ NodePtr cloneOrNull(const NodePtr& node) { return node ? cloneNode(*node) : null
 
 NodePtr sum(std::vector<NodePtr> terms) { return makeNode(Code::Add, std::move(terms)); }
 
-NodePtr product(const NodePtr& a, const NodePtr& b) { return makeNode(Code::Mul, {cloneNode(*a), cloneNode(*b)}); }
+NodePtr product(const NodePtr& a, const NodePtr& b) { return makeBinary(Code::Mul, cloneNode(*a), cloneNode(*b)); }
 
 // Minors of the rows from a first one on, each kept by its set of columns, so that equal ones are computed once.
 class Minors {
@@ -24,30 +24,30 @@ class Minors {
   Minors(const SymMatrix2d_t& from, std::vector<std::size_t> which) : matrix(from), rows(std::move(which)) {}
 
   // Expansion along the first of the remaining rows.
-  NodePtr of(const std::vector<std::size_t>& cols) {
+  NodePtr of(const std::vector<std::size_t>& cols) { return cloneNode(*kept(cols)); }
+
+ private:
+  const SymMatrix2d_t& matrix;
+  std::vector<std::size_t> rows;
+  std::map<std::vector<std::size_t>, NodePtr> done;
+
+  const NodePtr& kept(const std::vector<std::size_t>& cols) {
     const std::size_t row = rows[rows.size() - cols.size()];
-    if (cols.size() == 1) return cloneNode(*matrix.at(row, cols[0]));
-    const auto known = done.find(cols);
-    if (known != done.end()) return cloneNode(*known->second);
+    if (cols.size() == 1) return matrix.at(row, cols[0]);
+    NodePtr& value = done[cols];
+    if (value) return value;
     std::vector<NodePtr> terms;
     for (std::size_t j = 0; j < cols.size(); ++j) {
       const NodePtr& element = matrix.at(row, cols[j]);
       if (element->kind == Code::Number && element->coef == 0) continue;
       std::vector<std::size_t> rest = cols;
       rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(j));
-      NodePtr term = makeNode(Code::Mul, {cloneNode(*element), of(rest)});
+      NodePtr term = makeBinary(Code::Mul, cloneNode(*element), of(rest));
       if (j % 2 == 1) multiplyValue(*term, -1);
       terms.push_back(std::move(term));
     }
-    NodePtr value = sum(std::move(terms));
-    done[cols] = value;
-    return cloneNode(*value);
+    return value = sum(std::move(terms));
   }
-
- private:
-  const SymMatrix2d_t& matrix;
-  std::vector<std::size_t> rows;
-  std::map<std::vector<std::size_t>, NodePtr> done;
 };
 
 std::vector<std::size_t> allBut(std::size_t n, std::size_t left) {

@@ -6,9 +6,11 @@
 #include <map>
 #include <numbers>
 #include <set>
+#include <typeinfo>
 
 #include "pdf/factory.h"
 #include "pdf/fit_range.h"
+#include "pdf/gamma_kin.h"
 #include "pdf/quick_math.h"
 #include "sym/number_text.h"
 
@@ -66,6 +68,39 @@ TEST(QuickMath, IsTheRunTimesUpToRounding) {
     EXPECT_TRUE(near(PDF::QuickPower(2.7)(y), std::pow(y, 2.7), 800)) << y;
   }
   EXPECT_TRUE(std::isnan(PDF::quickExp(NAN)) && std::isnan(PDF::quickErfc(NAN)) && std::isnan(PDF::QuickPower(2)(NAN)));
+}
+
+// Inside its range a hoisted series stands for the routine that `far` calls.
+template <class Fun>
+void compareSeries(const std::vector<std::vector<double>>& parameters, double low, double high) {
+  Fun fun;
+  for (const auto& values : parameters) {
+    fun.params = values;
+    fun.updateParam();
+    int inside = 0;
+    for (double x = low; x < high; x += (high - low) / 300) {
+      const double value = fun.distribution(x), expected = fun.far(x);
+      inside += value != expected;
+      // 4e-15: the absolute stop of the engine, and functions that are differences from 1/2 or 1.
+      EXPECT_TRUE(same(value, expected) || std::abs(value - expected) <= 1e-12 * std::abs(expected) + 4e-15)
+          << typeid(Fun).name() << " " << values[0] << " at " << x << ": " << value << ", not " << expected;
+    }
+    EXPECT_GT(inside, 1) << typeid(Fun).name() << " " << values[0];  // or nothing was compared
+  }
+}
+
+TEST(Series, IsTheRoutineThatItStandsFor) {
+  compareSeries<PDF::PDFFunByGamma>({{0.3, 1, 0}, {1, 1, 0}, {2.5, 1, 0}, {3, 1, 0}, {17.25, 1, 0}, {30, 1, 0}}, 1e-3,
+                                    50);
+  compareSeries<PDF::PDFFunByChiSquared>({{1, 0}, {2, 0}, {7, 0}, {12.5, 0}}, 1e-3, 80);
+  compareSeries<PDF::PDFFunByChi>({{1, 0}, {3, 0}, {4.5, 0}}, 1e-3, 9);
+  compareSeries<PDF::PDFFunByNakagami>({{0.6, 2, 0}, {3, 2, 0}, {8.5, 2, 0}}, 1e-3, 9);
+  compareSeries<PDF::PDFFunByInvertedGamma>({{0.6, 2, 0}, {3, 2, 0}, {8.5, 2, 0}}, 1e-2, 20);
+  compareSeries<PDF::PDFFunBySymGenNormal>({{1, 0.7, 0}, {2, 1, 0}, {1, 3.5, 0}}, -6, 6);
+  compareSeries<PDF::PDFFunByAmorosoLower>({{1.5, 2, 0, -2}, {3, 0.5, 0, -1}}, -20, 1);
+  compareSeries<PDF::PDFFunByAmorosoUpper>({{1.5, 2, 0, 2}, {3, 0.5, 0, 1}}, -1, 20);
+  compareSeries<PDF::PDFFunByStudentsT>({{0.4}, {1}, {3}, {8.25}, {20}}, -1.0, 0.998);
+  compareSeries<PDF::PDFFunByInvertedBeta>({{0.5, 0.5, 0}, {1, 1, 0}, {4, 2.5, 0}, {2, 7.5, 0}}, 1e-3, 0.998);
 }
 
 TEST(Parameters, AVectorOfAnotherLengthIsIgnored) {
