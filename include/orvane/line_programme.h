@@ -55,7 +55,7 @@ ORVANE_API void lineProg_SetVarCount(LineProgramme* solver, const uint8_t* kinds
 ORVANE_API void lineProg_SetMaxExpress(LineProgramme* solver, const int32_t* indices, const double* coefs, int32_t n);
 
 /**
- * Adds a constraint: sum of coefs[k] * x[indices[k]] <relation> rhs.
+ * Adds a constraint on sum of coefs[k] * x[indices[k]]: at most, at least or equal to rhs.
  *
  * @param solver    programme, its variables set
  * @param indices   [n] variables; coefficients on one variable add up
