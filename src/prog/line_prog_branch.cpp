@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Branch and bound of the linear programmes, depth first on copies of the tableau.
 #include <cmath>
+#include <vector>
 
 #include "prog/line_prog_solver.h"
 
@@ -17,15 +18,14 @@ bool fractional(double x) { return std::abs(x - std::round(x)) > kIntegral; }
 // The variable on one side of the bound. It is basic, as it is fractional. A lower bound moves its origin there; an
 // upper bound is a row, the distance to it, and a lower one yet moves that row's origin. Either way a row is out of
 // bounds, and Phase one brings the variable back onto the bound.
-bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound) const {
+void LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound) const {
   auto& [low, high] = node.bounds.at(var);
-  if (upper ? bound < low : bound > high) return false;
   Tableau& tableau = node.tableau;
   if (!upper) {
     low = static_cast<int32_t>(bound);
     tableau.shift(var, bound - node.origin[var]);
     node.origin[var] = bound;
-    return true;
+    return;
   }
   const auto row = node.upperRows.find(var);
   if (row != node.upperRows.end() && tableau.isBasic(row->second)) {
@@ -35,7 +35,6 @@ bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound)
     tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, -1.0}});
   }
   high = static_cast<int32_t>(bound);
-  return true;
 }
 
 // Solves the node's relaxation. The variable to branch on; -1 when there is nothing to branch: the node is integral and
@@ -59,42 +58,47 @@ int32_t LineProgSolver::relax(Node& node, double limit) const {
   return branch;
 }
 
-// The last branch goes on in the node itself, without a copy and without recursion; `keep` leaves the node's tableau as
-// its relaxation left it.
-void LineProgSolver::branchAndBound(Node& node, double limit, bool keep) const {
+// Lower side first. The upper sides wait on a stack of their own, not on the thread's: the depth has no limit. A node
+// with one side alone goes on without a copy. The root keeps the tableau that its relaxation left.
+void LineProgSolver::branchAndBound(Node& root) const {
+  struct Waiting {
+    Node node;
+    int32_t var;
+    double bound;
+  };
+  std::vector<Waiting> waiting;
+  double limit = -1e300;
   bool found = false;
   std::vector<double> best;
-  const auto attempt = [&](int32_t var, bool upper, double bound) {
-    Node child = node;
-    if (!addBound(child, var, upper, bound)) return;
-    branchAndBound(child, limit, false);
-    if (!child.solved) return;
-    limit = objectiveOf(child.solution);
-    best = std::move(child.solution);
+  int32_t branch = relax(root, limit);
+  if (branch < 0) return;
+  const auto visit = [&](Node& node) {
+    const int32_t next = relax(node, limit);
+    if (next >= 0 || !node.solved) return next;
+    limit = objectiveOf(node.solution);
+    best = node.solution;
     found = true;
+    return next;
   };
-  for (bool first = true;; first = false) {
-    const int32_t branch = relax(node, limit);
-    if (branch < 0) {
-      if (!first && !node.solved) node.status = kFailed;
-      break;
+  for (Node node = root;;) {
+    while (branch >= 0) {
+      const auto [low, high] = node.bounds.at(branch);
+      const double floor = std::floor(node.tableau.valueOf(branch) + node.origin[branch]);
+      const bool below = high > floor && floor >= low, above = high >= floor + 1 && floor + 1 > low;
+      if (!below && !above) break;
+      if (below && above) waiting.push_back({node, branch, floor + 1});
+      addBound(node, branch, below, below ? floor : floor + 1);
+      branch = visit(node);
     }
-    node.solved = false;
-    node.status = kFailed;
-    const auto [low, high] = node.bounds.at(branch);
-    const double floor = std::floor(node.tableau.valueOf(branch) + node.origin[branch]);
-    if (high > floor && floor >= low) attempt(branch, true, floor);
-    if (!(high >= floor + 1 && floor + 1 > low)) break;
-    if (keep) {
-      attempt(branch, false, floor + 1);
-      break;
-    }
-    if (!addBound(node, branch, false, floor + 1)) break;
+    if (waiting.empty()) break;
+    node = std::move(waiting.back().node);
+    addBound(node, waiting.back().var, false, waiting.back().bound);
+    waiting.pop_back();
+    branch = visit(node);
   }
-  if (node.solved || !found) return;
-  node.solution = std::move(best);
-  node.solved = true;
-  node.status = kOptimal;
+  root.solved = found;
+  root.status = found ? kOptimal : kFailed;
+  if (found) root.solution = std::move(best);
 }
 
 }  // namespace LineProg

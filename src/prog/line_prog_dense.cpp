@@ -65,21 +65,21 @@ constexpr double kNoLimit = 1e100;
 constexpr double kNearWhole = 1e-14;
 constexpr double kGain = 0.001;
 
-// What the constraint leaves for term k, or infinity when the other terms have no limit.
+// What the constraint leaves for term k; above kNoLimit, or NaN, when the other terms have no limit.
 double leftFor(const BoundedSum& sum, int32_t k) {
   double left = sum.rhs;
   for (int32_t j = 0; j < sum.n; ++j) {
     if (j == k) continue;
     const double a = sum.coefs[j];
     left -= a * (a > 0 ? sum.lower : sum.upper)[sum.indices[j]];
-    if (left > kNoLimit) return std::numeric_limits<double>::infinity();
+    if (!(left <= kNoLimit)) break;
   }
   return left;
 }
 
 bool tighten(const BoundedSum& sum, int32_t k) {
   const double a = sum.coefs[k], left = leftFor(sum, k);
-  if (left > kNoLimit) return false;
+  if (!(left <= kNoLimit)) return false;
   double x = left / a;
   const uint8_t kind = sum.kinds[sum.indices[k]];
   const bool whole = std::abs(x - std::round(x)) <= kNearWhole;
@@ -103,7 +103,8 @@ bool tighten(const BoundedSum& sum, int32_t k) {
 }  // namespace
 
 bool resetMaxMin(const BoundedSum& sum) {
-  if (std::any_of(sum.indices, sum.indices + sum.n, [](int32_t index) { return index < 0; })) return false;
+  if (sum.n <= 0 || std::any_of(sum.indices, sum.indices + sum.n, [](int32_t index) { return index < 0; }))
+    return false;
   bool any = false;
   for (int sweep = 0; sweep < kSweeps; ++sweep) {
     bool changed = false;

@@ -30,7 +30,6 @@ void LineProgSolver::setVarCount(std::span<const uint8_t> kinds) {
 }
 
 void LineProgSolver::setMaxExpress(std::span<const int32_t> indices, std::span<const double> coefs) {
-  objective.clear();
   sparseObjective.clear();
   for (std::size_t k = 0; k < std::min(indices.size(), coefs.size()); ++k)
     if (!(std::abs(coefs[k]) <= kSmallTerm)) sparseObjective.push_back({coefs[k], indices[k]});
@@ -57,6 +56,10 @@ void LineProgSolver::addConstraint(std::span<const int32_t> indices, std::span<c
   }
   std::erase_if(merged, [](const auto& term) { return std::abs(term.second) <= kSmallTerm; });
   if (merged.empty()) return;
+  if (!std::all_of(merged.begin(), merged.end(), [](const auto& term) { return std::isfinite(term.second); })) {
+    spoilt = true;  // a sum beyond the range of doubles
+    return;
+  }
   // At least: stored with its signs reversed.
   const double sign = relation == kAtLeast ? -1 : 1;
   for (auto& term : merged) term.second *= sign;
@@ -76,16 +79,13 @@ double LineProgSolver::maxValue() const { return solved ? objectiveOf(solution) 
 
 bool LineProgSolver::prepare() {
   if (spoilt) return false;
-  if (objective.empty()) {
-    if (sparseObjective.empty() || allVars.empty()) return false;
-    std::vector<double> dense(allVars.size(), 0.0);
-    for (const auto& [coefficient, var] : sparseObjective) {
-      if (var < 0 || static_cast<std::size_t>(var) >= allVars.size() || !std::isfinite(coefficient)) return false;
-      dense[var] += coefficient;
-    }
-    objective = std::move(dense);
+  if (sparseObjective.empty() || allVars.empty()) return false;
+  objective.assign(allVars.size(), 0.0);
+  for (const auto& [coefficient, var] : sparseObjective) {
+    if (var < 0 || static_cast<std::size_t>(var) >= allVars.size()) return false;
+    objective[var] += coefficient;
+    if (!std::isfinite(objective[var])) return false;
   }
-  if (objective.size() != allVars.size()) return false;
   root.bounds.clear();
   standing = 0;
   std::vector<uint8_t> stands(allVars.size(), 0);
@@ -157,13 +157,16 @@ bool LineProgSolver::solve() {
     root.status = kOptimal;
   } else {
     setUp();
+    const Tableau before = root.tableau;
     const bool whole = std::any_of(allVars.begin(), allVars.end(), [&](const BaseVar& var) {
       return var.varKind != kReal && root.tableau.has(var.index);
     });
     if (whole)
-      branchAndBound(root, -1e300, true);
+      branchAndBound(root);
     else if (phases(root))
       readOut(root);
+    // A first phase that fails leaves its artificial variable behind, with which the rows could be met.
+    if (root.status == kFailed) root.tableau = before;
   }
   // Numbers beyond the range of doubles leave no solution.
   if (root.solved &&

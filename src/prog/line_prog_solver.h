@@ -62,14 +62,14 @@ class LineProgSolver final : public BaseData {
   bool holds(const Node& node, double tolerance) const;
   void readOut(Node& node) const;
   int32_t relax(Node& node, double limit) const;
-  void branchAndBound(Node& node, double limit, bool keep) const;
-  bool addBound(Node& node, int32_t var, bool upper, double bound) const;
+  void branchAndBound(Node& root) const;
+  void addBound(Node& node, int32_t var, bool upper, double bound) const;
   double objectiveOf(std::span<const double> x) const;
 
   bool solved = false;
   bool spoilt = false;
   Status status = kFailed;
-  std::vector<double> objective, solution;
+  std::vector<double> objective, solution;  ///< of the last solve
   std::vector<std::pair<double, int32_t>> sparseObjective;
   std::vector<BaseVar> allVars;
   std::vector<EquVar> constraints;

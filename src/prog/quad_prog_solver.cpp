@@ -62,6 +62,8 @@ void QuadProgSolver::addConstraint(std::span<const int32_t> indices, std::span<c
     if (!inRange(indices[k]) || !std::isfinite(coefs[k])) spoilt = true;
     terms.add(indices[k], coefs[k]);
   }
+  for (const auto& term : terms.sorted())
+    if (!std::isfinite(term.second)) spoilt = true;  // a sum may leave the range of doubles, too
   if (spoilt) return;
   auto row = std::make_shared<EquVar>();
   row->coefs = terms.sorted();

@@ -44,6 +44,9 @@ class Terms {
     return known;
   }
 
+  /// Of a listed symbol; where it stands twice, its first place.
+  int32_t numberOf(const Sym::BaseSym_s* symbol) const { return numbers.at(symbol); }
+
   std::vector<int32_t> i, j, k;
   std::vector<double> quad, linear;
   double constant = 0;
@@ -84,6 +87,7 @@ class Terms {
 
 ResType_E solveSym(std::span<Sym::BaseSym_s* const> symbols, const Sym::SymMatrix2d_t& expressions, double* values) {
   if (expressions.rows() == 0 || expressions.cols() == 0 || !expressions.at(0, 0)) return kNoObjective;
+  if (std::ranges::find(symbols, nullptr) != symbols.end()) return kSetupFailed;
   QuadProgSolver solver;
   solver.initTempVar(symbols.size());
   Terms terms(symbols);
@@ -107,8 +111,7 @@ ResType_E solveSym(std::span<Sym::BaseSym_s* const> symbols, const Sym::SymMatri
   const ResType_E result = solver.solve();
   if (result != kSolved) return result;
   const std::vector<double> found = solver.values();
-  std::copy(found.begin(), found.end(), values);
-  for (std::size_t k = 0; k < symbols.size(); ++k) symbols[k]->value = found[k];
+  for (std::size_t k = 0; k < symbols.size(); ++k) symbols[k]->value = values[k] = found[terms.numberOf(symbols[k])];
   return kSolved;
 }
 

@@ -19,7 +19,7 @@ bool shorter(const TSPTour& a, const TSPTour& b) {
 
 TSPWeights::TSPWeights(std::vector<double> rowMajor, std::size_t size) : weight(std::move(rowMajor)), n(size) {
   for (double& w : weight)
-    if (std::isnan(w) || w == -INFINITY) w = kNoTour;
+    if (!(w < kNoEdge) || w == -INFINITY) w = INFINITY;
   symmetric = true;
   for (std::size_t i = 0; i < n && symmetric; ++i)
     for (std::size_t j = 0; j < i; ++j)
@@ -67,7 +67,7 @@ void TSP_c::Worker::keep(TSPTour tour) {
 void TSP_c::Worker::run() {
   for (uint32_t start = first; start < last && !owner.stopped; ++start) {
     const double length = grow(start);
-    if (!(length < kNoEdge)) continue;
+    if (!(length < kNoTour)) continue;
     TSPTour tour{length, start, {}};
     if (best.size() == kImproved && !shorter(tour, best.back())) continue;
     uint32_t node = start;
@@ -197,7 +197,7 @@ double TSP_c::errorOf(std::span<const uint32_t> given) {
     seen[node] = 1;
   }
   const double itsLength = weights->lengthOf(given);
-  return itsLength < kNoEdge ? itsLength - length : kNoTour;
+  return itsLength < kNoTour ? itsLength - length : kNoTour;
 }
 
 double lengthOf(const StridedRows& weights, std::span<const uint32_t> tour) {

@@ -18,7 +18,7 @@ inline constexpr double kNoEdge = 1e100;  // from here on a weight is no edge
 /// Weights between n nodes, and the neighbours of each by ascending weight. Read by all workers, written by none.
 class TSPWeights {
  public:
-  /// NaN and minus infinity become no edge.
+  /// What is no edge, with NaN and minus infinity, is held as plus infinity: no change can make up for it.
   TSPWeights(std::vector<double> rowMajor, std::size_t n);
 
   double operator()(uint32_t from, uint32_t to) const { return weight[from * n + to]; }

@@ -5,6 +5,7 @@
 // reversing back.
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <random>
 
 #include "prog/tsp.h"
@@ -15,11 +16,21 @@ namespace {
 
 constexpr std::size_t kNeighbours = 10;
 constexpr double kGain = 1e-10;  // relative to the tour: what rounding may feign
+constexpr double kRounding = 2e-15;
 constexpr uint32_t kLongestPiece = 3;
 constexpr uint32_t kReach = 50;
 constexpr std::size_t kKicksPerNode = 20;
 constexpr std::size_t kMostKicks = 200000;
 constexpr uint32_t kSeed = 20200923;
+
+/// True when the edges that come are shorter than those that go by more than rounding. The length of a tour whose
+/// weights cancel says nothing of it: without this check a search would go round for ever.
+bool shorten(std::initializer_list<double> come, std::initializer_list<double> go) {
+  long double change = 0, size = 0;
+  for (double w : come) change += w, size += std::abs(w);
+  for (double w : go) change -= w, size += std::abs(w);
+  return std::isinf(change) ? change < 0 : change < -kRounding * size;
+}
 
 /// A tour as an array with places and a direction in which it is read.
 class Ring {
@@ -152,7 +163,7 @@ class LocalSearch {
       if (gain <= least) break;
       const uint32_t d = ring.next(c);
       const double change = weights(b, d) - weights(c, d) - gain;
-      if (change < -least) {
+      if (change < -least && shorten({weights(b, d), weights(a, c)}, {weights(c, d), old})) {
         reverse(b, c);
         for (uint32_t end : {a, b, c, d}) wake(end);
         return change;
@@ -172,7 +183,8 @@ class LocalSearch {
       const double closed = weights(p, b) - weights(p, e) - gain;
       if (c != p) {  // c a..e d
         const double change = closed + weights(e, d) - weights(c, d);
-        if (change < -least) {
+        if (change < -least &&
+            shorten({weights(p, b), weights(a, c), weights(e, d)}, {weights(a, b), weights(p, e), weights(c, d)})) {
           reverse(e, c);
           reverse(c, b);
           for (uint32_t end : {p, b, c, d, e, a}) wake(end);
@@ -181,7 +193,8 @@ class LocalSearch {
       }
       if (c != b && c != p) {  // f e..a c
         const double change = closed + weights(f, e) - weights(f, c);
-        if (change < -least) {
+        if (change < -least &&
+            shorten({weights(p, b), weights(a, c), weights(f, e)}, {weights(a, b), weights(p, e), weights(f, c)})) {
           reverse(e, f);
           reverse(f, b);
           reverse(a, e);
@@ -225,7 +238,9 @@ void improveDirected(const TSPWeights& weights, std::vector<uint32_t>& order) {
           if ((place[c] + n - first) % n <= count) continue;  // c lies in the piece, or follows it
           const double change =
               weights(p, b) + weights(f, e) + weights(a, c) - weights(p, e) - weights(a, b) - weights(f, c);
-          if (!(change < -least)) continue;
+          if (!(change < -least &&
+                shorten({weights(p, b), weights(f, e), weights(a, c)}, {weights(p, e), weights(a, b), weights(f, c)})))
+            continue;
           std::rotate(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(first), order.end());
           number();
           std::rotate(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count),

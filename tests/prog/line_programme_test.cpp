@@ -172,6 +172,7 @@ TEST(LineProgramme, StepByStep) {
   EXPECT_EQ(problem.solve(), 1);
   EXPECT_NEAR(problem.value(), 37.5, 1e-12);
   problem.maximise({1}, {1});
+  EXPECT_NEAR(problem.value(), 37.5, 1e-12);  // a new objective counts from the next solve
   EXPECT_EQ(problem.solve(), 1);
   EXPECT_NEAR(problem.value(), 6, 1e-12);  // x = 2, y = 6
   const std::vector<uint8_t> kinds{0};
@@ -210,6 +211,9 @@ TEST(LineProgramme, RefusedInput) {
     EXPECT_EQ(Builder({0}).maximise({0}, {1}).row({0}, {1}, 0, bad).solve(), 0) << bad;
   }
   EXPECT_EQ(Builder({0}).maximise({0}, {1}).row({0}, {1}, 3, 1).solve(), 0);
+  // Coefficients that add up to more than a double holds.
+  EXPECT_EQ(Builder({0}).maximise({0, 0}, {1e308, 1e308}).row({0}, {1}, 0, 1).solve(), 0);
+  EXPECT_EQ(Builder({0, 0}).maximise({1}, {1}).row({0, 0, 1}, {-1e308, -1e308, 1}, 0, 1).solve(), 0);
   Builder huge({0, 0});
   huge.maximise({0, 1}, {1e300, 1e300}).row({0, 1}, {1e-10, 1e300}, 0, 1e300).row({0, 1}, {1e300, 1e-10}, 0, 1e300);
   const int status = huge.solve();
@@ -220,7 +224,12 @@ TEST(LineProgramme, UnboundedAndInfeasible) {
   EXPECT_EQ(Builder({0, 0}).maximise({0, 1}, {1, 0.5}).row({0, 1}, {1, -1}, 0, 1).solve(), 2);
   EXPECT_EQ(Builder({0}).maximise({0}, {1}).row({0}, {1}, 1, 2).row({0}, {1}, 0, 1).solve(), 0);
   EXPECT_EQ(Builder({0}).maximise({0}, {-1}).row({0}, {1}, 2, -1).solve(), 0);  // variables are not negative
-  EXPECT_EQ(Builder({1}).maximise({0}, {1}).row({0}, {2}, 2, 3).solve(), 0);    // no whole number
+  Builder again({0});                                                           // it stays infeasible
+  again.maximise({0}, {1}).row({0}, {1}, 1, 2).row({0}, {1}, 0, 1);
+  EXPECT_EQ(again.solve(), 0);
+  EXPECT_EQ(again.solve(), 0);
+  EXPECT_EQ(again.row({0}, {1}, 0, 7).solve(), 0);
+  EXPECT_EQ(Builder({1}).maximise({0}, {1}).row({0}, {2}, 2, 3).solve(), 0);  // no whole number
   EXPECT_EQ(Builder({2}).maximise({0}, {1}).row({0}, {1}, 1, 2).solve(), 0);
 }
 
@@ -241,10 +250,13 @@ TEST(LineProgramme, WholeNumbers) {
 }
 
 TEST(LineProgramme, ManyBranches) {
-  // 2x - 2y = 1 has no whole solution; every value of x up to 20000 is tried, from below, without a deep stack.
-  Builder none({1, 1});
-  none.maximise({0}, {-1}).row({0, 1}, {2, -2}, 2, 1).row({0}, {1}, 0, 20000);
-  EXPECT_EQ(none.solve(), 0);
+  // 2x - 2y = 1 has no whole solution; every value of x up to 20000 is tried, from below or from above, without a deep
+  // stack.
+  for (double objective : {-1, 1}) {
+    Builder none({1, 1});
+    none.maximise({0}, {objective}).row({0, 1}, {2, -2}, 2, 1).row({0}, {1}, 0, 20000);
+    EXPECT_EQ(none.solve(), 0);
+  }
   // Bounds that tighten again and again on the same variables: the fewest coins of 7, 11, 13 for 998.
   Builder sum({1, 1, 1});
   sum.maximise({0, 1, 2}, {-1, -1, -1}).row({0, 1, 2}, {7, 11, 13}, 2, 998);
@@ -333,7 +345,11 @@ TEST(LineProgramme, TightenedBounds) {
   EXPECT_EQ(std::get<0>(tighten({1e300, 1e300}, {-1e300, -1e300}, {1, 1}, {0, 1}, {0, 0}, 4)), 0);
   EXPECT_EQ(std::get<0>(tighten({5}, {0}, {1e-17}, {0}, {0}, 1e-20)), 0);
   EXPECT_EQ(std::get<0>(tighten({5}, {0}, {1}, {-1}, {0}, 1)), 0);
-  EXPECT_EQ(lineProg_ResetMaxMin(nullptr, nullptr, nullptr, nullptr, nullptr, 1, 0), 0);
+  for (int32_t n : {0, -1, -2147483647 - 1})
+    EXPECT_EQ(lineProg_ResetMaxMin(nullptr, nullptr, nullptr, nullptr, nullptr, 1, n), 0) << n;
+  // NaN, here or as 0 times infinity, tells nothing of a variable.
+  EXPECT_EQ(tighten({1}, {0}, {-1}, {0}, {2}, kNaN), (std::tuple{0, Values{1}, Values{0}}));
+  EXPECT_EQ(tighten({1, kInf}, {0, 0}, {1, 0}, {0, 1}, {2, 2}, 0.5), (std::tuple{0, Values{1, kInf}, Values{0, 0}}));
   // x <= y/2 and y <= x/2 as one sum each would creep for ever: one constraint's sweeps settle.
   EXPECT_EQ(tighten({8, 8}, {0, 0}, {1, -0.5}, {0, 1}, {0, 0}, 0), (std::tuple{1, Values{4, 8}, Values{0, 0}}));
 }

@@ -312,6 +312,43 @@ TEST(Tours, WithoutEdges) {
   }
 }
 
+TEST(Tours, WeightsThatCancel) {
+  // From a to b it costs p(a) + p(b), or p(b) - p(a): all tours are as long, 0, and only rounding tells them apart.
+  Draw d(5);
+  for (int n = 20; n < 120; n += 5) {
+    Values potential(n), sum, climb;
+    for (double& p : potential) p = d.unit();
+    const double mean = std::accumulate(potential.begin(), potential.end(), 0.0) / n;
+    for (double& p : potential) p -= mean;
+    for (double from : potential)
+      for (double to : potential) sum.push_back(from + to), climb.push_back(to - from);
+    EXPECT_NEAR(checkedTour(Nodes(sum), 1), 0, 1e-11);
+    EXPECT_NEAR(checkedTour(Nodes(climb), 1), 0, 1e-11);
+  }
+}
+
+TEST(Tours, EdgesOfTheRange) {
+  // Three edges just below 1e100 make a tour above it.
+  Ids tour(12, 777);
+  const Nodes dear(Values(9, 5e99));
+  EXPECT_DOUBLE_EQ(api_Prog_SolveTSP(dear.rows.data(), 3, 1, tour.data()), 1.5e100);
+  // What is no edge stays none, whatever it would save.
+  Draw d(6);
+  int closed = 0;
+  for (int round = 0; round < 300; ++round) {
+    const int n = 5 + d.below(8);
+    Values weight(static_cast<std::size_t>(n) * n);
+    for (int i = 0; i < n; ++i)
+      for (int j = 0; j <= i; ++j)
+        weight[i * n + j] = weight[j * n + i] = d.below(2) == 0 ? 1e100 : (round % 2 == 0 ? 9e99 : -1e301) * d.unit();
+    const Nodes nodes(weight);
+    if (!(api_Prog_SolveTSP(nodes.rows.data(), n, 1, tour.data()) < 1e300)) continue;
+    ++closed;
+    for (int k = 0; k < n; ++k) EXPECT_LT(weight[tour[k] * n + tour[(k + 1) % n]], 1e100) << round;
+  }
+  EXPECT_GT(closed, 20);
+}
+
 TEST(Tours, LengthOfAGivenTour) {
   const Values wide{0, -9, 1, -9, 2, -9, 3, -9, 0, -9, 4, -9, 5, -9, 6, -9, 0, -9};
   const std::vector<const double*> rows{&wide[0], &wide[6], &wide[12]};

@@ -216,6 +216,13 @@ TEST(QuadraticProgramme, ExpressionsTellTheirRelation) {
   EXPECT_EQ(quadProg_solveSym(symbols, stated, 2, result), 1);
   EXPECT_NEAR(result[0] + result[1], 3, 1e-9);
   EXPECT_NEAR(result[0] * result[1], 2, 1e-9);
+  // A symbol that is listed twice has its one value at both places; a null is refused.
+  BaseSym *twice[] = {symbols[0], symbols[1], symbols[0]}, *missing[] = {symbols[0], symbols[1], nullptr};
+  double three[3] = {-7, -7, -7};
+  EXPECT_EQ(quadProg_solveSym(twice, stated, 3, three), 1);
+  EXPECT_EQ(three[2], three[0]);
+  EXPECT_NEAR(sym_getBaseSymValue(symbols[0]), result[0], 1e-9);
+  EXPECT_EQ(quadProg_solveSym(missing, stated, 3, three), 6);
   // Neither a line nor a quad, or a quad as a constraint.
   sym_setSymMatrixData(stated, 0, 2, sym_funOneParam(y, 20));
   result[0] = -7;
@@ -271,6 +278,7 @@ TEST(QuadraticProgramme, ResultCodes) {
   EXPECT_EQ(code(-1, -1, {0}, {1}, 1, 0), 6);           // not convex
   EXPECT_EQ(code(1, -1, {1}, {1}, 1, 0), 6);
   EXPECT_EQ(code(1, -1, {-1}, {1}, 1, 0), 6);
+  EXPECT_EQ(code(1, -1, {0, 0}, {1e308, 1e308}, 1, 0), 6);  // beyond the range of doubles
   EXPECT_EQ(code(1, -1, {0}, {1}, 1, 5), 6);
   EXPECT_EQ(code(1, -1, {0}, {1}, 1, 0, 3), 6);
   for (double bad : {kNaN, kInf}) {
