@@ -317,7 +317,7 @@ TEST(Tours, WeightsThatCancel) {
   Draw d(5);
   for (int n = 20; n < 120; n += 5) {
     Values potential(n), sum, climb;
-    for (double& p : potential) p = d.unit();
+    for (double& p : potential) p = std::sqrt(d.unit());
     const double mean = std::accumulate(potential.begin(), potential.end(), 0.0) / n;
     for (double& p : potential) p -= mean;
     for (double from : potential)
