@@ -13,7 +13,10 @@
  *    0-1 variable adds one). When they do not suffice the point in hand counts as the optimum of the second phase (a
  *    further call of lineProg_Solve goes on from it), and a first phase that has not ended as an infeasible problem;
  *  - a branch is given up when the value of its relaxation, with the integer variables rounded, is below the best value
- *    found. Rounding may hide a better point: the result is feasible and integral, and not always the maximum.
+ *    found. Rounding may hide a better point: the result is feasible and integral, and not always the maximum;
+ *  - a coefficient that a pivot leaves at less than 1e-10 of the terms it came from counts as 0;
+ *  - an unbounded problem is told as one (2) only where the point in hand meets the constraints within 1e-8, whatever
+ *    their size; else as failed (0).
  *
  * A handle must not be used on two threads at the same time. Solving takes as long as it takes: branching is
  * exponential at worst and is not interrupted.
@@ -83,7 +86,7 @@ ORVANE_API void lineProg_AddConstraint(LineProgramme* solver, const int32_t* ind
 ORVANE_API uint8_t lineProg_Solve(LineProgramme* solver);
 
 /**
- * The objective at the solution.
+ * The objective of the last solve at its solution.
  *
  * @param solver  programme
  * @return the value; -1e300 if there is no solution

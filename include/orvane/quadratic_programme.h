@@ -6,7 +6,8 @@
  * All variables are non-negative, a 0-1 variable is at most 1, an integer one at most 900000000. Relaxations are solved
  * by OSQP with its default settings and polishing; its answer is accurate to about 1e-9 where polishing succeeds and to
  * about 1e-3 where it does not. Integer variables are closed by branch and bound. An expression without a quadratic
- * term goes to the simplex of line_programme.h.
+ * term goes to the simplex of line_programme.h, with its rules: a constraint without terms is ignored, and an expression
+ * without any term has no solution (7).
  *
  * What OSQP minimises is not the expression itself but a fourth of its quadratic part and the whole linear part:
  *
@@ -137,7 +138,8 @@ ORVANE_API double quadProg_solve(const double* Q, const double* c, const double*
  * @param n            number of symbols
  * @param result       [n] out, values of the symbols in their order; untouched on failure
  * @return as quadProg_solveTemp; 5 for a matrix without elements, 6 for an expression that is neither linear nor
- *         quadratic, or a constraint that is quadratic. On 1 the symbols take the values as their own
+ *         quadratic, a constraint that is quadratic, or a null among the symbols. On 1 the symbols take the values as
+ *         their own
  */
 ORVANE_API int32_t quadProg_solveSym(BaseSym* const* symbols, const SymMatrix2d* expressions, int32_t n,
                                      double* result);

@@ -11,6 +11,8 @@ constexpr double kSmallEntry = 1e-32;        // no gain, no value
 // A sum of opposite terms that leaves less than this part of them is what rounding left of 0. Without it a column that
 // has no gain would look as if it had one, and an optimum like an unbounded problem.
 constexpr double kCancelled = 1e-12;
+// Of coefficients a larger part: noise in a row of value 0 would become a pivot, and every number after it wrong.
+constexpr double kCancelledCoefficient = 1e-10;
 constexpr int kAlwaysDense = 64;  // columns; from there on a row turns dense when a quarter is filled
 
 double sum(double a, double b) {
@@ -20,7 +22,7 @@ double sum(double a, double b) {
 
 // Without a branch, so that the compiler takes several at a time.
 double coefficientSum(double a, double b) {
-  const double s = a + b, part = kCancelled * std::abs(b);
+  const double s = a + b, part = kCancelledCoefficient * std::abs(b);
   return std::abs(s) < (part > kSmallCoefficient ? part : kSmallCoefficient) ? 0 : s;
 }
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <limits>
 #include <map>
+#include <numeric>
 #include <sstream>
 
 #include "prog/drawn_problem.h"
@@ -266,6 +267,26 @@ TEST(LineProgramme, ManyBranches) {
     for (int y = 0; 13 * z + 11 * y <= 998; ++y)
       if ((998 - 13 * z - 11 * y) % 7 == 0) least = std::min(least, z + y + (998 - 13 * z - 11 * y) / 7);
   EXPECT_EQ(sum.value(), -least);
+}
+
+TEST(LineProgramme, NoiseIsNoPivot) {
+  // Degenerate equalities: sums that should vanish leave 1e-15 in rows of value 0, and a pivot there ruins the tableau.
+  // The optimum is that of HiGHS.
+  const Values c{7, -4, -2, 5, 5, 2, 8, 9, -4, 9, 5, 7}, b{9, -9, 0, 20, 6, 29, 42, 18, 56, 51, 21};
+  const std::vector<uint8_t> relation{2, 0, 0, 2, 0, 2, 0, 2, 0, 2, 2};
+  const std::vector<Values> A{{0, -5, 0, 1, 0, 0, -3, 4, -3, 0, 9, 0}, {-5, 0, -4, 0, 0, 9, 0, 0, -4, 2, 0, 0},
+                              {-4, 7, 1, 0, 6, 0, 3, -4, -2, 0, 1, 4}, {0, 0, 0, 0, -5, 0, 2, 4, 0, 0, 0, 7},
+                              {0, 0, 0, 5, -3, 0, 0, 1, 0, 0, 2, 0},   {1, 0, 2, 0, 6, 0, 0, 1, 2, 0, -4, 9},
+                              {3, 7, 9, 0, -4, 0, 4, -1, 0, 0, 0, -3}, {0, 0, -1, 1, 3, 0, -4, -1, 8, 7, -3, -2},
+                              {0, -2, 8, 0, 0, 0, 5, -4, 7, 8, 7, 5},  {0, 6, 4, 4, -1, 6, 0, 1, 3, 4, -3, 0},
+                              {0, 9, 0, 2, 5, 0, 0, 0, 7, -1, 0, 9}};
+  Builder problem(std::vector<uint8_t>(c.size(), 0));
+  std::vector<int32_t> at(c.size());
+  std::iota(at.begin(), at.end(), 0);
+  problem.maximise(at, c);
+  for (std::size_t r = 0; r < b.size(); ++r) problem.row(at, A[r], relation[r], b[r]);
+  EXPECT_EQ(problem.solve(), 1);
+  EXPECT_NEAR(problem.value(), 242.47834527812336, 1e-7);
 }
 
 TEST(LineProgramme, CapOnPivots) {
