@@ -6,8 +6,8 @@
  * All variables are non-negative, a 0-1 variable is at most 1, an integer one at most 900000000. Relaxations are solved
  * by OSQP with its default settings and polishing; its answer is accurate to about 1e-9 where polishing succeeds and to
  * about 1e-3 where it does not. Integer variables are closed by branch and bound. An expression without a quadratic
- * term goes to the simplex of line_programme.h, with its rules: a constraint without terms is ignored, and an expression
- * without any term has no solution (7).
+ * term goes to the simplex of line_programme.h, with its rules: a constraint without terms is ignored, and an
+ * expression without any term has no solution (7).
  *
  * What OSQP minimises is not the expression itself but a fourth of its quadratic part and the whole linear part:
  *
