@@ -122,6 +122,7 @@ void LineProgSolver::addRows(Node<Real>& root) const {
     const EquVar& row = constraints[root.entered];
     typename Tableau<Real>::Terms terms(row.coefs.begin(), row.coefs.end());
     for (auto& term : terms) term.second = -term.second;
+    root.slacks.push_back(root.rowNumber);
     root.tableau.addRow(root.rowNumber++, row.constCoef, terms);
     if (row.relation != kEqual) continue;
     for (auto& term : terms) term.second = -term.second;
@@ -193,7 +194,36 @@ bool LineProgSolver::trusted(const Node<double>& root) const {
     }
     if (!((row.relation == kEqual ? std::abs(sum) : sum) <= kTrusted * std::max(1.0, size))) return false;
   }
+  return hasWhole(root) || reducedCostsHold(root);
+}
+
+// The objective is c.x = constant + sum of reduced costs * variables, the slacks b - a.x among them, for every x: what
+// the tableau holds must give back each c.
+bool LineProgSolver::reducedCostsHold(const Node<double>& root) const {
+  std::vector<double> rest = objective, size(objective.size());
+  for (std::size_t j = 0; j < rest.size(); ++j) {
+    size[j] = std::max(1.0, std::abs(rest[j]));
+    if (root.tableau.has(static_cast<int>(j)))
+      rest[j] -= root.tableau.objectiveRow[j];
+    else
+      rest[j] = 0;
+  }
+  for (std::size_t i = 0; i < root.slacks.size(); ++i) {
+    const EquVar& row = constraints[i];
+    double cost = reducedCost(root, root.slacks[i]);
+    if (row.relation == kEqual) cost -= reducedCost(root, root.slacks[i] + 1);
+    for (const auto& [var, coefficient] : row.coefs) {
+      rest[var] += cost * coefficient;
+      size[var] += std::abs(cost * coefficient);
+    }
+  }
+  for (std::size_t j = 0; j < rest.size(); ++j)
+    if (!(std::abs(rest[j]) <= kTrusted * size[j])) return false;
   return true;
+}
+
+double LineProgSolver::reducedCost(const Node<double>& root, int32_t var) {
+  return root.tableau.has(var) ? root.tableau.objectiveRow[var] : 0;
 }
 
 // Doubles first. When their rounding, in a chain of pivots on small coefficients, has led astray, the same steps run in

@@ -50,8 +50,9 @@ class LineProgSolver final : public BaseData {
     std::vector<double> solution;
     bool solved = false;
     Status status = kFailed;
-    std::size_t entered = 0;  ///< constraints that stand in the tableau
-    int32_t rowNumber = 0;    ///< number of the next row variable
+    std::size_t entered = 0;      ///< constraints that stand in the tableau
+    std::vector<int32_t> slacks;  ///< by constraint: its row variable, the first of an equality's two
+    int32_t rowNumber = 0;        ///< number of the next row variable
   };
 
   bool prepareObjective();
@@ -66,6 +67,8 @@ class LineProgSolver final : public BaseData {
   template <class Real>
   bool hasWhole(const Node<Real>& root) const;
   bool trusted(const Node<double>& root) const;
+  bool reducedCostsHold(const Node<double>& root) const;
+  static double reducedCost(const Node<double>& root, int32_t var);
   template <class Real>
   bool phases(Node<Real>& node) const;
   template <class Real>
