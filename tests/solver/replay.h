@@ -48,7 +48,9 @@ struct Rule {
         D(U.size()),
         rng(s.rng),
         limitFun(s.limitFun),
-        cost(std::move(objective)) {
+        cost(std::move(objective)),
+        stallLimit(s.stallLimit),
+        stallLimit2(s.stallLimit2) {
     for (const auto& c : s.population) {
       places.emplace_back();
       Place& p = places.back();
@@ -90,7 +92,20 @@ struct Rule {
 
   double f(const Vec& x) {
     log.push_back(x);
-    return cost(x.data());
+    const double v = cost(x.data());
+    if (!anchored) return v;
+    if (anchorBest > v) {
+      anchorBest = v;
+      anchorBestVar = x;
+    }
+    const double d = v - anchorValue;
+    double s = 0.0;
+    for (std::size_t i = 0; i < D; ++i) s += (x[i] - anchorVar[i]) * (x[i] - anchorVar[i]);
+    if (d < -1.0 || (d < -0.001 && s >= 0.1)) return d;
+    double a = std::abs(d), L = std::log(s / static_cast<double>(D) + 1.0);
+    if (a >= 10.0) a = std::abs(fold1(a));
+    if (L >= 10.0) L = std::abs(fold2(L)) + 0.001;
+    return 1.0 / ((a + 0.001) * (L + 1e-12));
   }
   void start() {
     for (Place* c : X) c->trialValue = f(c->tr);
@@ -102,7 +117,7 @@ struct Rule {
     for (Place* c : X)
       if (c->bestValue < B->bestValue) B = c;
     B->age = 0;
-    bestError = B->bestValue;
+    bestError = anchored ? anchorBest : B->bestValue;
   }
   void limit(Vec& tr) {
     if (limitFun) limitFun(tr.data());
@@ -114,8 +129,9 @@ struct Rule {
   bool attempt(Place* c, bool force) {
     ++c->age;
     c->trialValue = f(c->tr);
-    if (bestError > c->trialValue) {
-      bestError = c->trialValue;
+    const double offer = anchored ? anchorBest : c->trialValue;
+    if (bestError > offer) {
+      bestError = offer;
       c->accept();
       B = c;
       return target > bestError;
@@ -132,7 +148,12 @@ struct Rule {
         for (std::size_t d = 0; d < D; ++d) c->tr[d] = c->x[d] + (c->x[d] - o->x[d]) * (u() * step);
         clip(c->tr);
         const double v = f(c->tr);
-        if (bestError > v) {
+        if (anchored) {
+          if (bestError > anchorBest) {
+            bestError = anchorBest;
+            if (target > anchorBest) return true;
+          }
+        } else if (bestError > v) {
           c->trialValue = v;
           c->accept();
           bestError = v;
@@ -208,10 +229,75 @@ struct Rule {
     for (Place* n : who)
       for (std::size_t d = 0; d < D; ++d) tr[d] += (v < 0.0 ? (n->curValue - sh) / S : n->curValue / S) * n->x[d];
   }
+  /// Whether the run goes on after `t` iterations.
+  bool goesOn() {
+    if (t >= T) return false;
+    if (anchored &&
+        (anchorValue > anchorBest + 1.0 || anchorValue > anchorBest + (std::abs(anchorValue) + 1e-6) * 0.01)) {
+      leave(true);
+      if (target > bestError) return false;
+    }
+    const double v = anchored ? anchorBest : bestError;
+    if (!anchored && target > v) return false;
+    if (stallBest > v + 1.0) {
+      stallBest = v;
+      stallCount = 0;
+      return true;
+    }
+    if ((std::abs(v) + 1e-6) * 0.001 <= std::abs(v - stallCount)) return true;
+    ++stallCount;
+    if (stallCount == stallLimit) {
+      if (anchored) return stallCount != stallLimit2;
+      enter();
+      return true;
+    }
+    stallCount = stallLimit2;
+    return stallLimit2 == 0 || !anchored;
+  }
+  void enter() {
+    anchored = true;
+    const int modes[] = {static_cast<int>(u() * 6.99), static_cast<int>(u() * 6.99)};
+    fold1 = [=](double a) { return Solver::AnchorFun::transform(static_cast<uint8_t>(modes[1]), a); };
+    fold2 = [=](double a) { return Solver::AnchorFun::transform(static_cast<uint8_t>(modes[0]), a); };
+    stallCount = restartCount = 0;
+    stallBest = restartMark = HUGE_VAL;
+    pickBest();
+    anchorValue = anchorBest = B->bestValue;
+    anchorVar = anchorBestVar = B->b;
+    for (Place* c : X) {
+      c->bestValue = HUGE_VAL;
+      c->trialValue = c->curValue = f(c->tr);
+      c->accept();
+    }
+    pickBest();
+    bestError = B->bestValue;
+    ++entered;
+  }
+  void leave(bool all) {
+    if (!anchored) return;
+    anchored = false;
+    stallCount = restartCount = 0;
+    stallBest = restartMark = HUGE_VAL;
+    bestError = anchorBest;
+    B->bestValue = 1e300;
+    B->trialValue = B->curValue = bestError;
+    B->tr = anchorBestVar;
+    B->accept();
+    if (!all) return;
+    for (Place* c : X) {
+      if (c == B) continue;
+      c->trialValue = c->curValue = f(c->tr);
+      c->bestValue = 1e300;
+      c->accept();
+    }
+  }
   template <class Iterate>
-  void loop(double first, Iterate iterate) {
-    for (t = first; !(target > bestError); ++t)
-      if (iterate() || t >= T) return;
+  void loop(Iterate iterate) {
+    for (t = 0.0; goesOn();) {
+      ++t;
+      if (iterate()) break;
+    }
+    leave(false);
   }
 
   std::size_t N;
@@ -226,6 +312,13 @@ struct Rule {
   Place* B = nullptr;
   double bestError = kUnset, restartMark = 1e300;
   int restartCount = 0;
+  double stallBest = HUGE_VAL;
+  int stallCount = 0, stallLimit, stallLimit2;
+  bool anchored = false;
+  int entered = 0;
+  double anchorValue = 0.0, anchorBest = 0.0;
+  Vec anchorVar, anchorBestVar;
+  std::function<double(double)> fold1, fold2;
   uint32_t seeds = 0;
   std::vector<double> kept1;
   std::vector<Vec> log;
@@ -237,6 +330,7 @@ struct Case {
   Rule::Cost cost;
   double target = -1e300;
   void (*limit)(double*) = nullptr;
+  int32_t stallLimit = 200;
 };
 
 /// Runs a solver and a rule side by side on one generator stream.
@@ -255,6 +349,7 @@ void holds(std::shared_ptr<S> solver, const Case& c) {
   solver->maxIter = c.iterations;
   solver->targetError = c.target;
   solver->limitFun = c.limit;
+  solver->stallLimit = c.stallLimit;
   R rule(*solver, c.cost);
   rule.run();
   ASSERT_TRUE(solver->run());
@@ -262,6 +357,8 @@ void holds(std::shared_ptr<S> solver, const Case& c) {
   for (std::size_t i = 0; i < std::min(log.size(), rule.log.size()); ++i)
     ASSERT_EQ(log[i], rule.log[i]) << at << ", evaluation " << i << " of " << log.size();
   EXPECT_EQ(log.size(), rule.log.size()) << at;
+  EXPECT_GT(log.size(), 2 * rule.N) << at;
+  EXPECT_EQ(rule.entered > 0, c.stallLimit < 200) << at;
   EXPECT_EQ(solver->rng, rule.rng) << at;
   EXPECT_EQ(seeds, rule.seeds) << at;
   EXPECT_EQ(solver->bestError, rule.bestError) << at;
@@ -279,6 +376,11 @@ inline double valley(const double* x) {
 inline double below(const double* x) { return valley(x) - 7.0; }
 inline double slope(const double* x) { return 20.0 + x[0] - x[1] + 0.1 * std::sin(5.0 * x[0] * x[1]); }
 inline double valley3(const double* x) { return valley(x) + (x[2] - x[1]) * (x[2] - x[1]); }
+/// A floor of 0 on which a run stalls, with a narrow hole.
+inline double plain(const double* x) {
+  const double hole = std::hypot(x[0] + 4.0, x[1] - 3.0);
+  return hole < 0.4 ? hole - 3.0 : std::max(0.0, 40.0 * (valley(x) - 12.0));
+}
 inline void wedge(double* x) { x[1] = std::max(x[1], x[0] - 3.0); }
 
 }  // namespace Replay

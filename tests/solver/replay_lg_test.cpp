@@ -11,7 +11,7 @@ struct Lg : Rule {
 
   void run() {
     start();
-    loop(1, [this] { return iterate(); });
+    loop([this] { return iterate(); });
   }
   bool iterate() {
     std::sort(X.begin(), X.end(), [](Place* a, Place* b) { return a->curValue < b->curValue; });
@@ -126,6 +126,7 @@ TEST(Replays, LG) {
   for (const int32_t n : {1, 2, 3, 6}) holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, n, 300, valley});
   holds<Lg>(std::make_shared<Solver::LGSolver>(), {3, 6, 300, valley3, 2.1});
   holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 5, 300, slope, -1e300, wedge});
+  holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 struct Lg2 : Rule {
@@ -140,7 +141,7 @@ struct Lg2 : Rule {
   void run() {
     start();
     mean.resize(D);
-    loop(1, [this] { return iterate(); });
+    loop([this] { return iterate(); });
   }
   bool iterate() {
     std::sort(X.begin(), X.end(), [](Place* a, Place* b) { return a->bestValue < b->bestValue; });
@@ -274,8 +275,9 @@ struct Lg2 : Rule {
         c->bestValue = c->trialValue;
         c->b = c->tr;
       }
-      if (!(bestError > c->bestValue)) return false;
-      bestError = c->bestValue;
+      const double v = anchored ? anchorBest : c->bestValue;
+      if (!(bestError > v)) return false;
+      bestError = v;
       return target > bestError;
     }
     return false;
@@ -287,6 +289,7 @@ TEST(Replays, LG2) {
   for (const double target : {2.1, 2.5, 4.0})
     holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {3, 6, 60, valley3, target});
   holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {2, 5, 40, slope, -1e300, wedge});
+  holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 }  // namespace

@@ -26,11 +26,8 @@ struct Social : Rule {
       zero.push_back(U[d] < 0.0 ? U[d] : std::max(Lo[d], 0.0));
     }
     start();
-    t = 1;
-    while (t < T && !(target > bestError)) {
-      iterate();
-      ++t;
-    }
+    for (t = 1.0; goesOn(); ++t) iterate();
+    leave(false);
   }
   void sortElite() {
     std::sort(sorted.begin(), sorted.end(), [](Place* a, Place* b) { return a->bestValue < b->bestValue; });
@@ -257,6 +254,7 @@ TEST(Replays, SocialContact) {
     for (const int32_t n : {1, 2, 4, 6}) holds<Social>(solver(mode), {2, n, 40, valley});
     holds<Social>(solver(mode), {2, 14, 40, slope, -1e300, wedge});
     holds<Social>(solver(mode), {3, 6, 60, valley3, 2.1});
+    holds<Social>(solver(mode), {2, 6, 40, plain, -1e300, nullptr, 1});
   }
   // Long enough for the replacement of a stalled population, the restart and the mean pass of mode 1.
   holds<Social>(solver(0), {2, 6, 320, valley});

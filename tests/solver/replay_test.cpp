@@ -22,7 +22,7 @@ struct RungeKutta : Rule {
     start();
     start();  // its own beginning evaluates once more
     for (Vec* v : {&mean, &delta, &rk, &v1, &v2, &v3, &w}) v->assign(D, 0.0);
-    loop(1, [this] { return iterate(); });
+    loop([this] { return iterate(); });
   }
   bool iterate() {
     for (std::size_t d = 0; d < D; ++d) {
@@ -157,6 +157,7 @@ TEST(Replays, RUN) {
   for (const int32_t n : {1, 2, 3, 4, 6}) holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, n, 60, valley});
   holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {3, 6, 60, valley3, 2.2});
   holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, 5, 60, slope, -1e300, wedge});
+  holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 struct Swo : Rule {
@@ -169,7 +170,7 @@ struct Swo : Rule {
     start();
     list.resize(N);
     std::iota(list.begin(), list.end(), std::size_t{0});
-    loop(1, [this] { return iterate(); });
+    loop([this] { return iterate(); });
   }
   bool iterate() {
     k = (T - t) / T;
@@ -263,11 +264,13 @@ TEST(Replays, SWO) {
   for (const int32_t n : {3, 4, 6}) holds<Swo>(std::make_shared<Solver::SWOSolver>(), {2, n, 200, valley});
   holds<Swo>(std::make_shared<Solver::SWOSolver>(), {3, 6, 100, valley3, 2.5});
   holds<Swo>(std::make_shared<Solver::SWOSolver>(), {2, 5, 100, slope, -1e300, wedge});
+  holds<Swo>(std::make_shared<Solver::SWOSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 TEST(Replays, ISWO) {
   for (const auto& cost : {valley, below, slope})
     holds<Iswo>(std::make_shared<Solver::ISWOSolver>(), {2, 5, 150, cost, -1e300, wedge});
+  holds<Iswo>(std::make_shared<Solver::ISWOSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 struct Ins : Rule {
@@ -278,7 +281,7 @@ struct Ins : Rule {
     start();
     order.resize(N);
     std::iota(order.begin(), order.end(), std::size_t{0});
-    loop(1, [this] { return iterate(); });
+    loop([this] { return iterate(); });
   }
   bool iterate() {
     auto g = local();
@@ -307,6 +310,7 @@ TEST(Replays, INS) {
   for (const int32_t n : {1, 2, 3, 6}) holds<Ins>(std::make_shared<Solver::INSSolver>(), {2, n, 40, valley});
   holds<Ins>(std::make_shared<Solver::INSSolver>(), {2, 5, 40, below, -4.7});
   holds<Ins>(std::make_shared<Solver::INSSolver>(), {2, 5, 40, slope, -1e300, wedge});
+  holds<Ins>(std::make_shared<Solver::INSSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 struct Gto : Rule {
@@ -315,7 +319,7 @@ struct Gto : Rule {
 
   void run() {
     start();
-    loop(1, [this] { return first() || second(); });
+    loop([this] { return first() || second(); });
   }
   bool first() {
     C = (std::cos(2.0 * u()) + 1.0) * (1.0 - t / (T + 1.0));
@@ -369,6 +373,7 @@ struct Gto : Rule {
 TEST(Replays, GTO) {
   for (const int32_t n : {1, 2, 6}) holds<Gto>(std::make_shared<Solver::GTOSolver>(), {2, n, 100, valley});
   holds<Gto>(std::make_shared<Solver::GTOSolver>(), {3, 5, 100, valley3, 2.1});
+  holds<Gto>(std::make_shared<Solver::GTOSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
 }  // namespace
