@@ -229,6 +229,54 @@ struct Rule {
     for (Place* n : who)
       for (std::size_t d = 0; d < D; ++d) tr[d] += (v < 0.0 ? (n->curValue - sh) / S : n->curValue / S) * n->x[d];
   }
+  /// Sixteen equal steps uphill, along the differences in some of the coordinates.
+  double probe(Vec& x, Vec& trial, double most) {
+    auto g = local();
+    std::shuffle(some.begin(), some.end(), g);
+    Vec grad(D, 0.0);
+    if (!anchored) {
+      const double h = 1e-8, scale = 1.0 / (2.0 * h);
+      for (std::size_t k = 0; k < gradients; ++k) {
+        const std::size_t i = some[k];
+        const double here = x[i];
+        x[i] = here + h;
+        const double f1 = f(x);
+        x[i] = here - h;
+        const double f2 = f(x);
+        grad[i] = (f1 - f2) * scale;
+        x[i] = here;
+      }
+    }
+    for (int round = 0; round < 16; ++round) {
+      for (std::size_t i = 0; i < D; ++i) trial[i] = x[i] + 16.0 * grad[i];
+      const double v = f(trial);
+      if (v < most) return v;
+    }
+    return 2.0 * most;
+  }
+  /// True when the target is met, which ends the run.
+  bool gradientStep() {
+    if (gradients == 0) return false;
+    if (some.empty())
+      for (std::size_t i = 0; i < D; ++i) some.push_back(i);
+    gradients = std::min(gradients, D);
+    for (Place* c : X) {
+      const double v = probe(c->x, c->tr, c->curValue);
+      if (!(c->curValue > v)) continue;
+      c->trialValue = v;
+      c->accept();
+      if (!(bestError > v)) continue;
+      bestError = v;
+      B = c;
+      if (target > v) return true;
+    }
+    const double v = probe(B->b, B->tr, B->bestValue);
+    if (!(bestError > v)) return false;
+    bestError = v;
+    B->trialValue = v;
+    B->accept();
+    return target > v;
+  }
   /// Whether the run goes on after `t` iterations.
   bool goesOn() {
     if (t >= T) return false;
@@ -319,6 +367,8 @@ struct Rule {
   double anchorValue = 0.0, anchorBest = 0.0;
   Vec anchorVar, anchorBestVar;
   std::function<double(double)> fold1, fold2;
+  std::size_t gradients = 0;
+  std::vector<std::size_t> some;
   uint32_t seeds = 0;
   std::vector<double> kept1;
   std::vector<Vec> log;
@@ -331,6 +381,7 @@ struct Case {
   double target = -1e300;
   void (*limit)(double*) = nullptr;
   int32_t stallLimit = 200;
+  int32_t gradCount = 0;
 };
 
 /// Runs a solver and a rule side by side on one generator stream.
@@ -350,7 +401,9 @@ void holds(std::shared_ptr<S> solver, const Case& c) {
   solver->targetError = c.target;
   solver->limitFun = c.limit;
   solver->stallLimit = c.stallLimit;
+  solver->gradCount = c.gradCount;
   R rule(*solver, c.cost);
+  rule.gradients = static_cast<std::size_t>(c.gradCount);
   rule.run();
   ASSERT_TRUE(solver->run());
   const std::string at = std::to_string(c.candidates) + " candidates";
@@ -376,6 +429,7 @@ inline double valley(const double* x) {
 inline double below(const double* x) { return valley(x) - 7.0; }
 inline double slope(const double* x) { return 20.0 + x[0] - x[1] + 0.1 * std::sin(5.0 * x[0] * x[1]); }
 inline double valley3(const double* x) { return valley(x) + (x[2] - x[1]) * (x[2] - x[1]); }
+inline double waves(const double* x) { return 4.0 + std::sin(x[0]) + std::cos(2.0 * x[1]) * std::sin(x[0] + x[1]); }
 /// A floor of 0 on which a run stalls, with a narrow hole.
 inline double plain(const double* x) {
   const double hole = std::hypot(x[0] + 4.0, x[1] - 3.0);

@@ -124,8 +124,8 @@ struct Lg : Rule {
 
 TEST(Replays, LG) {
   for (const int32_t n : {1, 2, 3, 6}) holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, n, 300, valley});
-  holds<Lg>(std::make_shared<Solver::LGSolver>(), {3, 6, 300, valley3, 2.1});
-  holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 5, 300, slope, -1e300, wedge});
+  holds<Lg>(std::make_shared<Solver::LGSolver>(), {3, 6, 2000, valley3, 2.1});
+  holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 12, 1500, slope, -1e300, wedge});
   holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 

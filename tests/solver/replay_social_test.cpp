@@ -26,7 +26,8 @@ struct Social : Rule {
       zero.push_back(U[d] < 0.0 ? U[d] : std::max(Lo[d], 0.0));
     }
     start();
-    for (t = 1.0; goesOn(); ++t) iterate();
+    for (t = 1.0; goesOn(); ++t)
+      if (iterate()) break;
     leave(false);
   }
   void sortElite() {
@@ -133,7 +134,7 @@ struct Social : Rule {
     }
     finish(c);
   }
-  void iterate() {
+  bool iterate() {
     restartCheck();
     sortElite();
     for (Place* c : X) contact(c);
@@ -150,7 +151,9 @@ struct Social : Rule {
     worst();
     if (mode == 1 ? t >= 666 && std::fmod(t, 66.0) == 0.0 : std::fmod(t, 16.0) == 0.0) means();
     walks();
+    const bool met = gradientStep();
     pickBest();
+    return met;
   }
   void stall() {
     pickBest();
@@ -255,6 +258,7 @@ TEST(Replays, SocialContact) {
     holds<Social>(solver(mode), {2, 14, 40, slope, -1e300, wedge});
     holds<Social>(solver(mode), {3, 6, 60, valley3, 2.1});
     holds<Social>(solver(mode), {2, 6, 40, plain, -1e300, nullptr, 1});
+    holds<Social>(solver(mode), {2, 6, 20, waves, -1e300, nullptr, 200, 1});
   }
   // Long enough for the replacement of a stalled population, the restart and the mean pass of mode 1.
   holds<Social>(solver(0), {2, 6, 320, valley});

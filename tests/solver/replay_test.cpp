@@ -36,7 +36,7 @@ struct RungeKutta : Rule {
     for (double& s : sf) s = (0.5 - s) * factor;
     for (std::size_t i = 0; i < N; ++i)
       if (!step(i, sf[i])) break;
-    return false;
+    return gradientStep();
   }
   void three(std::size_t i) {
     A = Bp = C = X[i];
@@ -158,6 +158,8 @@ TEST(Replays, RUN) {
   holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {3, 6, 60, valley3, 2.2});
   holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, 5, 60, slope, -1e300, wedge});
   holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
+  holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {2, 5, 30, waves, -1e300, nullptr, 200, 1});
+  holds<RungeKutta>(std::make_shared<Solver::RUNSolver>(), {3, 5, 30, valley3, -1e300, nullptr, 200, 9});
 }
 
 struct Swo : Rule {
