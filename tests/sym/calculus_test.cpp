@@ -52,6 +52,14 @@ TEST_F(Taylor, HighOrders) {
   EXPECT_NEAR(value[1], std::sqrt(1.1), 1e-10);
 }
 
+TEST_F(Taylor, LeavesTheVariableAtTheCentre) {
+  for (const Formula& f : {Formula(0.0), x * x, Formula("w")}) {
+    sym_setSymValue("x", 5);
+    owned(sym_taylor(row({f}).get(), "x", 2, 3));
+    EXPECT_EQ(sym_calcExpress(x.node), 2);
+  }
+}
+
 TEST_F(Taylor, RefusedDerivative) {
   const Formula zeta = call(kZeta, {x + 2.0});
   EXPECT_EQ(taylorText(zeta, 0, 0).substr(0, 8), "1.644934");  // no derivative is needed
@@ -112,6 +120,29 @@ TEST_F(Equations, StiffAndToleranceAndTime) {
   // Names that do not fit the system
   sym_solveODE(growth.get(), "t,x,y", 0, &one, 1, &five, &loose, 1, 0, 1e-3);
   EXPECT_TRUE(std::isnan(loose));
+}
+
+/// Time scales 1000 apart: y1' = 998 y1 + 1998 y2, y2' = -999 y1 - 1999 y2 from (1, 0) is 2 e^-t - e^-1000t and
+/// e^-1000t - e^-t. Robertson's reactions (1966) reach 1 to 1e9: values from SciPy's Radau and DOP853, which agree to
+/// 1e-13.
+TEST_F(Equations, StiffSystems) {
+  const Formula u("u"), v("v"), w("w");
+  const Matrix linear = row({u * 998.0 + v * 1998.0, u * -999.0 + v * -1999.0});
+  const double start[] = {1, 0}, at[] = {1e-4, 1e-2, 1, 5};
+  double out[12];
+  sym_solveODE(linear.get(), "t,u,v", 0, start, 2, at, out, 4, 0, 1e-11);
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_NEAR(out[2 * i], 2 * std::exp(-at[i]) - std::exp(-1000 * at[i]), 1e-9) << at[i];
+    EXPECT_NEAR(out[2 * i + 1], std::exp(-1000 * at[i]) - std::exp(-at[i]), 1e-9) << at[i];
+  }
+  const Formula slow = u * 0.04, fast = v * v * 3e7, back = v * w * 1e4;
+  const Matrix reactions = row({back - slow, slow - back - fast, fast});
+  const double pure[] = {1, 0, 0}, times[] = {0.4, 4, 40};
+  const double expected[] = {9.85172113861e-1, 3.38639537897e-5, 1.47940221852e-2, 9.05518678584e-1, 2.24047568756e-5,
+                             9.44589166589e-2, 7.15827068719e-1, 9.18553476456e-6, 2.84163745746e-1};
+  double y[9];
+  sym_solveODE(reactions.get(), "t,u,v,w", 0, pure, 3, times, y, 3, 0, 1e-9);
+  for (int i = 0; i < 9; ++i) EXPECT_NEAR(y[i], expected[i], i % 3 == 1 ? 1e-9 : 1e-7) << i;
 }
 
 TEST_F(Equations, Volterra) {

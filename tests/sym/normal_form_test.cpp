@@ -152,6 +152,7 @@ TEST(NormalForm, ParityAndInverseKinds) {
   EXPECT_EQ(shape(f(Erf, f(InverseErf, x()))), "x");
   EXPECT_EQ(shape(f(InverseErf, f(Erf, x()))), "x");
   EXPECT_EQ(shape(f(InverseErf, times(2, f(Erf, x())))), "InverseErf(2*Erf(x))");
+  EXPECT_EQ(shape(f(Erf, minus(f(InverseErf, x())))), "-1*Erf(InverseErf(x))") << "the sign moves out last";
   EXPECT_EQ(shape(f(Gamma, f(InverseGamma, x()))), "x");
   EXPECT_EQ(shape(f(93, f(140, x()))), "x");
   EXPECT_EQ(shape(f(140, f(93, x()))), "InverseSinhIntegral(SinhIntegral(x))");

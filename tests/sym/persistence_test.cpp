@@ -157,6 +157,25 @@ TEST_F(Persistence, ShortAndHostileBlocks) {
   releaseRead(1);
 }
 
+/// Rows without columns take no bytes: a block must not buy memory with them.
+TEST_F(Persistence, RowsWithoutColumns) {
+  const auto block = [](const std::vector<uint32_t>& rows) {
+    Block result;
+    result.u32(0).u32(static_cast<uint32_t>(rows.size()));
+    for (const uint32_t count : rows) result.u32(count).u32(0);
+    return result.bytes;
+  };
+  read(block({65000, 3, 533}));
+  int32_t dim[2];
+  sym_getDataDim(sym_getMatrixByID(1), dim);
+  EXPECT_EQ(dim[0], 3);
+  EXPECT_EQ(dim[1], 0);
+  releaseRead(3);
+  read(block({65000, 3, 534}));
+  read(block(std::vector<uint32_t>(10000, 65536)));
+  EXPECT_EQ(sym_getMatrixByID(0), nullptr);
+}
+
 TEST_F(Persistence, DamagedBlocksEnd) {
   const Matrix matrix = row({call(2, {Formula("u"), call(20, {Formula("v")}), 4.0}), call(55, {1.0, Formula("u")})});
   const Bytes whole = written();

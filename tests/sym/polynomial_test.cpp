@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <orvane/orvane.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <cstdint>
@@ -93,6 +94,36 @@ TEST_F(Polynomial, AnEditForgetsTheOldForm) {
   EXPECT_EQ(coefficients(matrix.get()), (Vector{3, 6}));
   sym_setSymMatrixData3(matrix.get(), 0, 0, 4);
   EXPECT_EQ(coefficients(matrix.get()), Vector{4});
+}
+
+/// A variable is a polynomial whatever its coefficient, 0 included: the zero polynomial.
+TEST_F(Polynomial, SmallCoefficients) {
+  const Matrix small = row({x}), zero = row({x * 1.0});
+  sym_selfMul(small.get(), 1e-20);
+  EXPECT_EQ(coefficients(small.get()), (Vector{0, 1e-20}));
+  EXPECT_EQ(factors(small.get()), "9.9999999999999994515e-21*x");
+  sym_selfMul(zero.get(), 0);
+  EXPECT_EQ(coefficients(zero.get()), (Vector{0, 0}));
+  EXPECT_TRUE(roots(zero.get()).empty());
+  EXPECT_EQ(factors(zero.get()), "0");
+  for (const uint8_t division : {3, 4}) {
+    EXPECT_EQ(sym_runPolyFun(small.get(), zero.get(), division), nullptr);
+    EXPECT_EQ(sym_runPolyFun(small.get(), row({0.0}).get(), division), nullptr);
+  }
+  EXPECT_EQ(run(small.get(), row({0.0}).get(), 10), Vector{1});
+  // In a sum a small one does not count, unless the sum was made as a polynomial.
+  EXPECT_FALSE(sym_isPoly(row({(x ^ 2.0) + x * 1e-16}).get()));
+  const Matrix made = make({1.0 / 3, 1e-16, 2e-17});
+  EXPECT_EQ(coefficients(made.get()), (Vector{1.0 / 3, 1e-16, 2e-17}));
+  sym_setSymValue("x", 1e8);
+  EXPECT_NEAR(sym_calcExpressValue(made.get(), 0, 0), 1.0 / 3 + 0.20000001, 1e-15);
+  EXPECT_EQ(textOf(made.get()).substr(0, 22), "0.33333333333333331483") << "not cut to six digits";
+  sym_selfMul(made.get(), 2);
+  EXPECT_FALSE(sym_isPoly(made.get()));
+  const double one = 1, high = 2e6, limit = 1e8, beyond = 1e8 + 1;
+  EXPECT_EQ(sym_getPolyParam(owned(sym_createPolyByParam(&one, &high, 1)).get(), nullptr, 0), 1000001);
+  EXPECT_NE(owned(sym_createPolyByParam(&one, &limit, 1)), nullptr);
+  EXPECT_EQ(sym_createPolyByParam(&one, &beyond, 1), nullptr);
 }
 
 TEST_F(Polynomial, Creation) {
@@ -198,6 +229,129 @@ TEST_F(Polynomial, RootsAgainstReference) {
   EXPECT_GT(checked, 200u);
 }
 
+/// NumPy's roots, eigenvalues of the companion matrix: each within the bound that a backward stable method has.
+TEST_F(Polynomial, RootsAgainstNumPy) {
+  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots_numpy.csv");
+  std::string name;
+  std::vector<Complex> found;
+  size_t checked = 0;
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream cells(line);
+    std::string kind, cell;
+    std::getline(cells, kind, ',');
+    Vector numbers;
+    if (kind == "poly") std::getline(cells, name, ',');
+    while (kind != "#" && std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
+    if (kind == "poly") found = roots(make(numbers).get());
+    if (kind != "root") continue;
+    const Complex expected(numbers[0], numbers[1]);
+    ASSERT_FALSE(found.empty()) << name;
+    const auto nearest = std::min_element(found.begin(), found.end(), [&](Complex a, Complex b) {
+      return std::abs(a - expected) < std::abs(b - expected);
+    });
+    EXPECT_LE(std::abs(*nearest - expected), numbers[2]) << name << " " << expected;
+    found.erase(nearest);  // one to one
+    ++checked;
+  }
+  EXPECT_GT(checked, 400u);
+}
+
+/// Reads a text of factors in x and multiplies them out; `sizes` are the coefficients of the product of |x - r|, with
+/// every sign +, which bound what the rounding of the roots moves.
+struct Product {
+  std::vector<long double> coefficients{1}, sizes{1};
+
+  explicit Product(const std::string& text) : at(text.c_str()) {
+    if (*at == '-' && (at[1] == 'x' || at[1] == '(')) multiply({-1}, {1}), ++at;
+    do {
+      std::vector<long double> factor{0, 0, 0}, size;
+      if (*at == '(') {
+        for (++at; *at != ')' && *at;) addTerm(factor);
+        ++at;
+      } else if (*at == 'x') {
+        factor[1] = 1;
+        ++at;
+      } else {
+        factor[0] = number();
+      }
+      while (factor.back() == 0) factor.pop_back();
+      for (const long double c : factor) size.push_back(std::abs(c));
+      // Of x^2 + b x + c with complex roots, b is -2 Re z: as sure as |z| allows.
+      if (factor.size() == 3) size[1] = 2 * std::sqrt(size[0]);
+      long times = 1;
+      if (*at == '^') ++at, times = static_cast<long>(number());
+      for (; times > 0; --times) multiply(factor, size);
+    } while (*at == '*' && *++at);
+  }
+
+  const char* at;  ///< where the reading stopped
+
+ private:
+  long double number() {
+    char* end;
+    const long double value = std::strtold(at, &end);
+    at = end;
+    return value;
+  }
+  /// One of c, c*x, x and x^2, with a sign.
+  void addTerm(std::vector<long double>& factor) {
+    const char* const start = at;
+    long double c = number();
+    if (at == start) {
+      c = *at == '-' ? -1 : 1;
+      if (*at != 'x') ++at;
+    } else if (*at == '*') {
+      ++at;
+    }
+    size_t power = 0;
+    if (*at == 'x') power = 1, ++at;
+    if (power == 1 && *at == '^') ++at, power = static_cast<size_t>(number());
+    factor.at(power) += c;
+  }
+  void multiply(const std::vector<long double>& factor, const std::vector<long double>& size) {
+    const auto product = [](const std::vector<long double>& a, const std::vector<long double>& b) {
+      std::vector<long double> c(a.size() + b.size() - 1);
+      for (size_t i = 0; i < a.size(); ++i)
+        for (size_t j = 0; j < b.size(); ++j) c[i + j] += a[i] * b[j];
+      return c;
+    };
+    coefficients = product(coefficients, factor);
+    sizes = product(sizes, size);
+  }
+};
+
+TEST_F(Polynomial, FactorsGiveThePolynomialBack) {
+  std::vector<Vector> all{{0, 0, 0, -1.5},      {-2, 1},         {1, 0, 1},          {4, -4, 1}, {2e-17, -2 - 1e-17, 1},
+                          {1, 1e150, 1e290},    {0.1, 3e-5},     {0, 1, 0, 0, 1e-9}, {-7},       {1e-30, 0, 4e10},
+                          {1, -2, 1 + 0x1p-52}, {-6, 11, -6, 1}, {0, 0, -3, 0, 0, 9}};
+  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots.csv");
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream cells(line);
+    std::string cell;
+    std::getline(cells, cell, ',');
+    if (cell != "poly") continue;
+    std::getline(cells, cell, ',');
+    for (all.emplace_back(); std::getline(cells, cell, ',');) all.back().push_back(std::strtod(cell.c_str(), nullptr));
+  }
+  ASSERT_GT(all.size(), 15u);
+  std::mt19937 random(8);
+  std::normal_distribution<double> normal;
+  for (const size_t degree : {3u, 12u, 50u, 150u}) {
+    all.emplace_back();
+    for (size_t i = 0; i <= degree; ++i) all.back().push_back(normal(random));
+  }
+  for (const Vector& c : all) {
+    const std::string text = factors(make(c).get());
+    const Product product(text);
+    EXPECT_EQ(*product.at, '\0') << text;
+    ASSERT_EQ(product.coefficients.size(), c.size()) << text;
+    for (size_t i = 0; i < c.size(); ++i)
+      EXPECT_LE(std::abs(product.coefficients[i] - static_cast<long double>(c[i])),
+                2 * static_cast<double>(c.size()) * 2.22e-16L * product.sizes[i])
+          << text << " x^" << i;
+  }
+}
+
 /// At the highest degree: every root to the backward error of rounding, and all of them (their sum is -c[n-1]/c[n]).
 TEST_F(Polynomial, DegreeOneThousand) {
   std::mt19937 random(6);
@@ -253,6 +407,29 @@ TEST_F(Polynomial, Chebyshev) {
                            sym_polyApp(row({x + Formula("y")}).get(), 0, 1, 3),
                            sym_polyApp(row({call(11, {x})}).get(), -2, -1, 3), sym_polyApp(row({x, x}).get(), 0, 1, 3)})
     EXPECT_EQ(bad, nullptr);
+}
+
+/// A wide range gives coefficients of every size; the result is a polynomial all the same.
+TEST_F(Polynomial, WideRanges) {
+  const Matrix wide = owned(sym_polyApp(row({call(12, {x * -0.001})}).get(), 0, 1e4, 24));
+  const Vector c = coefficients(wide.get());
+  ASSERT_GT(c.size(), 20u);
+  EXPECT_LT(std::abs(c[12]), 1e-40);
+  for (const double at : {0.0, 123.0, 5000.0, 9999.0}) {
+    double value;
+    ASSERT_EQ(sym_calcPolyFun(wide.get(), &at, &value, 1), 1);
+    EXPECT_NEAR(value, std::exp(-0.001 * at), 1e-9) << at;
+  }
+  Vector xs, ys;
+  for (int i = 0; i <= 20; ++i) {
+    xs.push_back(1e6 * i);
+    ys.push_back(1 + 2e-7 * xs.back() - 3e-15 * xs.back() * xs.back());
+  }
+  const Vector fit = coefficients(owned(sym_solveRPoly(xs.data(), ys.data(), 21, nullptr, nullptr, 4)).get());
+  ASSERT_EQ(fit.size(), 4u);
+  EXPECT_NEAR(fit[1], 2e-7, 1e-19);
+  EXPECT_NEAR(fit[2], -3e-15, 1e-26);
+  EXPECT_NEAR(fit[3], 0, 1e-33);
 }
 
 TEST_F(Polynomial, Fit) {
