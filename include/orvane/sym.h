@@ -42,7 +42,11 @@
  * thread at a time may call this family.
  *
  * Rows and columns count from 0; a place outside the matrix throws std::out_of_range. Trees of any depth can be built,
- * cloned and released; evaluation recurses, about 100 bytes of stack a level.
+ * cloned, searched for variables and released. Evaluation recurses: with a stack of 8 MiB it bears 150,000 levels;
+ * merging two like terms or factors of a sum or product compares them and bears 50,000.
+ *
+ * Memory: 88 bytes a node and 16 an argument, so 192 bytes for the sine of a variable, both nodes together. Released
+ * memory of nodes is used again for nodes and not returned to the system.
  */
 #ifndef ORVANE_SYM_H
 #define ORVANE_SYM_H
