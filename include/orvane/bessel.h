@@ -5,8 +5,10 @@
  * parabolic cylinder functions.
  *
  * There is no failure channel beside the value: outside its domain a function gives the quiet NaN, at a pole an
- * infinity. A NaN argument gives NaN. The functions keep no state and may be called from any thread; no argument takes
- * longer than about a second, ordinary ones take microseconds.
+ * infinity. A NaN argument gives NaN. The functions keep no state and may be called from any thread; Scorer's
+ * functions may change the GMP default precision for the length of the call. No argument takes longer than about a
+ * second; ordinary ones take microseconds, Anger's and Weber's functions of small arguments some tenths of a
+ * millisecond. J and Y have the accuracy of the standard library, about x/8 ulps times the condition up to x = 1000.
  */
 #ifndef ORVANE_BESSEL_H
 #define ORVANE_BESSEL_H

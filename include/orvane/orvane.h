@@ -6,7 +6,9 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/array.h>
 #include <orvane/bessel.h>
+#include <orvane/complex_expression.h>
 #include <orvane/elliptic.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
@@ -15,11 +17,14 @@
 #include <orvane/integral.h>
 #include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
+#include <orvane/line_programme.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
+#include <orvane/paths.h>
 #include <orvane/pdf.h>
 #include <orvane/pdf_manager.h>
 #include <orvane/polynomial_functions.h>
+#include <orvane/quadratic_programme.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>

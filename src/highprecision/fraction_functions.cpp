@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <optional>
 
 #include "highprecision/fraction_number.h"
 #include "highprecision/hp_functions.h"
 #include "highprecision/integer.h"
+#include "highprecision/rational.h"
 
 namespace HighPrecision {
 namespace {
 
-using HP::Integer;
 using HP::integerOfLimbs;
+using HP::Rational;
 
 // Powers beyond this size are not taken.
 constexpr double kMaxBits = 1 << 28;
@@ -24,17 +26,16 @@ FractionNumber_c integer(int64_t n) { return FractionNumber_c(HPNumber_c(n)); }
 
 // In lowest terms.
 FractionNumber_c reduced(const FractionNumber_c& x) {
-  if (x.isInfinite) return x;
-  return {integerOfLimbs(x.numerator), integerOfLimbs(x.denominator), x.isNegative};
+  return x.isInfinite || x.isLowest ? x : FractionNumber_c(rationalOf(x));
 }
 
 // The n-th root of a fraction in lowest terms, where it is a fraction.
 std::optional<FractionNumber_c> exactRoot(const FractionNumber_c& x, unsigned long n) {
   if (x.isInfinite || x.isNegative) return std::nullopt;
-  Integer up, down;
-  if (mpz_root(up.get(), integerOfLimbs(x.numerator).get(), n) == 0) return std::nullopt;
-  if (mpz_root(down.get(), integerOfLimbs(x.denominator).get(), n) == 0) return std::nullopt;
-  return FractionNumber_c(std::move(up), std::move(down), false);
+  Rational root;
+  if (mpz_root(root.up(), integerOfLimbs(x.numerator).get(), n) == 0) return std::nullopt;
+  if (mpz_root(root.down(), integerOfLimbs(x.denominator).get(), n) == 0) return std::nullopt;
+  return FractionNumber_c(root);
 }
 
 std::optional<int64_t> smallInteger(const std::vector<int64_t>& limbs) {
@@ -55,20 +56,17 @@ FractionNumber_c power(const FractionNumber_c& x, int64_t n, bool& exact) {
   }
   const FractionNumber_c base = reduced(x);
   if (isOne(base.numerator) && isOne(base.denominator)) return integer(negative ? -1 : 1);
-  Integer up = integerOfLimbs(base.numerator), down = integerOfLimbs(base.denominator);
-  if (static_cast<double>(std::max(up.bits(), down.bits())) * static_cast<double>(count) > kMaxBits) {
+  Rational value = rationalOf(base);
+  const double bits = static_cast<double>(std::max(mpz_sizeinbase(value.up(), 2), mpz_sizeinbase(value.down(), 2)));
+  if (bits * static_cast<double>(count) > kMaxBits) {
     exact = false;
     return FractionNumber_c::infinite(negative);
   }
-  mpz_pow_ui(up.get(), up.get(), count);
-  mpz_pow_ui(down.get(), down.get(), count);
-  if (n < 0) mpz_swap(up.get(), down.get());
   // Powers of numbers without a common factor have none.
-  FractionNumber_c result;
-  result.numerator = HP::limbsOfInteger(up);
-  result.denominator = HP::limbsOfInteger(down);
-  result.isNegative = negative;
-  return result;
+  mpz_pow_ui(value.up(), value.up(), count);
+  mpz_pow_ui(value.down(), value.down(), count);
+  if (n < 0) mpq_inv(value.get(), value.get());
+  return FractionNumber_c(value);
 }
 
 FractionNumber_c power(const FractionNumber_c& a, const FractionNumber_c& b, bool& exact) {

@@ -4,12 +4,14 @@
 #include <algorithm>
 
 #include "highprecision/integer.h"
+#include "highprecision/rational.h"
 
 namespace HighPrecision {
 namespace {
 
 using HP::Integer;
 using HP::integerOfLimbs;
+using HP::Rational;
 
 // A power of 10^7 in a fraction stands there limb by limb; longer ones are infinite or zero.
 constexpr int64_t kMaxLimbs = 4000000;
@@ -25,40 +27,23 @@ std::vector<int64_t> shifted(std::vector<int64_t> limbs, int64_t zeros) {
   return limbs;
 }
 
-Integer signedNumerator(const FractionNumber_c& x) {
-  Integer result = integerOfLimbs(x.numerator);
-  if (x.isNegative) mpz_neg(result.get(), result.get());
-  return result;
-}
-
-struct Ratio {
-  Integer up, down;
-};
-
-void reduce(Ratio& x) {
-  Integer common;
-  mpz_gcd(common.get(), x.up.get(), x.down.get());
-  if (mpz_cmp_ui(common.get(), 1) <= 0) return;
-  mpz_divexact(x.up.get(), x.up.get(), common.get());
-  mpz_divexact(x.down.get(), x.down.get(), common.get());
-}
-
 // Sums of more terms are reduced: the common denominator grows far slower than the product.
 constexpr std::size_t kReducedFrom = 16;
 
-Ratio inverses(std::span<const int64_t> values) {
-  Ratio sum;
+// Numerator and denominator of the sum; the sign may be in the denominator.
+Rational inverses(std::span<const int64_t> values) {
+  Rational sum;
   if (values.size() == 1) {
-    sum.up = Integer(1);
-    sum.down = Integer(values[0]);
+    mpz_set_ui(sum.up(), 1);
+    mpz_set_si(sum.down(), values[0]);
     return sum;
   }
   const std::size_t half = values.size() / 2;
-  Ratio low = inverses(values.first(half)), high = inverses(values.subspan(half));
-  mpz_mul(sum.down.get(), low.down.get(), high.down.get());
-  mpz_mul(sum.up.get(), low.up.get(), high.down.get());
-  mpz_addmul(sum.up.get(), high.up.get(), low.down.get());
-  if (values.size() >= kReducedFrom) reduce(sum);
+  const Rational low = inverses(values.first(half)), high = inverses(values.subspan(half));
+  mpz_mul(sum.down(), low.down(), high.down());
+  mpz_mul(sum.up(), low.up(), high.down());
+  mpz_addmul(sum.up(), high.up(), low.down());
+  if (values.size() >= kReducedFrom) mpq_canonicalize(sum.get());
   return sum;
 }
 
@@ -75,19 +60,13 @@ FractionNumber_c::FractionNumber_c(std::vector<int64_t> numeratorLimbs, std::vec
   denominator.erase(denominator.begin(), denominator.begin() + static_cast<std::ptrdiff_t>(zeros));
   if (denominator.size() == 1 && denominator[0] == 0) *this = infinite(negative);
   isNegative = negative && !isZero();
+  isLowest = denominator.size() == 1 && denominator[0] == 1;
 }
 
-FractionNumber_c::FractionNumber_c(Integer top, Integer bottom, bool negative) : FractionNumber_c() {
-  if (bottom.sign() == 0) {
-    *this = infinite(negative != (top.sign() < 0));
-    return;
-  }
-  if (top.sign() == 0) return;
-  Ratio ratio{std::move(top), std::move(bottom)};
-  reduce(ratio);
-  isNegative = negative != ((ratio.up.sign() < 0) != (ratio.down.sign() < 0));
-  numerator = HP::limbsOfInteger(ratio.up);
-  denominator = HP::limbsOfInteger(ratio.down);
+FractionNumber_c::FractionNumber_c(const Rational& x) : FractionNumber_c() {
+  isNegative = mpq_sgn(x.get()) < 0;
+  numerator = atLeastOne(HP::limbsOfInteger(x.up()));
+  denominator = HP::limbsOfInteger(x.down());
 }
 
 FractionNumber_c::FractionNumber_c(const HPNumber_c& x) : FractionNumber_c() {
@@ -98,8 +77,16 @@ FractionNumber_c::FractionNumber_c(const HPNumber_c& x) : FractionNumber_c() {
   else if (x.exponent >= 0)
     *this = FractionNumber_c(shifted(x.limbs, x.exponent), {1}, x.isNegative);
   else
-    *this = FractionNumber_c(integerOfLimbs(x.limbs), HP::powerOfTen(7 * static_cast<unsigned long>(-x.exponent)),
-                             x.isNegative);
+    *this = FractionNumber_c(rationalOf({x.limbs, shifted({1}, -x.exponent), x.isNegative}));
+}
+
+Rational rationalOf(const FractionNumber_c& x) {
+  Rational result;
+  mpz_set(result.up(), integerOfLimbs(x.numerator).get());
+  mpz_set(result.down(), integerOfLimbs(x.denominator).get());
+  if (x.isNegative) mpz_neg(result.up(), result.up());
+  if (!x.isLowest) mpq_canonicalize(result.get());
+  return result;
 }
 
 FractionNumber_c FractionNumber_c::infinite(bool negative) {
@@ -137,34 +124,25 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
     if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
     return FractionNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
   }
-  Integer down = integerOfLimbs(a.denominator), up = signedNumerator(a);
-  const Integer other = integerOfLimbs(b.denominator);
-  if (mpz_cmp(down.get(), other.get()) == 0) {
-    mpz_add(up.get(), up.get(), signedNumerator(b).get());
-  } else {
-    mpz_mul(up.get(), up.get(), other.get());
-    mpz_addmul(up.get(), signedNumerator(b).get(), down.get());
-    mpz_mul(down.get(), down.get(), other.get());
-  }
-  return {std::move(up), std::move(down), false};
+  Rational sum = rationalOf(a);
+  mpq_add(sum.get(), sum.get(), rationalOf(b).get());
+  return FractionNumber_c(sum);
 }
 
 FractionNumber_c multiply(const FractionNumber_c& a, const FractionNumber_c& b) {
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return FractionNumber_c::infinite(negative);
-  Integer up = integerOfLimbs(a.numerator), down = integerOfLimbs(a.denominator);
-  mpz_mul(up.get(), up.get(), integerOfLimbs(b.numerator).get());
-  mpz_mul(down.get(), down.get(), integerOfLimbs(b.denominator).get());
-  return {std::move(up), std::move(down), negative};
+  Rational product = rationalOf(a);
+  mpq_mul(product.get(), product.get(), rationalOf(b).get());
+  return FractionNumber_c(product);
 }
 
 FractionNumber_c divide(const FractionNumber_c& a, const FractionNumber_c& b) {
-  if (a.isInfinite && b.isInfinite) return {std::vector<int64_t>{1}, {1}, false};
+  if (a.isInfinite && b.isInfinite) return FractionNumber_c(HPNumber_c(1));
   if (b.isInfinite) return {};
-  FractionNumber_c swapped;
-  swapped.numerator = b.denominator;
-  swapped.denominator = b.numerator;
-  swapped.isNegative = b.isNegative;
+  if (a.isInfinite || b.isZero()) return FractionNumber_c::infinite(a.isNegative != b.isNegative);
+  FractionNumber_c swapped = b;
+  std::swap(swapped.numerator, swapped.denominator);
   return multiply(a, swapped);
 }
 
@@ -184,8 +162,9 @@ int compare(const FractionNumber_c& a, const FractionNumber_c& b) {
 FractionNumber_c inverseSum(std::span<const int64_t> values) {
   if (values.empty()) return {};
   if (std::find(values.begin(), values.end(), 0) != values.end()) return FractionNumber_c::infinite(false);
-  Ratio sum = inverses(values);
-  return {std::move(sum.up), std::move(sum.down), false};
+  Rational sum = inverses(values);
+  mpq_canonicalize(sum.get());
+  return FractionNumber_c(sum);
 }
 
 }  // namespace HighPrecision

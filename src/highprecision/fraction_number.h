@@ -9,8 +9,8 @@
 #include "highprecision/hp_number.h"
 
 namespace HP {
-class Integer;
-}
+class Rational;
+}  // namespace HP
 
 namespace HighPrecision {
 
@@ -21,8 +21,8 @@ class FractionNumber_c : public BaseData {
   FractionNumber_c() { typeCode = 12; }
   /// Strips the low limbs that are zero in both; does not reduce. A zero denominator makes it infinite.
   FractionNumber_c(std::vector<int64_t> numeratorLimbs, std::vector<int64_t> denominatorLimbs, bool negative);
-  /// numerator/denominator in lowest terms; `negative` negates.
-  FractionNumber_c(HP::Integer top, HP::Integer bottom, bool negative);
+  /// A number in lowest terms.
+  explicit FractionNumber_c(const HP::Rational& x);
   explicit FractionNumber_c(const HPNumber_c& x);
   static FractionNumber_c infinite(bool negative);
 
@@ -34,7 +34,12 @@ class FractionNumber_c : public BaseData {
   bool isNegative = false;
   std::vector<int64_t> numerator{0};
   std::vector<int64_t> denominator{1};
+  /// Known to be in lowest terms, so that no common factor need be looked for.
+  bool isLowest = true;
 };
+
+/// A finite fraction in lowest terms.
+HP::Rational rationalOf(const FractionNumber_c& x);
 
 /// Any 64-bit words as limbs: carries make them 0..9999999, and the values stay.
 FractionNumber_c fractionOfWords(std::span<const int64_t> numerator, std::span<const int64_t> denominator,

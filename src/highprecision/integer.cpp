@@ -36,9 +36,10 @@ Integer integerOfLimbs(std::span<const int64_t> limbs) {
   return result;
 }
 
-std::vector<int64_t> limbsOfInteger(const Integer& x) {
-  if (x.sign() == 0) return {};
-  Integer work(x);
+std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
+  if (mpz_sgn(x) == 0) return {};
+  Integer work;
+  mpz_set(work.get(), x);
   std::vector<unsigned char> digits(mpz_sizeinbase(work.get(), 10) + 2);
   const auto words = static_cast<mp_size_t>(mpz_size(work.get()));
   const std::size_t count = mpn_get_str(digits.data(), 10, mpz_limbs_modify(work.get(), words), words);

@@ -25,7 +25,7 @@ CSCSparse CSCSparse::fromTriplets(std::span<const Triplet> entries, int64_t rows
   CSCSparse m;
   m.rows = rows;
   m.cols = cols;
-  m.colPointers.assign(static_cast<std::size_t>(cols) + 1, 0);
+  m.colStart.assign(static_cast<std::size_t>(cols) + 1, 0);
   const Triplet* last = nullptr;
   for (const Triplet& entry : sorted) {
     if (entry.row < 0 || entry.row >= rows || entry.col < 0 || entry.col >= cols)
@@ -33,20 +33,31 @@ CSCSparse CSCSparse::fromTriplets(std::span<const Triplet> entries, int64_t rows
     if (last != nullptr && last->row == entry.row && last->col == entry.col) {
       m.values.back() += entry.value;
     } else {
-      m.rowIndices.push_back(entry.row);
+      m.rowIndex.push_back(entry.row);
       m.values.push_back(entry.value);
-      ++m.colPointers[entry.col + 1];
+      ++m.colStart[entry.col + 1];
     }
     last = &entry;
   }
-  for (int64_t j = 0; j < cols; ++j) m.colPointers[j + 1] += m.colPointers[j];
+  for (int64_t j = 0; j < cols; ++j) m.colStart[j + 1] += m.colStart[j];
   return m;
+}
+
+void CSCSparse::set(double value, int64_t row, int64_t col) {
+  const int64_t last = static_cast<int64_t>(colStart.size()) - 1;  // the column under way
+  const bool follows =
+      col > last || (col == last && (colStart[last] == static_cast<int64_t>(values.size()) || rowIndex.back() < row));
+  if (row < 0 || row >= rows || col >= cols || !follows)
+    throw std::out_of_range("sparse matrix entry outside the matrix or out of order");
+  colStart.resize(static_cast<std::size_t>(col) + 1, static_cast<int64_t>(values.size()));
+  values.push_back(value);
+  rowIndex.push_back(row);
 }
 
 std::vector<double> CSCSparse::toDense() const {
   std::vector<double> a(Dense::area(rows, cols), 0.0);
   for (int64_t j = 0; j < cols; ++j)
-    for (int64_t k = colPointers[j]; k < colPointers[j + 1]; ++k) a[rowIndices[k] * cols + j] = values[k];
+    for (int64_t k = colStart[j]; k < colStart[j + 1]; ++k) a[rowIndex[k] * cols + j] = values[k];
   return a;
 }
 
@@ -55,11 +66,11 @@ CSCSparse CSCSparse::upperTriangle() const {
   upper.rows = rows;
   upper.cols = cols;
   for (int64_t j = 0; j < cols; ++j) {
-    for (int64_t k = colPointers[j]; k < colPointers[j + 1] && rowIndices[k] <= j; ++k) {
-      upper.rowIndices.push_back(rowIndices[k]);
+    for (int64_t k = colStart[j]; k < colStart[j + 1] && rowIndex[k] <= j; ++k) {
+      upper.rowIndex.push_back(rowIndex[k]);
       upper.values.push_back(values[k]);
     }
-    upper.colPointers.push_back(static_cast<int64_t>(upper.values.size()));
+    upper.colStart.push_back(static_cast<int64_t>(upper.values.size()));
   }
   return upper;
 }

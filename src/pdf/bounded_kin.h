@@ -91,6 +91,7 @@ class PDFFunByMinimax final : public PlainPDFFun<PDFFunByMinimax> {
   void updateParam() override {
     a = params[0], b = params[1], c = params[2], d = params[3];
     factor = c * a * d;
+    inner = QuickPower(c), outer = QuickPower(d);
   }
   double density(double x) const {
     const double t = (x - b) * a;
@@ -100,13 +101,12 @@ class PDFFunByMinimax final : public PlainPDFFun<PDFFunByMinimax> {
   }
   double distribution(double x) const {
     const double t = (x - b) * a;
-    if (x <= b) return 0;
-    if (t >= 1) return 1;
-    return 1 - std::pow(1 - std::pow(t, c), d);
+    return choose(x <= b, 0, choose(t >= 1, 1, 1 - outer(1 - inner(t))));
   }
 
  private:
   double a, b, c, d, factor;
+  QuickPower inner, outer;
 };
 
 /// Parabola over b-a to b+a.
@@ -130,20 +130,20 @@ class PDFFunByParabolic final : public PlainPDFFun<PDFFunByParabolic> {
 /// Power function on width a with exponent b from c on.
 class PDFFunByPower final : public PlainPDFFun<PDFFunByPower> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], high = a + c; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], high = a + c;
+    power = QuickPower(b);
+  }
   double density(double x) const {
     if (!(x > c && x < high)) return 0;
     const double u = x - c;
     return std::pow(u / a, b) * b / u;
   }
-  double distribution(double x) const {
-    if (x < c) return 0;
-    if (x >= high) return 1;
-    return std::pow((x - c) / a, b);
-  }
+  double distribution(double x) const { return choose(x < c, 0, choose(x >= high, 1, power((x - c) / a))); }
 
  private:
   double a, b, c, high;
+  QuickPower power;
 };
 
 /// Raised cosine over a-b to a+b.

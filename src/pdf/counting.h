@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+
 #include "pdf/formula.h"
 #include "pdf/plain_pdf_fun.h"
 #include "special/special_function.h"
@@ -67,6 +69,7 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
     a = params[0];
     lnMean = std::log(a);
     offset = std::round(params[1]);
+    for (int32_t k = 0; k < kTable; ++k) table[k] = share(k);
   }
   // KEPT: neither function reads the offset; one would expect round(x) - offset (kept.csv: Poisson_offset)
   double density(double x) const {
@@ -77,10 +80,14 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
   }
   double distribution(double x) const {
     const int32_t k = roundToInt(x);
-    return k < 0 ? 0 : SpecialFunction::calcIGamma(k + 1.0, a) / std::tgamma(k + 1.0);
+    return k < 0 ? 0 : k < kTable ? table[k] : share(k);
   }
 
  private:
+  static constexpr int32_t kTable = 32;
+  double share(int32_t k) const { return SpecialFunction::calcIGamma(k + 1.0, a) / std::tgamma(k + 1.0); }
+
+  std::array<double, kTable> table;
   double a, lnMean;
   [[maybe_unused]] double offset;
 };

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "pdf/quick_math.h"
+
 /// What several formulas of the distributions share.
 namespace PDF {
 
@@ -24,9 +26,6 @@ inline double lnGamma(double x) {
   int sign;
   return ::lgamma_r(x, &sign);
 }
-
-/// The normal distribution function.
-inline double normalPhi(double z) { return (std::erf(z / kSqrt2) + 1) / 2; }
 
 /// -1, 0 or 1 with 0 in the dead band.
 constexpr double signWithDeadBand(double d) { return d > kDeadBand ? 1.0 : d < -kDeadBand ? -1.0 : 0.0; }

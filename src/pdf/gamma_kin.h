@@ -2,22 +2,47 @@
 #pragma once
 
 #include "pdf/formula.h"
-#include "pdf/plain_pdf_fun.h"
+#include "pdf/power_series.h"
 #include "special/special_function.h"
 
 /// Distributions whose distribution function is an incomplete gamma or a hypergeometric function.
 namespace PDF {
 
+/// LG(a, t)/gamma(a) = t^a exp(-t)/gamma(a+1) (1 + t/(a+1) + t^2/((a+1)(a+2)) + ...) with all that hangs on a at hand:
+/// the value of SpecialFunction::calcIncompleteGammaLower between its ends. Nowhere within rounding of a whole a, where
+/// that function changes its method, and at a whole a not so far left that its partial sum ends early.
+class LowerShare {
+ public:
+  LowerShare() = default;
+  LowerShare(PowerSeries& series, double a, double farthest) : power(a), scale(1 / (a * std::tgamma(a))) {
+    constexpr double kEps = 2.220446049250313e-16;
+    series.clear();
+    const double n = std::round(a);
+    if (!(a > 0 && a < 170) || (a != n && std::abs(a - n) < 1e-14)) return;
+    double nearest = kEps;
+    if (a == n) nearest = n > 2 ? 1.000001 * std::pow(kEps * std::tgamma(n - 1), 1 / (n - 2)) : 0;
+    series.build(nearest, std::min(farthest, 30.0), [a](double k) { return 1 / (a + 1 + k); });
+  }
+  double operator()(double t, double sum) const { return power(t) * (quickExp(-t) * sum) * scale; }
+
+ private:
+  QuickPower power;
+  double scale = 1;
+};
+
 /// The formulas that the two Amoroso halves share: y = (x-c)/d is positive inside. a, b shapes, c end, d scale.
 template <class Self>
-class AmorosoPDFFun : public PlainPDFFun<Self> {
+class AmorosoPDFFun : public SeriesPDFFun<Self> {
  public:
   void updateParam() override {
     a = this->params[0], b = this->params[1], c = this->params[2], d = this->params[3];
     gammaA = std::tgamma(a);
     factor = std::abs(b / d) / gammaA;
     exponent = a * b - 1;
+    share = LowerShare(this->series, a, 30);
+    shape = QuickPower(b);
   }
+  double argument(double x) const { return shape((x - c) / d); }
 
  protected:
   double inside(double x) const {
@@ -25,98 +50,114 @@ class AmorosoPDFFun : public PlainPDFFun<Self> {
     if (y <= 1) return std::exp(-std::pow(y, b)) * std::pow(y, exponent) * factor;
     return std::exp(exponent * std::log(y) - std::pow(y, b)) * factor;
   }
-  double lowerShare(double x) const {
-    return SpecialFunction::calcIncompleteGammaLower(a, std::pow((x - c) / d, b)) / gammaA;
-  }
+  double lowerShare(double x) const { return SpecialFunction::calcIncompleteGammaLower(a, argument(x)) / gammaA; }
 
   double a, b, c, d, gammaA, factor, exponent;
+  LowerShare share;
+  QuickPower shape;
 };
 
 /// Amoroso with c as its upper end (d < 0).
 class PDFFunByAmorosoLower final : public AmorosoPDFFun<PDFFunByAmorosoLower> {
  public:
   double density(double x) const { return c > x ? inside(x) : 0; }
-  double distribution(double x) const { return c > x ? 1 - lowerShare(x) : 1; }
+  double near(double x, double t, double sum) const { return choose(c > x, 1 - share(t, sum), 1); }
+  double far(double x) const { return c > x ? 1 - lowerShare(x) : 1; }
 };
 
 /// Amoroso with c as its lower end (d > 0).
 class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
  public:
   double density(double x) const { return x < c ? 0 : inside(x); }
-  double distribution(double x) const { return x < c ? 0 : lowerShare(x); }
+  double near(double x, double t, double sum) const { return choose(x < c, 0, share(t, sum)); }
+  double far(double x) const { return x < c ? 0 : lowerShare(x); }
 };
 
 /// Chi with a degrees of freedom from b on.
-class PDFFunByChi final : public PlainPDFFun<PDFFunByChi> {
+class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
  public:
   void updateParam() override {
     a = params[0], b = params[1];
     gammaHalf = std::tgamma(a / 2);
     factor = std::pow(2, 1 - a / 2) / gammaHalf;
+    share = LowerShare(series, a / 2, 30);
+    if (a / 2 == std::round(a / 2)) series.clear();  // the upper function there
   }
   double density(double x) const {
     if (x < b) return 0;
     const double u = x - b;
     return std::pow(u, a - 1) * factor * std::exp(-u * u / 2);
   }
-  double distribution(double x) const {
+  double argument(double x) const { return square(x - b) / 2; }
+  double near(double x, double t, double sum) const {
+    return choose(x < b, 0, std::min(1.0, share(t, sum)) / gammaHalf);
+  }
+  double far(double x) const {
     if (x < b) return 0;
     // KEPT: regularised gamma over gamma(a/2); one would expect the lower gamma there (kept.csv: Chi_divided)
-    return SpecialFunction::calcRLowerIncompleteGamma(a / 2, square(x - b) / 2) / gammaHalf;
+    return SpecialFunction::calcRLowerIncompleteGamma(a / 2, argument(x)) / gammaHalf;
   }
 
  private:
   double a, b, gammaHalf, factor;
+  LowerShare share;
 };
 
 /// Chi squared with a degrees of freedom from b on.
-class PDFFunByChiSquared final : public PlainPDFFun<PDFFunByChiSquared> {
+class PDFFunByChiSquared final : public SeriesPDFFun<PDFFunByChiSquared> {
  public:
   void updateParam() override {
     a = params[0], b = params[1];
     gammaHalf = std::tgamma(a / 2);
     factor = std::pow(2, -a / 2) / gammaHalf;
+    share = LowerShare(series, a / 2, 30);
   }
   double density(double x) const {
     if (x < b) return 0;
     const double u = x - b;
     return std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2);
   }
-  double distribution(double x) const {
+  double argument(double x) const { return (x - b) / 2; }
+  double near(double, double t, double sum) const { return share(t, sum); }
+  double far(double x) const {
     return x < b ? 0 : SpecialFunction::calcIncompleteGammaLower(a / 2, (x - b) / 2) / gammaHalf;
   }
 
  private:
   double a, b, gammaHalf, factor;
+  LowerShare share;
 };
 
 /// Gamma with shape a and scale b from c on.
-class PDFFunByGamma final : public PlainPDFFun<PDFFunByGamma> {
+class PDFFunByGamma final : public SeriesPDFFun<PDFFunByGamma> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     gammaA = std::tgamma(a);
     factor = std::pow(b, -a) / gammaA;
+    share = LowerShare(series, a, 30);
   }
   double density(double x) const {
     if (x < c) return 0;
     const double u = x - c;
     return std::exp(-u / b) * std::pow(u, a - 1) * factor;
   }
-  double distribution(double x) const {
-    return x < c ? 0 : SpecialFunction::calcIncompleteGammaLower(a, (x - c) / b) / gammaA;
-  }
+  double argument(double x) const { return (x - c) / b; }
+  double near(double x, double t, double sum) const { return choose(x < c, 0, share(t, sum)); }
+  double far(double x) const { return x < c ? 0 : SpecialFunction::calcIncompleteGammaLower(a, (x - c) / b) / gammaA; }
 
  private:
   double a, b, c, gammaA, factor;
+  LowerShare share;
 };
 
 /// Inverted gamma: 1/((x-c) b) has the gamma distribution of shape a.
-class PDFFunByInvertedGamma final : public PlainPDFFun<PDFFunByInvertedGamma> {
+class PDFFunByInvertedGamma final : public SeriesPDFFun<PDFFunByInvertedGamma> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     gammaA = std::tgamma(a);
+    share = LowerShare(series, a, a);  // beyond a the difference from 1 would lose digits
   }
   double density(double x) const {
     if (!(x > c)) return 0;
@@ -124,68 +165,115 @@ class PDFFunByInvertedGamma final : public PlainPDFFun<PDFFunByInvertedGamma> {
     const double w = u * b;
     return std::exp(-1 / w) / (std::pow(w, a) * u * gammaA);
   }
-  double distribution(double x) const { return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0; }
+  double argument(double x) const { return 1 / ((x - c) * b); }
+  double near(double x, double t, double sum) const { return choose(x > c, 1 - share(t, sum), 0); }
+  double far(double x) const { return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0; }
 
  private:
   double a, b, c, gammaA;
+  LowerShare share;
 };
 
 /// Nakagami with shape a and spread b from c on.
-class PDFFunByNakagami final : public PlainPDFFun<PDFFunByNakagami> {
+class PDFFunByNakagami final : public SeriesPDFFun<PDFFunByNakagami> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     rate = a / b;
     gammaA = std::tgamma(a);
     factor = 2 * std::pow(rate, a) / gammaA;
+    share = LowerShare(series, a, 30);
   }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     return std::pow(u, 2 * a - 1) * factor * std::exp(-rate * u * u);
   }
-  double distribution(double x) const {
+  double argument(double x) const { return rate * square(x - c); }
+  double near(double x, double t, double sum) const { return choose(x > c, share(t, sum), 0); }
+  double far(double x) const {
     return x > c ? SpecialFunction::calcIncompleteGammaLower(a, rate * square(x - c)) / gammaA : 0;
   }
 
  private:
   double a, b, c, rate, gammaA, factor;
+  LowerShare share;
 };
 
 /// Symmetric generalised normal with scale a and power b around c.
-class PDFFunBySymGenNormal final : public PlainPDFFun<PDFFunBySymGenNormal> {
+class PDFFunBySymGenNormal final : public SeriesPDFFun<PDFFunBySymGenNormal> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     gammaInverse = std::tgamma(1 / b);
     factor = b / (2 * a * gammaInverse);
+    share = LowerShare(series, 1 / b, 30);
+    shape = QuickPower(b);
   }
   double density(double x) const { return std::exp(-std::pow(std::abs((x - c) / a), b)) * factor; }
-  double distribution(double x) const {
+  double argument(double x) const { return shape(std::abs(x - c) / a); }
+  double near(double x, double t, double sum) const {
+    return choose(std::abs(x - c) <= kDeadBand, 0.5, share(t, sum) * 0.5 + 0.5);
+  }
+  double far(double x) const {
     const double distance = std::abs(x - c);
-    if (signWithDeadBand(distance) == 0 && !std::isnan(distance)) return 0.5;
+    if (distance <= kDeadBand) return 0.5;
     // KEPT: above 0.5 on both sides of c; one would expect the sign of x-c (kept.csv: SymGenNormal_sign)
-    return SpecialFunction::calcIncompleteGammaLower(1 / b, std::pow(distance / a, b)) * 0.5 / gammaInverse + 0.5;
+    return SpecialFunction::calcIncompleteGammaLower(1 / b, argument(x)) * 0.5 / gammaInverse + 0.5;
   }
 
  private:
   double a, b, c, gammaInverse, factor;
+  LowerShare share;
+  QuickPower shape;
+};
+
+/// F(alpha, h; alpha+1; -t) = (1+t)^-h F(1, h; alpha+1; w), w = t/(1+t) (Pfaff): positive terms, a half in ratio at
+/// most. It has the value of the series in -t inside its circle, as long as that neither overflows nor is cut by the
+/// engine's cap of terms.
+class InsideSeries {
+ public:
+  static void build(PowerSeries& series, double alpha, double h) {
+    series.clear();
+    if (!(alpha > 0 && h > 0 && h < 1000)) return;
+    const double farthest = std::min(0.999, -std::expm1(-650 / h));  // (1-t)^-h in range
+    series.build(0, farthest / (1 + farthest), [=](double k) { return (h + k) / (alpha + 1 + k); });
+  }
+  /// t/(1+t), and below (1+t)^-h, with what the rounding of 1+t takes away.
+  static double argument(double t) { return t / (1 + t) * (1 - lost(t)); }
+
+  InsideSeries() = default;
+  explicit InsideSeries(double h) : h(h), power(-h) {}
+  double factor(double t) const { return power(1 + t) * (1 - h * lost(t)); }
+
+ private:
+  static double lost(double t) {
+    const double rounded = 1 + t;
+    return (t - (rounded - 1)) / rounded;
+  }
+
+  double h = 1;
+  QuickPower power;
 };
 
 /// Inverted beta (beta prime) with shapes a and b from c on. Beyond u = 1 the series of the distribution function
 /// leaves its circle of convergence, and the values are what the series engine gives.
-class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
+class PDFFunByInvertedBeta final : public SeriesPDFFun<PDFFunByInvertedBeta> {
  public:
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     factor = std::exp(lnGamma(a + b) - lnGamma(a) - lnGamma(b));
+    InsideSeries::build(series, b, a + b);
+    rising = QuickPower(b), inside = InsideSeries(a + b);
   }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     return std::pow(u, b - 1) * std::pow(u + 1, -(a + b)) * factor;
   }
-  double distribution(double x) const {
+  double argument(double x) const { return x > c ? InsideSeries::argument(x - c) : -1; }
+  double near(double x, double, double sum) const { return rising(x - c) * inside.factor(x - c) * sum * factor / b; }
+  double far(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     const double upper[] = {b, a + b};
@@ -195,19 +283,25 @@ class PDFFunByInvertedBeta final : public PlainPDFFun<PDFFunByInvertedBeta> {
 
  private:
   double a, b, c, factor;
+  QuickPower rising;
+  InsideSeries inside;
 };
 
 /// Student's t with a degrees of freedom. Beyond x^2 = a the series of the distribution function leaves its circle of
 /// convergence, and the values are what the series engine gives.
-class PDFFunByStudentsT final : public PlainPDFFun<PDFFunByStudentsT> {
+class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
  public:
   void updateParam() override {
     a = params[0];
     half = (a + 1) / 2;
     factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * kPi));
+    InsideSeries::build(series, 0.5, half);
+    inside = InsideSeries(half);
   }
   double density(double x) const { return std::pow(x * x / a + 1, -half) * factor; }
-  double distribution(double x) const {
+  double argument(double x) const { return InsideSeries::argument(x * x / a); }
+  double near(double x, double, double sum) const { return x * factor * (inside.factor(x * x / a) * sum) + 0.5; }
+  double far(double x) const {
     const double upper[] = {0.5, half};
     const double lower = 1.5;
     return x * factor * SpecialFunction::calcHypergeometricPFQ(upper, 2, &lower, 1, -x * x / a) + 0.5;
@@ -215,6 +309,7 @@ class PDFFunByStudentsT final : public PlainPDFFun<PDFFunByStudentsT> {
 
  private:
   double a, half, factor;
+  InsideSeries inside;
 };
 
 }  // namespace PDF

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "pdf/base_pdf_fun.h"
+#include "pdf/for_points.h"
 #include "pdf/formula.h"
 
 namespace PDF {
@@ -69,7 +70,7 @@ class GenPDFFun : public TableGenPDFFun {
 
   void calcCDFs(std::span<const double> x, std::span<double> y) const final {
     baseFun->calcCDFs(x, y);
-    for (double& value : y.first(x.size())) value = self().distribution(value);
+    transform(y.data(), x.size());
   }
 
   double cdfSquaredError(std::span<const double> x, std::span<const double> cdf) const final {
@@ -78,8 +79,9 @@ class GenPDFFun : public TableGenPDFFun {
     for (std::size_t from = 0; from < x.size(); from += kBlock) {
       const auto part = x.subspan(from, std::min(kBlock, x.size() - from));
       baseFun->calcCDFs(part, std::span(Psi).first(part.size()));
+      transform(Psi.data(), part.size());
       for (std::size_t i = 0; i < part.size(); ++i) {
-        const double difference = self().distribution(Psi[i]) - cdf[from + i];
+        const double difference = Psi[i] - cdf[from + i];
         sum += difference * difference;
       }
     }
@@ -89,6 +91,9 @@ class GenPDFFun : public TableGenPDFFun {
  private:
   static constexpr std::size_t kBlock = 256;
   const Self& self() const { return static_cast<const Self&>(*this); }
+  void transform(double* Psi, std::size_t n) const {
+    forPoints([&fun = self()](double value) { return fun.distribution(value); }, Psi, Psi, n);
+  }
 };
 
 /// ln(Psi^a + 1)/ln 2.
@@ -96,16 +101,17 @@ class PDFFunByGenLog final : public GenPDFFun<PDFFunByGenLog> {
  public:
   static constexpr bool kUsesDensity = true;
   using GenPDFFun::GenPDFFun;
-  void updateParam() override { a = params[0], factor = a / std::log(2.0); }
+  void updateParam() override { a = params[0], factor = a / std::log(2.0), power = QuickPower(a); }
   double density(double Psi, double psi) const {
     if (Psi < 0.001) return factor * psi * std::pow(Psi, a - 1) / (std::pow(Psi, a) + 1);
     const double p = std::pow(Psi, a);
     return factor * psi * p / ((p + 1) * Psi);
   }
-  double distribution(double Psi) const { return std::log(std::pow(Psi, a) + 1) / 0.693147180559945; }
+  double distribution(double Psi) const { return quickLog(power(Psi) + 1) / 0.693147180559945; }
 
  private:
   double a, factor;
+  QuickPower power;
 };
 
 /// (e^(a Psi) - 1)/(e^a - 1).
@@ -115,7 +121,7 @@ class PDFFunByGenExp final : public GenPDFFun<PDFFunByGenExp> {
   using GenPDFFun::GenPDFFun;
   void updateParam() override { a = params[0], span = std::exp(a) - 1; }
   double density(double Psi, double psi) const { return a / span * psi * std::exp(a * Psi); }
-  double distribution(double Psi) const { return (std::exp(a * Psi) - 1) / span; }
+  double distribution(double Psi) const { return (quickExp(a * Psi) - 1) / span; }
 
  private:
   double a, span;
@@ -135,14 +141,18 @@ class PDFFunByGenPower final : public GenPDFFun<PDFFunByGenPower> {
  public:
   static constexpr bool kUsesDensity = true;
   using GenPDFFun::GenPDFFun;
-  void updateParam() override { a = params[0], b = params[1], c = params[2]; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2];
+    first = QuickPower(b), second = QuickPower(c);
+  }
   double density(double Psi, double psi) const {
     return psi * (a * b * std::pow(Psi, b - 1) + (1 - a) * c * std::pow(Psi, c - 1));
   }
-  double distribution(double Psi) const { return a * std::pow(Psi, b) + (1 - a) * std::pow(Psi, c); }
+  double distribution(double Psi) const { return a * first(Psi) + (1 - a) * second(Psi); }
 
  private:
   double a, b, c;
+  QuickPower first, second;
 };
 
 /// (1 + sin(pi (Psi - 1/2)))/2.

@@ -25,7 +25,7 @@ class PDFFunByLaplace final : public PlainPDFFun<PDFFunByLaplace> {
   double density(double x) const { return std::exp(-std::abs(x - a) / b) / (2 * b); }
   double distribution(double x) const {
     const double t = x - a;
-    return (1 + signWithDeadBand(t) * (1 - std::exp(-std::abs(t) / b))) / 2;
+    return (1 + signWithDeadBand(t) * (1 - quickExp(-std::abs(t) / b))) / 2;
   }
 
  private:
@@ -55,7 +55,7 @@ class PDFFunBySigmod final : public PlainPDFFun<PDFFunBySigmod> {
     const double e = std::exp((x - b) * a);
     return factor / (1 / e + e);
   }
-  double distribution(double x) const { return std::atan(std::exp((x - b) * a)) * kTwoOverPi; }
+  double distribution(double x) const { return std::atan(quickExp((x - b) * a)) * kTwoOverPi; }
 
  private:
   double a, b, factor;
@@ -70,7 +70,7 @@ class PDFFunByHalfLogistic final : public PlainPDFFun<PDFFunByHalfLogistic> {
     const double e = std::exp(a - x);
     return 2 / (1 / e + e + 2);
   }
-  double distribution(double x) const { return 1 - 2 / (std::exp(x - a) + 1); }
+  double distribution(double x) const { return 1 - 2 / (quickExp(x - a) + 1); }
 
  private:
   double a;
@@ -84,7 +84,7 @@ class PDFFunByGumbel final : public PlainPDFFun<PDFFunByGumbel> {
     const double y = (x - a) / b;
     return std::exp(y - std::exp(y)) / b;
   }
-  double distribution(double x) const { return 1 - std::exp(-std::exp((x - a) / b)); }
+  double distribution(double x) const { return 1 - quickExp(-quickExp((x - a) / b)); }
 
  private:
   double a, b;
@@ -98,7 +98,7 @@ class PDFFunByExtremeValueZero final : public PlainPDFFun<PDFFunByExtremeValueZe
     const double y = (a - x) / b;
     return std::exp(y - std::exp(y)) / b;
   }
-  double distribution(double x) const { return std::exp(-std::exp((a - x) / b)); }
+  double distribution(double x) const { return quickExp(-quickExp((a - x) / b)); }
 
  private:
   double a, b;
@@ -111,32 +111,33 @@ class ExtremeValuePDFFun : public PlainPDFFun<Self> {
   void updateParam() override {
     a = this->params[0], b = this->params[1], c = this->params[2];
     end = c - b / a;
-    power = -1 / a;
+    power = QuickPower(-1 / a);
   }
 
  protected:
-  double argument(double x) const { return std::pow((x - c) * a / b + 1, power); }
+  double argument(double x) const { return power((x - c) * a / b + 1); }
   double inside(double x) const {
     const double f = argument(x);
     if (f > 0.001) return std::exp(std::log(f) * (a + 1) - f) / b;
     return std::pow(f, a + 1) * std::exp(-f) / b;
   }
 
-  double a, b, c, end, power;
+  double a, b, c, end;
+  QuickPower power;
 };
 
 /// Extreme value with an upper end (a < 0).
 class PDFFunByExtremeValueDown final : public ExtremeValuePDFFun<PDFFunByExtremeValueDown> {
  public:
   double density(double x) const { return x > end ? 0 : inside(x); }
-  double distribution(double x) const { return x > end ? 1 : std::exp(-argument(x)); }
+  double distribution(double x) const { return choose(x > end, 1, quickExp(-argument(x))); }
 };
 
 /// Extreme value with a lower end (a > 0).
 class PDFFunByExtremeValueUp final : public ExtremeValuePDFFun<PDFFunByExtremeValueUp> {
  public:
   double density(double x) const { return x < end ? 0 : inside(x); }
-  double distribution(double x) const { return x < end ? 0 : std::exp(-argument(x)); }
+  double distribution(double x) const { return choose(x < end, 0, quickExp(-argument(x))); }
 };
 
 }  // namespace PDF

@@ -71,7 +71,7 @@ class PDFFunByGibrat final : public PlainPDFFun<PDFFunByGibrat> {
     const double u = x - a;
     return std::exp(-square((c - std::log(u)) / width)) * factor / u;
   }
-  double distribution(double x) const { return x > a ? (1 - std::erf((c - std::log(x - a)) / width)) / 2 : 0; }
+  double distribution(double x) const { return choose(x > a, (1 - quickErf((c - quickLog(x - a)) / width)) / 2, 0); }
 
  private:
   double a, b, c, width, factor;
@@ -115,7 +115,7 @@ class PDFFunByLevy final : public PlainPDFFun<PDFFunByLevy> {
     const double u = x - a;
     return std::exp(-b / (2 * u)) * root / (std::sqrt(u) * u);
   }
-  double distribution(double x) const { return x > a ? std::erfc(std::sqrt(b / (2 * (x - a)))) : 0; }
+  double distribution(double x) const { return choose(x > a, quickErfc(std::sqrt(b / (2 * (x - a)))), 0); }
 
  private:
   double a, b, root;
@@ -137,9 +137,8 @@ class PDFFunByMaxwell final : public PlainPDFFun<PDFFunByMaxwell> {
     return factor * s * std::exp(-s / twiceVariance);
   }
   double distribution(double x) const {
-    if (x < b) return 0;
     const double u = x - b;
-    return std::erf(u / (kSqrt2 * a)) - std::exp(-u * u / twiceVariance) * u * root;
+    return choose(x < b, 0, std::erf(u / (kSqrt2 * a)) - quickExp(-u * u / twiceVariance) * u * root);
   }
 
  private:
@@ -155,7 +154,7 @@ class PDFFunByRayleigh final : public PlainPDFFun<PDFFunByRayleigh> {
     const double y = (x - a) / b;
     return y / b * std::exp(-y * y / 2);
   }
-  double distribution(double x) const { return x < a ? 0 : 1 - std::exp(-square((x - a) / b) / 2); }
+  double distribution(double x) const { return choose(x < a, 0, 1 - quickExp(-square((x - a) / b) / 2)); }
 
  private:
   double a, b;
@@ -170,7 +169,7 @@ class PDFFunByInverseRayleigh final : public PlainPDFFun<PDFFunByInverseRayleigh
     const double u = x - a;
     return 2 * b2 / cube(u) * std::exp(-b2 / (u * u));
   }
-  double distribution(double x) const { return x > a ? std::exp(-b2 / square(x - a)) : 0; }
+  double distribution(double x) const { return choose(x > a, quickExp(-b2 / square(x - a)), 0); }
 
  private:
   double a, b2;
@@ -192,9 +191,8 @@ class PDFFunByGenTransInverseRayleigh final : public PlainPDFFun<PDFFunByGenTran
     return (slope * e - constant) * e / cube(u);
   }
   double distribution(double x) const {
-    if (!(x > a)) return 0;
-    const double e = std::exp(k / square(x - a));
-    return (1 + d - e * d) * e;
+    const double e = quickExp(k / square(x - a));
+    return choose(!(x > a), 0, (1 + d - e * d) * e);
   }
 
  private:

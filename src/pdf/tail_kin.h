@@ -10,7 +10,10 @@ namespace PDF {
 /// Benktander of the second type: a, b shapes, from c+1 on.
 class PDFFunByBenktanderTypeII final : public PlainPDFFun<PDFFunByBenktanderTypeII> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], low = c + 1, rate = a / b; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], low = c + 1, rate = a / b;
+    power = QuickPower(b);
+  }
   double density(double x) const {
     if (!(x > low)) return 0;
     const double u = x - c;
@@ -18,20 +21,23 @@ class PDFFunByBenktanderTypeII final : public PlainPDFFun<PDFFunByBenktanderType
     return std::exp((1 - v) * rate) * v / (u * u) * (a * v - b + 1);
   }
   double distribution(double x) const {
-    if (!(x > low)) return 0;
     const double u = x - c;
-    const double v = std::pow(u, b);
-    return 1 - std::exp((1 - v) * rate) * v / u;
+    const double v = power(u);
+    return choose(!(x > low), 0, 1 - quickExp((1 - v) * rate) * v / u);
   }
 
  private:
   double a, b, c, low, rate;
+  QuickPower power;
 };
 
 /// Burr with shapes a and b from c on.
 class PDFFunByBurr final : public PlainPDFFun<PDFFunByBurr> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], factor = a * b; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], factor = a * b;
+    inner = QuickPower(a), outer = QuickPower(-b);
+  }
   double density(double x) const {
     if (x < c) return 0;
     const double u = x - c;
@@ -40,10 +46,11 @@ class PDFFunByBurr final : public PlainPDFFun<PDFFunByBurr> {
     if (u > 0.0001) return factor * p / (q * u);
     return factor * std::pow(u, a - 1) / q;
   }
-  double distribution(double x) const { return x < c ? 0 : 1 - std::pow(1 + std::pow(x - c, a), -b); }
+  double distribution(double x) const { return choose(x < c, 0, 1 - outer(1 + inner(x - c))); }
 
  private:
   double a, b, c, factor;
+  QuickPower inner, outer;
 };
 
 /// Exponential with rate a from b on.
@@ -51,7 +58,7 @@ class PDFFunByExponential final : public PlainPDFFun<PDFFunByExponential> {
  public:
   void updateParam() override { a = params[0], b = params[1]; }
   double density(double x) const { return x < b ? 0 : a * std::exp(-a * (x - b)); }
-  double distribution(double x) const { return x < b ? 0 : 1 - std::exp(-a * (x - b)); }
+  double distribution(double x) const { return choose(x < b, 0, 1 - quickExp(-a * (x - b))); }
 
  private:
   double a, b;
@@ -76,9 +83,9 @@ class PDFFunByExponentialLogarithmic final : public PlainPDFFun<PDFFunByExponent
   double distribution(double x) const {
     if (x < c) return 0;
     const double t = (x - c) * b;
-    if (t > 10) return std::log(a / (std::exp(-t) * (a - 1) + 1)) / lnA;
-    const double e = std::exp(t);
-    return std::log(e * a / (e + a - 1)) / lnA;
+    if (t > 10) return quickLog(a / (quickExp(-t) * (a - 1) + 1)) / lnA;
+    const double e = quickExp(t);
+    return quickLog(e * a / (e + a - 1)) / lnA;
   }
 
  private:
@@ -88,7 +95,10 @@ class PDFFunByExponentialLogarithmic final : public PlainPDFFun<PDFFunByExponent
 /// Exponential power with rate a and power b from c on.
 class PDFFunByExpPower final : public PlainPDFFun<PDFFunByExpPower> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], factor = a * b; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], factor = a * b;
+    power = QuickPower(b);
+  }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
@@ -96,16 +106,20 @@ class PDFFunByExpPower final : public PlainPDFFun<PDFFunByExpPower> {
     const double t = a * p;
     return factor * p / u * std::exp(t + 1 - std::exp(t));
   }
-  double distribution(double x) const { return x > c ? 1 - std::exp(1 - std::exp(a * std::pow(x - c, b))) : 0; }
+  double distribution(double x) const { return choose(x > c, 1 - quickExp(1 - quickExp(a * power(x - c))), 0); }
 
  private:
   double a, b, c, factor;
+  QuickPower power;
 };
 
 /// Sum of an exponential hazard a and a Weibull hazard of rate b and power d, from c on.
 class PDFFunByExpWeibull final : public PlainPDFFun<PDFFunByExpWeibull> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], d = params[3], factor = b * d; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], d = params[3], factor = b * d;
+    power = QuickPower(d);
+  }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
@@ -113,80 +127,96 @@ class PDFFunByExpWeibull final : public PlainPDFFun<PDFFunByExpWeibull> {
     return (a + factor * p / u) * std::exp(-(a * u + b * p));
   }
   double distribution(double x) const {
-    if (!(x > c)) return 0;
     const double u = x - c;
-    return 1 - std::exp(-(b * std::pow(u, d) + a * u));
+    return choose(!(x > c), 0, 1 - quickExp(-(b * power(u) + a * u)));
   }
 
  private:
   double a, b, c, d, factor;
+  QuickPower power;
 };
 
 /// Frechet (Gumbel's second type) with power a and rate b from c on.
 class PDFFunByGumbelType2 final : public PlainPDFFun<PDFFunByGumbelType2> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], factor = a * b; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], factor = a * b;
+    power = QuickPower(-a);
+  }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     const double p = std::pow(u, -a);
     return factor * p / u * std::exp(-b * p);
   }
-  double distribution(double x) const { return x > c ? std::exp(-b * std::pow(x - c, -a)) : 0; }
+  double distribution(double x) const { return choose(x > c, quickExp(-b * power(x - c)), 0); }
 
  private:
   double a, b, c, factor;
+  QuickPower power;
 };
 
 /// Generalised Pareto with rate a, power b and scale d from c on. The power in use is at least -a d.
 class PDFFunByGenPareto final : public PlainPDFFun<PDFFunByGenPareto> {
  public:
-  void updateParam() override { a = params[0], c = params[2], d = params[3], b = std::max(params[1], -a * d); }
+  void updateParam() override {
+    a = params[0], c = params[2], d = params[3], b = std::max(params[1], -a * d);
+    power = QuickPower(-b);
+  }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
     return std::pow(1 + u / d, -b) * (a + b / (d + u)) * std::exp(-a * u);
   }
   double distribution(double x) const {
-    if (!(x > c)) return 0;
     const double u = x - c;
-    return 1 - std::pow(1 + u / d, -b) * std::exp(-a * u);
+    return choose(!(x > c), 0, 1 - power(1 + u / d) * quickExp(-a * u));
   }
 
  private:
   double a, b, c, d;
+  QuickPower power;
 };
 
 /// Gompertz with rate a and base b from c on.
 class PDFFunByGompertz final : public PlainPDFFun<PDFFunByGompertz> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], rate = a / std::log(b); }
+  void updateParam() override { a = params[0], b = params[1], c = params[2], lnB = std::log(b), rate = a / lnB; }
   double density(double x) const {
     if (x < c) return 0;
     const double p = std::pow(b, x - c);
     return a * p * std::exp((1 - p) * rate);
   }
-  double distribution(double x) const { return x < c ? 0 : 1 - std::exp((1 - std::pow(b, x - c)) * rate); }
+  double distribution(double x) const {
+    return choose(x < c, 0, 1 - quickExp((1 - choose(x == c, 1, quickExp((x - c) * lnB))) * rate));
+  }
 
  private:
   double a, b, c, rate;
+  double lnB;
 };
 
 /// Lomax with rate a and power b from c on.
 class PDFFunByLomax final : public PlainPDFFun<PDFFunByLomax> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], factor = a * b; }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], factor = a * b;
+    power = QuickPower(-b);
+  }
   double density(double x) const { return x > c ? factor / std::pow(a * (x - c) + 1, b + 1) : 0; }
-  double distribution(double x) const { return x > c ? 1 - std::pow(a * (x - c) + 1, -b) : 0; }
+  double distribution(double x) const { return choose(x > c, 1 - power(a * (x - c) + 1), 0); }
 
  private:
   double a, b, c, factor;
+  QuickPower power;
 };
 
 /// Makeham: constant hazard a, growing hazard d b^u, from c on.
 class PDFFunByMakeham final : public PlainPDFFun<PDFFunByMakeham> {
  public:
-  void updateParam() override { a = params[0], b = params[1], c = params[2], d = params[3], h = d / std::log(b); }
+  void updateParam() override {
+    a = params[0], b = params[1], c = params[2], d = params[3], lnB = std::log(b), h = d / lnB;
+  }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
@@ -194,14 +224,14 @@ class PDFFunByMakeham final : public PlainPDFFun<PDFFunByMakeham> {
     return std::exp(-a * u - (p - 1) * h) * (d * p + a);
   }
   double distribution(double x) const {
-    if (!(x > c)) return 0;
     const double u = x - c;
     // KEPT: a u is inside h, unlike the density; one would expect it outside (kept.csv: Makeham_factor)
-    return 1 - std::exp((1 - std::pow(b, u) - a * u) * h);
+    return choose(!(x > c), 0, 1 - quickExp((1 - quickExp(u * lnB) - a * u) * h));
   }
 
  private:
   double a, b, c, d, h;
+  double lnB;
 };
 
 /// Muth with shape and rate b from a on.
@@ -215,9 +245,8 @@ class PDFFunByMuth final : public PlainPDFFun<PDFFunByMuth> {
     return std::exp((1 - e) / b + t) * (e - b);
   }
   double distribution(double x) const {
-    if (!(x > a)) return 0;
     const double t = (x - a) * b;
-    return 1 - std::exp((1 - std::exp(t)) / b + t);
+    return choose(!(x > a), 0, 1 - quickExp((1 - quickExp(t)) / b + t));
   }
 
  private:
@@ -231,12 +260,14 @@ class PDFFunByPareto final : public PlainPDFFun<PDFFunByPareto> {
     a = params[0], b = params[1], c = params[2];
     low = b + c;
     factor = std::pow(b, a) * a;
+    power = QuickPower(a);
   }
   double density(double x) const { return x < low ? 0 : std::pow(x - c, -(a + 1)) * factor; }
-  double distribution(double x) const { return x < low ? 0 : 1 - std::pow(b / (x - c), a); }
+  double distribution(double x) const { return choose(x < low, 0, 1 - power(b / (x - c))); }
 
  private:
   double a, b, c, low, factor;
+  QuickPower power;
 };
 
 /// Weibull with shape a and scale b from a on.
@@ -247,6 +278,7 @@ class PDFFunByWeibull final : public PlainPDFFun<PDFFunByWeibull> {
     a = params[0], b = params[1], location = params[0];
     scale = std::pow(b, a);
     factor = a / scale;
+    power = QuickPower(a);
   }
   double density(double x) const {
     if (!(x > location)) return 0;
@@ -254,10 +286,11 @@ class PDFFunByWeibull final : public PlainPDFFun<PDFFunByWeibull> {
     const double p = std::pow(u, a);
     return factor * p / u * std::exp(-p / scale);
   }
-  double distribution(double x) const { return x > location ? 1 - std::exp(-std::pow((x - location) / b, a)) : 0; }
+  double distribution(double x) const { return choose(x > location, 1 - quickExp(-power((x - location) / b)), 0); }
 
  private:
   double a, b, location, scale, factor;
+  QuickPower power;
 };
 
 }  // namespace PDF

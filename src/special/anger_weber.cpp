@@ -13,8 +13,8 @@ namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int32_t kIntervals = 1000000;
-// Beyond it the quadrature over [0, pi] takes milliseconds and then meets its limit of intervals.
-constexpr double kQuadratureReach = 60;
+// Beyond it the quadrature over [0, pi] takes up to a second, until it meets its limit of intervals.
+constexpr double kQuadratureReach = 24;
 
 double quadratureJ(double nu, double x) {
   return Integral::integralAdaptive([=](double t) { return std::cos(guardAngle(nu * t - x * std::sin(t))); }, 0, kPi,

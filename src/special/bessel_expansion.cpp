@@ -176,6 +176,21 @@ BesselPair besselIKDebye(double nu, double x) {
   return {half * (half * plus / std::sqrt(2 * kPi * root)), inverse * (inverse * minus * std::sqrt(kPi / (2 * root)))};
 }
 
+BesselPair besselJYHankel(double nu, double x) {
+  double term = 1, even = 0, odd = 0;
+  for (int k = 0; k < 200; ++k) {
+    (k % 2 ? odd : even) += k % 4 < 2 ? term : -term;
+    const double next = 2 * k + 1;
+    term *= (4 * nu * nu - next * next) / (8 * (k + 1) * x);
+    if (std::abs(term) < kEps / 16) break;
+  }
+  // cos and sin of x - (nu/2 + 1/4) pi, the shift apart from x so that no digit of x is lost.
+  const double shift = kPi * (nu / 2 + 0.25), c = std::cos(shift), s = std::sin(shift);
+  const double cosX = std::cos(x), sinX = std::sin(x);
+  const double cosine = cosX * c + sinX * s, sine = sinX * c - cosX * s, size = std::sqrt(2 / (kPi * x));
+  return {size * (cosine * even - sine * odd), size * (sine * even + cosine * odd)};
+}
+
 BesselPair besselIKHankel(double nu, double x) {
   double term = 1, plus = 0, minus = 0;
   for (int k = 1; k < 200; ++k) {

@@ -22,10 +22,11 @@ double besselKNearInteger(double nu, double x);
 BesselPair besselJYDebye(double nu, double x);
 BesselPair besselIKDebye(double nu, double x);
 
-/// Hankel's expansion in 1/x: nu^2 < 2x, x > 700.
+/// Hankel's expansions in 1/x: nu^2 < 2x, x > 25.
+BesselPair besselJYHankel(double nu, double x);
 BesselPair besselIKHankel(double nu, double x);
 
-/// For nu near x: Steed's two continued fractions above x = 1000, and above 1e6 the expansion by Airy functions.
+/// Steed's two continued fractions, which serve for x > 2; and for nu near x above 1e6 the expansion by Airy functions.
 BesselPair besselJYSteed(double nu, double x);
 BesselPair besselJYTransition(double nu, double x);
 

@@ -101,8 +101,7 @@ namespace {
 
 double duplicateRC(double x, double y) {
   if (largest(x, y, 0) > kHuge) return duplicateRC(x * kDown, y * kDown) * 0x1p-4;
-  // (sqrt(eps)/3 to the sixth root of) the expansion's first neglected term.
-  static const double kStop = std::pow(7.401486830834377e-18, 1.0 / 6);
+  constexpr double kStop = 0.0013960034614031425;  // 7.401486830834377e-18 to the power of 1/6
   double D = 0, e = 0;
   for (int round = 0; round < kRoundsRC; ++round) {
     D = (2 * y + x) / 3;

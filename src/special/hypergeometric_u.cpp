@@ -106,12 +106,18 @@ std::optional<Scaled> byRecurrence(double a, double b, double x) {
   return result;
 }
 
-double byTwoSeries(double a, double b, double x) {
+// The two series. Without `force` nothing when their difference has lost digits.
+std::optional<double> byTwoSeries(double a, double b, double x, bool force) {
   const double first = calcHypergeometric1F1(a, b, x), second = calcHypergeometric1F1(1 + a - b, 2 - b, x);
   if (std::isnan(first) || std::isnan(second)) return kNaN;
-  double difference = first * inverseGamma(1 + a - b) * inverseGamma(b);
+  const double left = first * inverseGamma(1 + a - b) * inverseGamma(b);
   const double factor = inverseGamma(a) * inverseGamma(2 - b);
-  if (factor != 0) difference -= std::pow(x, 1 - b) * second * factor;
+  const double right = factor == 0 ? 0 : std::pow(x, 1 - b) * second * factor;
+  const double difference = left - right;
+  if (!force && !(std::abs(difference) > 0.02 * std::max(std::abs(left), std::abs(right)))) return std::nullopt;
+  const double whole = std::round(b);
+  if (std::abs(b) < 1e15)  // sin(pi b) without the rounding of pi b
+    return difference * kPi / std::sin(kPi * (b - whole)) * (std::fmod(whole, 2.0) == 0 ? 1 : -1);
   return difference * kPi / std::sin(guardAngle(b * kPi));
 }
 
@@ -145,12 +151,11 @@ Scaled tricomi(double a, double b, double x) {
   if (std::isinf(x)) return {a > 0 ? 0 : kInf, 0};
   if (x > 20 || polynomial)
     if (const auto sum = asymptoticSum(a, b, x)) return {*sum, -a * std::log(x)};
-  if (x < 0.05 && std::abs(a) * x < 1 && std::abs(b) < 50 && std::abs(a) < 100) {
-    if (std::abs(std::round(b) - b) > 0.01) return {byTwoSeries(a, b, x), 0};
-    if (whole && !polynomial) return {logarithmic(a, x), 0};
-  }
+  if (x < 0.05 && std::abs(a) * x < 1 && std::abs(a) < 100 && whole && !polynomial) return {logarithmic(a, x), 0};
+  if (x < 4 && std::abs(b) < 50 && std::abs(a) < 100 && std::abs(std::round(b) - b) > 0.002)
+    if (const auto value = byTwoSeries(a, b, x, x < 0.001)) return {*value, 0};
   if (const auto value = byRecurrence(a, b, x)) return *value;
-  return {byTwoSeries(a, b, x), 0};
+  return {byTwoSeries(a, b, x, true).value_or(kNaN), 0};
 }
 
 }  // namespace

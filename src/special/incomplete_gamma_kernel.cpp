@@ -90,7 +90,8 @@ double smallQ(double a, double x) {
 
 // ratio * gamma(a), through the logarithm where gamma(a) overflows.
 double timesGamma(double a, double ratio) {
-  if (a < 171 || ratio == 0) return std::tgamma(a < 171 ? a : 1) * ratio;
+  if (ratio == 0) return 0;
+  if (const double full = std::tgamma(a); std::isfinite(full)) return full * ratio;
   return std::exp(calcLngamma(a) + std::log(ratio));
 }
 
@@ -98,6 +99,7 @@ double timesGamma(double a, double ratio) {
 
 Regularised regularisedGamma(double a, double x) {
   if (x == 0) return {0, 1};
+  if (!std::isfinite(a)) return {a - a, a - a};
   if (std::isinf(x)) return {1, 0};
   if (x < 1.1 && a < 1) {
     if (a > 0.5 && x < 0.3) {
@@ -127,11 +129,7 @@ double lowerGammaSeries(double a, double x) {
   return std::pow(x, a) * sum;
 }
 
-double lowerGamma(double a, double x) {
-  // For small x straight from the series: P alone may leave the range where gamma(a) P does not.
-  if (x < 30 && x < a + 1) return std::pow(x, a) * std::exp(-x) / a * ascendingSum(a, x);
-  return timesGamma(a, regularisedGamma(a, x).p);
-}
+double lowerGammaByPower(double a, double x) { return std::pow(x, a) * (std::exp(-x) * ascendingSum(a, x)) / a; }
 
 double upperGamma(double a, double x) {
   if (a > 0) return timesGamma(a, regularisedGamma(a, x).q);

@@ -11,13 +11,13 @@ struct Regularised {
 };
 Regularised regularisedGamma(double a, double x);
 
-/// Lower integral LG(a, x) for a > 0, x >= 0.
-double lowerGamma(double a, double x);
+/// Lower integral x^a exp(-x)/a (1 + x/(a+1) + ...) for a > 0, x >= 0 in the order of x <= a, or small.
+double lowerGammaByPower(double a, double x);
 
 /// Upper integral UG(a, x) for any a (not a non-positive integer when x <= 1), x > 0.
 double upperGamma(double a, double x);
 
-/// Lower integral by its power series x^a sum (-x)^k/(k! (a+k)), for small x or x < 0 with integer a.
+/// Lower integral by its power series x^a sum (-x)^k/(k! (a+k)), for small x.
 double lowerGammaSeries(double a, double x);
 
 }  // namespace SpecialFunction::Kernel

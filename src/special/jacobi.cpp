@@ -27,6 +27,7 @@ double amplitude(double u, double m) {
     scale *= 2;
   }
   double phi = a * scale;
+  if (std::isinf(phi)) return a * u;  // far beyond any known part of a turn
   while (count-- > 0) phi = (phi + std::asin(std::clamp(ratio[count] * std::sin(guardAngle(phi)), -1.0, 1.0))) / 2;
   return phi;
 }

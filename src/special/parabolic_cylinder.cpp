@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Parabolic cylinder functions D, U and V (DLMF 12). With D_nu(x) = U(-nu - 1/2, x).
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
-#include "special/exponential_sum.h"
 #include "special/precise_series.h"
 #include "special/special_function.h"
 #include "special/turn.h"
@@ -39,29 +39,73 @@ double smallU(double a, double x) {
   return std::exp2(nu / 2) * std::exp(-x * x / 4) * kSqrtPi * (even - odd);
 }
 
-/// U(a, x) exp(shift) for a >= 3/2, x >= 0: exp(-x^2/4)/gamma(a + 1/2) times the integral of t^(a-1/2) exp(-t^2/2 - xt)
-/// (DLMF 12.5.1). The factor exp(-x^2/4) is left out when `scaled`.
-double integralU(double a, double x, double shift, bool scaled) {
-  const double m = a - 0.5;
-  const double peak = 2 * (m + 1) / (x + std::sqrt(x * x + 4 * (m + 1)));
-  const double width = 1 / std::sqrt(2 * peak * peak + x * peak);
-  const double constant = shift - std::lgamma(m + 1) - (scaled ? 0 : x * x / 4);
-  return integralOfExponential(peak, std::fmin(0.125, width / 2),
-                               [=](double t) { return m * std::log(t) - t * (t / 2 + x) + constant; });
+struct Neighbours {
+  double here, next;  // at a and a + 1
+};
+
+/// exp(constant) times gamma(a + 1/2) exp(x^2/4) U(a, x), the integral of t^(a-1/2) exp(-t^2/2 - xt) (DLMF 12.5.1), and
+/// the same factors times U(a + 1, x); a >= 3/2, x >= 0. The trapezoid rule in s = log t, from the peak to both sides.
+Neighbours integralU(double a, double x, double constant) {
+  const double power = a + 0.5;  // of t, with dt = t ds
+  const double peak = 2 * power / (x + std::sqrt(x * x + 4 * power));
+  const double width = 1 / std::sqrt(2 * peak * peak + x * peak), step = std::fmin(0.125, width / 2);
+  const double logPeak = std::log(peak), ratio = std::exp(step);
+  Neighbours sum{0, 0};
+  for (const int direction : {-1, 1}) {
+    double t = direction < 0 ? peak / ratio : peak;
+    for (int i = direction < 0 ? -1 : 0; i > -2000 && i < 2000; i += direction) {
+      const double term = std::exp(power * (logPeak + i * step) - t * (t / 2 + x) + constant);
+      sum.here += term;
+      sum.next += term * t;
+      if (!(term > sum.here * 1e-18)) break;
+      t = direction < 0 ? t / ratio : t * ratio;
+    }
+  }
+  return {sum.here * step, sum.next * step / power};
+}
+
+/// exp(-x^2/4) x^(-a-1/2) sum (-1)^k (1/2 + a)_2k/(k! (2x^2)^k) (DLMF 12.9.1), as far as its terms fall; NaN else.
+double asymptoticU(double a, double x, double shift) {
+  double term = 1, sum = 1;
+  for (double k = 0; k < 500; k += 1) {
+    const double step = (a + 0.5 + 2 * k) * (a + 1.5 + 2 * k) / (2 * x * x * (k + 1));
+    if (std::abs(step) >= 0.9) return kNaN;
+    term *= -step;
+    sum += term;
+    if (std::abs(term) < kEps / 16 * std::abs(sum)) return sum * std::exp((-a - 0.5) * std::log(x) - x * x / 4 + shift);
+  }
+  return kNaN;
 }
 
 /// U(a, x) exp(shift), x >= 0.
 double positiveU(double a, double x, double shift) {
   if (isSmall(a, x) && shift == 0) return smallU(a, x);
+  if (x > 9) {
+    const double value = asymptoticU(a, x, shift);
+    if (!std::isnan(value)) return value;
+  }
   if (a >= 1.5) {
     // U(a, x) <= U(a, 0) = sqrt(pi) 2^(-a/2-1/4)/gamma(a/2 + 3/4)
     if (shift - std::lgamma(a / 2 + 0.75) - a / 2 * 0.69 - x * x / 4 < -800) return 0;
-    return integralU(a, x, shift, false);
+    return integralU(a, x, shift - std::lgamma(a + 0.5) - x * x / 4).here;
   }
   if (!(a > -kMostSteps)) return kNaN;
   // Down in a: U(a-1) = x U(a) + (a + 1/2) U(a+1), the stable direction (DLMF 12.8.1), rescaled on the way.
-  const int steps = static_cast<int>(std::ceil(1.5 - a));
-  double order = a + steps, high = integralU(order + 1, x, 0, true), low = integralU(order, x, 0, true);
+  double order, low, high;
+  if (isWhole(a + 0.5)) {  // from U(-1/2, x) = exp(-x^2/4), where the factor of U(1/2, x) is 0
+    order = a < 0 ? -0.5 : 1.5;
+  } else {
+    order = a + std::ceil(1.5 - a);
+  }
+  if (order < 0) {
+    low = 1;
+    high = 0;
+  } else {
+    const Neighbours start = integralU(order, x, -std::lgamma(order + 0.5));
+    low = start.here;
+    high = start.next;
+  }
+  const int steps = static_cast<int>(std::round(order - a));
   double exponent = shift - x * x / 4;
   for (int i = 0; i < steps; ++i, order -= 1) {
     const double next = x * low + (order + 0.5) * high;

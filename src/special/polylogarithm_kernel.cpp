@@ -8,6 +8,7 @@
 #include <cmath>
 #include <complex>
 #include <limits>
+#include <optional>
 
 #include "special/bernoulli.h"
 #include "special/special_function.h"
@@ -39,7 +40,11 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
     else
       scaled *= -w / (2 * kPi * k);
     const double v = 1 - w;
-    const double zeta = v < 25 ? calcZeta(v) : 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
+    double zeta = 1;
+    if (v < 25)
+      zeta = calcZeta(v);
+    else if (v < 56)
+      zeta = 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
     c[static_cast<std::size_t>(k)] = scaled * std::sin(kPi / 2 * std::fmod(w, 4.0)) * zeta;
   }
   return c;
@@ -53,6 +58,7 @@ struct LogSeries {
   double distance;  // s - n
   double slope[5];  // Taylor coefficients of log(pi e/sin(pi e)) - log(gamma(n+e)/gamma(n))
   std::array<double, kTerms> coefficients;
+  std::array<double, kTerms> alternating;  // eta(s-k)/k!
 
   explicit LogSeries(double order) : s(order), pole(-1), singular(0), distance(0), slope{} {
     const double n = std::round(s);
@@ -69,6 +75,27 @@ struct LogSeries {
       singular = calcGamma(1 - s);
     }
     coefficients = zetaOverFactorials(s, pole);
+    double factorial = 1;
+    for (int k = 0; k < kTerms; ++k) {
+      if (k > 0) factorial /= k;
+      const auto i = static_cast<std::size_t>(k);
+      alternating[i] = s - k > -0.1           ? calcDirichletEta(s - k) * factorial
+                       : coefficients[i] == 0 ? 0
+                                              : (1 - std::exp2(1 - s + k)) * coefficients[i];
+    }
+  }
+
+  // Li_s(-exp(x)) = -sum eta(s-k) x^k/k!, |x| < pi.
+  double ofNegative(double x) const {
+    double sum = 0, power = 1, last = kInf;
+    for (int k = 0; k < kTerms; ++k) {
+      const double term = alternating[static_cast<std::size_t>(k)] * power, size = std::abs(term);
+      sum += term;
+      power *= x;
+      if (k > s + 3 && std::max(size, last) < 1e-17 * std::abs(sum)) break;
+      last = size;
+    }
+    return -sum;
   }
 
   // Li_s(exp(x)) = gamma(1-s) (-x)^(s-1) + sum zeta(s-k) x^k/k!, |x| < 2 pi. Where s is close to n the pole of the
@@ -100,6 +127,13 @@ struct LogSeries {
     return first + sum;
   }
 };
+
+// The series of the last order that this thread asked for: orders mostly stay while arguments change.
+const LogSeries& seriesOf(double s) {
+  thread_local std::optional<LogSeries> last;
+  if (!last || last->s != s) last.emplace(s);
+  return *last;
+}
 
 struct Direct {
   double value, largest;
@@ -135,7 +169,7 @@ double lerchSum(double s, double x, int sign) {
 
 // Multiplication theorem: Li_s(-exp(x)) = m^(s-1) sum over j of Li_s(exp((x + pi i (2j+1))/m)).
 double byMultiplication(double s, double x) {
-  const LogSeries series(s);
+  const LogSeries& series = seriesOf(s);
   const int m = 2 * std::max(1, static_cast<int>(std::ceil(std::abs(x) / 5)));
   double sum = 0;
   for (int j = 0; j < m / 2; ++j) sum += 2 * series(Complex(x / m, kPi * (2 * j + 1) / m)).real();
@@ -147,9 +181,16 @@ double farLeft(double s, double x) {
   const double whole = std::round(s);
   const bool ends = s == whole && s >= 0;
   double factor = s < 150 ? std::pow(x, s) / std::tgamma(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
+  struct Table {
+    double eta[31];
+    Table() {
+      for (int k = 0; k <= 30; ++k) eta[k] = calcDirichletEta(2.0 * k);
+    }
+  };
+  static const Table table;
   double sum = 0, last = kInf;
   for (int k = 0; k < 400; ++k) {
-    const double eta = k == 0 ? 0.5 : k > 30 ? 1 : calcDirichletEta(2.0 * k);
+    const double eta = k > 30 ? 1 : table.eta[k];
     const double term = 2 * eta * factor;
     if (std::abs(term) > last && 2 * k > s + 1) break;
     sum += term;
@@ -191,7 +232,7 @@ double polyLogOfExp(double s, double x, int sign) {
     if (s >= 8) return directSum(s, size).value;
     if (x < -1.2 && s > -160) return directSum(s, size).value;
     if (s < -4) return lerchSum(s, x, sign);
-    return LogSeries(s)(x);
+    return seriesOf(s)(x);
   }
   if (s >= 8 && x <= 0) return directSum(s, -size).value;
   if (x < -1.2) {
@@ -205,6 +246,7 @@ double polyLogOfExp(double s, double x, int sign) {
     if (!whole) return s > 100 && x < 40 + s ? byIntegral(s, x) : lead;
     return lead + (std::fmod(n, 2.0) == 0 ? -1 : 1) * polyLogOfExp(s, -x, -1);
   }
+  if (s < 8 && std::abs(x) < 1.7) return seriesOf(s).ofNegative(x);
   return s >= 8 ? byIntegral(s, x) : byMultiplication(s, x);
 }
 

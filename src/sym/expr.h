@@ -42,8 +42,11 @@ class Expr {
 
 inline Expr operator+(Expr a, Expr b) { return Expr(add(a.take(), b.take())); }
 inline Expr operator-(Expr a, Expr b) { return Expr(sub(a.take(), b.take())); }
+inline Expr operator+(Expr a, double k) { return Expr(addc(a.take(), k)); }
+inline Expr operator-(Expr a, double k) { return Expr(subc(a.take(), k)); }
 inline Expr operator*(Expr a, Expr b) { return Expr(mul(a.take(), b.take())); }
 inline Expr operator/(Expr a, Expr b) { return Expr(div(a.take(), b.take())); }
+inline Expr times(Expr a, Expr b, Expr c) { return Expr(mul3(a.take(), b.take(), c.take())); }
 inline Expr pow(Expr a, double k) { return Expr(pow(a.take(), k)); }
 inline Expr square(Expr a) { return pow(std::move(a), 2); }
 

@@ -170,7 +170,7 @@ consteval bool wellFormed() {
   int last = -1;
   for (const Kind& row : kKinds) {
     if (row.code <= last || row.name == nullptr || row.minArgs > row.maxArgs) return false;
-    // No test for null functions: g++ does not fold it under the sanitizers, and every row's are called by the tests.
+    // No test for null functions: g++ does not fold it under the sanitizers, and the tests call those of every row.
     last = row.code;
   }
   return std::size(kKinds) == 141;

@@ -3,8 +3,7 @@
 
 #include "sym/expr.h"
 
-/// The kinds that derivatives are written in, as functions of expressions. A test holds codes and names against the
-/// table of kinds.
+/// The kinds that derivatives are written in, as functions of expressions, with their codes in the table of kinds.
 namespace Sym::Notation {
 
 inline constexpr Function Pow{5}, Sign{6}, Sqrt{10}, Ln{11}, Exp{12}, Abs{13};

@@ -57,6 +57,7 @@ DerivativeSum::Monomial DerivativeSum::describe(const SymObject& node) {
     product.coef = node.coef;
   } else if (node.kind == Code::Mul) {
     product.coef = node.coef;
+    product.powers.reserve(node.args.size());
     for (const NodePtr& factor : node.args) {
       if (isNumber(*factor))
         product.coef *= factor->coef;
@@ -94,30 +95,29 @@ const DerivativeSum::Monomial* DerivativeSum::slopeOf(uint32_t index) {
   return &base.asMonomial;
 }
 
-// The others times k b^(k-1) b'.
-bool DerivativeSum::addSlopeOf(const Power& factor, const Monomial& others) {
-  const Monomial* slope = slopeOf(factor.base);
+// The other factors times k b^(k-1) b'.
+bool DerivativeSum::addSlopeOf(const Monomial& product, std::size_t factor) {
+  const auto [base, exponent] = product.powers[factor];
+  const Monomial* slope = slopeOf(base);
   if (slope == nullptr) return false;
   if (slope->powers.empty() && std::abs(slope->coef) < kTol) return true;
-  Monomial product = others;
-  product.coef *= factor.exponent * slope->coef;
-  if (!within(factor.exponent, 1, kTol)) multiply(product, {factor.base, factor.exponent - 1});
-  for (const Power& power : slope->powers) multiply(product, power);
-  add(std::move(product));
+  scratch_.coef = product.coef * (exponent * slope->coef);
+  scratch_.powers = product.powers;
+  scratch_.powers.erase(scratch_.powers.begin() + static_cast<std::ptrdiff_t>(factor));
+  if (!within(exponent, 1, kTol)) multiply(scratch_, {base, exponent - 1});
+  for (const Power& power : slope->powers) multiply(scratch_, power);
+  add(scratch_);
   return true;
 }
 
 bool DerivativeSum::addDerivative(const SymObject& term) {
   const Monomial product = describe(term);
-  for (std::size_t i = 0; i < product.powers.size(); ++i) {
-    Monomial others = product;
-    others.powers.erase(others.powers.begin() + static_cast<std::ptrdiff_t>(i));
-    if (!addSlopeOf(product.powers[i], others)) return false;
-  }
+  for (std::size_t i = 0; i < product.powers.size(); ++i)
+    if (!addSlopeOf(product, i)) return false;
   return true;
 }
 
-void DerivativeSum::add(Monomial product) {
+void DerivativeSum::add(const Monomial& product) {
   uint64_t hash = 0;
   for (const Power& power : product.powers)
     hash = (hash ^ power.base) * 0x9e3779b97f4a7c15u + std::bit_cast<uint64_t>(power.exponent);
@@ -129,9 +129,9 @@ void DerivativeSum::add(Monomial product) {
     known.largest = std::max(known.largest, std::abs(product.coef));
     return;
   }
-  product.largest = std::abs(product.coef);
   termByHash_.emplace(hash, sum_.size());
-  sum_.push_back(std::move(product));
+  sum_.push_back(product);
+  sum_.back().largest = std::abs(product.coef);
 }
 
 NodePtr DerivativeSum::buildProduct(const Monomial& product) const {

@@ -49,14 +49,15 @@ class DerivativeSum {
   Monomial describe(const SymObject& node);
   void multiply(Monomial& product, Power power) const;
   const Monomial* slopeOf(uint32_t base);
-  bool addSlopeOf(const Power& factor, const Monomial& others);
-  void add(Monomial product);
+  bool addSlopeOf(const Monomial& product, std::size_t factor);
+  void add(const Monomial& product);
   NodePtr buildProduct(const Monomial& product) const;
 
   const VarPtr& variable_;
   std::string& message_;
   std::deque<Base> bases_;  // addresses stay
   std::unordered_multimap<uint64_t, uint32_t> baseByHash_;
+  Monomial scratch_;  // one product at a time, so that those that meet others take no memory
   std::vector<Monomial> sum_;
   std::unordered_multimap<uint64_t, std::size_t> termByHash_;
 };

@@ -30,10 +30,11 @@ bool bringsSign(const std::string& term) {
   return term.size() > 2 && term[1] == '-';
 }
 
-std::string polynomialText(const PolyForm& poly, double coef) {
+// The form has the coefficient of the sum in its terms.
+std::string polynomialText(const PolyForm& poly) {
   std::string text;
   for (const auto& [exponent, value] : poly.terms) {
-    double a = value * coef;
+    double a = value;
     if (std::abs(a) < 1e-15) continue;
     if (a > 0 && !text.empty()) text += "+";
     if (exponent == 0) {
@@ -120,7 +121,7 @@ void textCall(SymObject& node) {
 
 void textAdd(SymObject& node) {
   if (node.poly != nullptr && !node.poly->terms.empty()) {
-    node.text = polynomialText(*node.poly, node.coef);
+    node.text = polynomialText(*node.poly);
     return;
   }
   std::string text;

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 """The example host orvane-fit, run as a user runs it."""
 import csv
-import html.parser
 import math
 import os
 import pty
@@ -15,9 +14,10 @@ import tempfile
 import time
 import unittest
 
+from page_in_browser import needs_browser, opened, run_tests
+
 FIT = os.environ['ORVANE_FIT']
 SAMPLES = os.environ['SAMPLES']
-CHROMIUM = os.environ.get('CHROMIUM', '')
 QUICK = ['--iterations', '20', '--population', '12', '--threads', '2']
 RANK = re.compile(r'^ *(\d+)  (.+?) +(\S+)  ?((?: ?\w=\S+)*)$')
 
@@ -230,56 +230,12 @@ class Interrupt(HostTest):
         self.assertLessEqual(shares[-1], 100)
 
 
-class Page(html.parser.HTMLParser):
-    """Counts what the page shows: marks inside each figure, typeset formulas, text outside scripts."""
-
-    def __init__(self, text):
-        super().__init__()
-        self.figures, self.figure, self.formulas, self.texts, self.hidden = {}, None, 0, [], 0
-        self.linked, self.errors, self.tags = [], 0, set()
-        self.feed(text)
-
-    def handle_starttag(self, tag, attributes):
-        values = dict(attributes)
-        self.tags.add(tag)
-        self.linked += [values[key] for key in ('src', 'href') if key in values]
-        classes = (values.get('class') or '').split()
-        if tag == 'figure':
-            self.figure = self.figures.setdefault(values['id'], {})
-        if self.figure is not None and tag in ('path', 'rect', 'circle') and classes:
-            key = classes[0]
-            self.figure[key] = self.figure.get(key, 0) + 1
-            if tag == 'path' and not re.match(r'^M-?[\d.]+ -?[\d.]+[LHV]', values['d']):
-                raise AssertionError('a path without a line: ' + values['d'][:40])
-        self.formulas += 'katex-html' in classes
-        self.errors += 'katex-error' in classes
-        if tag in ('script', 'style', 'annotation'):
-            self.hidden += 1
-
-    def handle_endtag(self, tag):
-        if tag == 'figure':
-            self.figure = None
-        if tag in ('script', 'style', 'annotation'):
-            self.hidden -= 1
-
-    def handle_data(self, data):
-        if not self.hidden:
-            self.texts.append(data)
-
-
-@unittest.skipUnless(CHROMIUM and os.path.exists(CHROMIUM), 'needs chromium')
+@needs_browser
 class Report(HostTest):
     def opened(self, *arguments):
         result = self.run_host(*QUICK, *arguments)
         self.assertEqual(result.returncode, 0, result.stderr)
-        shown = subprocess.run([CHROMIUM, '--headless', '--no-sandbox', '--disable-gpu', '--user-data-dir=' + self.folder,
-                                '--virtual-time-budget=5000', '--dump-dom', 'file://' + self.report],
-                               capture_output=True, text=True, timeout=120)
-        self.assertEqual(shown.returncode, 0, shown.stderr)
-        page = Page(shown.stdout)
-        self.assertEqual(page.linked, [], 'the page needs something beside it')
-        self.assertEqual(re.findall(r'url\((?!data:|#)[^)]{0,80}', shown.stdout.split('<script>')[0]), [])
-        self.assertEqual(page.errors, 0, 'a formula that the typesetter refuses')
+        page = opened(self, self.report)
         return page, ranking(result.stdout)
 
     def test_plots_and_formulas(self):
@@ -323,7 +279,4 @@ class Report(HostTest):
 
 
 if __name__ == '__main__':
-    program = unittest.main(argv=[sys.argv[0], '-v', *sys.argv[1:]], exit=False)
-    result = program.result
-    everySkipped = result.testsRun > 0 and len(result.skipped) == result.testsRun
-    sys.exit(77 if everySkipped else 0 if result.wasSuccessful() else 1)
+    run_tests()

@@ -61,7 +61,7 @@ TEST(HighPrecision, LongProductsAndQuotients) {
     x.limbs.front() = x.limbs.back() = 1 + static_cast<int64_t>(state % 9);
     return x;
   };
-  for (const std::size_t length : {1, 2, 60, 178, 179, 180, 181, 182, 400}) {
+  for (const std::size_t length : {1, 2, 60, 348, 349, 350, 351, 352, 353, 600}) {
     const Number a(drawn(length)), b(drawn(length > 3 ? length - 3 : 1));
     const Number above(hp_Fun2(a, b, 0, 2000)), below(hp_Fun2(a, b, 1, 2000)), product(hp_Fun2(above, below, 2, 2000));
     const Number squareA(hp_Fun2(a, a, 2, 2000)), squareB(hp_Fun2(b, b, 2, 2000));

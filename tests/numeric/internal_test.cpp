@@ -15,14 +15,14 @@ using Sparse::CSCSparse;
 TEST(CSCSparse, DenseThereAndBack) {
   const std::vector<double> a{0, 2, 0, 4, 1, 0, 0, 0, 3, 0, 0, kNaN};
   const CSCSparse m = CSCSparse::fromDense(a, 3, 4);
-  EXPECT_EQ(m.colPointers, (std::vector<int64_t>{0, 2, 3, 3, 5}));
-  EXPECT_EQ(m.rowIndices, (std::vector<int64_t>{1, 2, 0, 0, 2}));
+  EXPECT_EQ(m.colStart, (std::vector<int64_t>{0, 2, 3, 3, 5}));
+  EXPECT_EQ(m.rowIndex, (std::vector<int64_t>{1, 2, 0, 0, 2}));
   EXPECT_EQ(std::vector<double>(m.values.begin(), m.values.end() - 1), (std::vector<double>{1, 3, 2, 4}));
   const std::vector<double> back = m.toDense();
   EXPECT_EQ(std::vector<double>(back.begin(), back.end() - 1), std::vector<double>(a.begin(), a.end() - 1));
   EXPECT_TRUE(std::isnan(back.back()));
   EXPECT_EQ(CSCSparse().toDense().size(), 0u);
-  EXPECT_EQ(CSCSparse::fromDense({}, 0, 3).colPointers, (std::vector<int64_t>{0, 0, 0, 0}));
+  EXPECT_EQ(CSCSparse::fromDense({}, 0, 3).colStart, (std::vector<int64_t>{0, 0, 0, 0}));
 }
 
 TEST(CSCSparse, TripletsInAnyOrderAddUp) {
@@ -32,7 +32,7 @@ TEST(CSCSparse, TripletsInAnyOrderAddUp) {
   EXPECT_EQ(m.values.size(), 4u);
   const CSCSparse upper = m.upperTriangle();
   EXPECT_EQ(upper.toDense(), (std::vector<double>{1, 2, 0, 4}));
-  EXPECT_EQ(upper.rowIndices, (std::vector<int64_t>{0, 0, 1}));
+  EXPECT_EQ(upper.rowIndex, (std::vector<int64_t>{0, 0, 1}));
   for (const Sparse::Triplet& bad : {Sparse::Triplet{2, 0, 1}, {0, 2, 1}, {-1, 0, 1}, {0, -1, 1}})
     EXPECT_THROW(CSCSparse::fromTriplets(std::vector{bad}, 2, 2), std::out_of_range);
 }

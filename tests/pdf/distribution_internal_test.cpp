@@ -6,9 +6,12 @@
 #include <map>
 #include <numbers>
 #include <set>
+#include <typeinfo>
 
 #include "pdf/factory.h"
 #include "pdf/fit_range.h"
+#include "pdf/gamma_kin.h"
+#include "pdf/quick_math.h"
 #include "sym/number_text.h"
 
 namespace {
@@ -40,6 +43,64 @@ TEST(Loops, ArraysAndSquaredErrorRepeatThePointCalls) {
     EXPECT_EQ(fun->cdfSquaredError({}, {}), 0) << code;
     EXPECT_EQ(fun->optParamSize(), fun->paramSize());
   }
+}
+
+TEST(QuickMath, IsTheRunTimesUpToRounding) {
+  const double inf = INFINITY, odd[] = {0.0, -0.0, 1.0, -1.0, 2.0, -2.5, 3.0, 5e-324, 1e-310, 1e300, inf, -inf, NAN};
+  const auto near = [](double value, double expected, double ulps) {
+    return same(value, expected) || std::abs(value - expected) <= ulps * 2.3e-16 * std::abs(expected);
+  };
+  for (const double x : odd) {
+    EXPECT_TRUE(near(PDF::quickExp(x), std::exp(x), 2)) << x;
+    EXPECT_TRUE(near(PDF::quickLog(x), std::log(x), 3)) << x;
+    EXPECT_NEAR(PDF::quickErf(std::isnan(x) ? 0 : x), std::erf(std::isnan(x) ? 0 : x), 2.3e-16) << x;
+    for (const double y : odd)
+      if (!std::isnan(y) && !std::isnan(x)) {
+        EXPECT_TRUE(near(PDF::QuickPower(y)(x), std::pow(x, y), 800)) << x << " ^ " << y;
+      }
+  }
+  for (int i = -7500; i < 7200; ++i) {
+    const double x = 0.1 * i + 0.0123, y = std::exp(x / 7);
+    EXPECT_TRUE(near(PDF::quickExp(x), std::exp(x), 2) || std::exp(x) < 1e-300) << x;
+    EXPECT_TRUE(near(PDF::quickLog(y), std::log(y), 3)) << y;
+    EXPECT_NEAR(PDF::quickErf(x / 70), std::erf(x / 70), 9e-16) << x / 70;
+    EXPECT_TRUE(near(PDF::quickErfc(std::abs(x) / 30), std::erfc(std::abs(x) / 30), 2000)) << x / 30;
+    EXPECT_TRUE(near(PDF::QuickPower(2.7)(y), std::pow(y, 2.7), 800)) << y;
+  }
+  EXPECT_TRUE(std::isnan(PDF::quickExp(NAN)) && std::isnan(PDF::quickErfc(NAN)) && std::isnan(PDF::QuickPower(2)(NAN)));
+}
+
+// Inside its range a hoisted series stands for the routine that `far` calls.
+template <class Fun>
+void compareSeries(const std::vector<std::vector<double>>& parameters, double low, double high) {
+  Fun fun;
+  for (const auto& values : parameters) {
+    fun.params = values;
+    fun.updateParam();
+    int inside = 0;
+    for (double x = low; x < high; x += (high - low) / 300) {
+      const double value = fun.distribution(x), expected = fun.far(x);
+      inside += value != expected;
+      // 4e-15: the absolute stop of the engine, and functions that are differences from 1/2 or 1.
+      EXPECT_TRUE(same(value, expected) || std::abs(value - expected) <= 1e-12 * std::abs(expected) + 4e-15)
+          << typeid(Fun).name() << " " << values[0] << " at " << x << ": " << value << ", not " << expected;
+    }
+    EXPECT_GT(inside, 1) << typeid(Fun).name() << " " << values[0];  // or nothing was compared
+  }
+}
+
+TEST(Series, IsTheRoutineThatItStandsFor) {
+  compareSeries<PDF::PDFFunByGamma>({{0.3, 1, 0}, {1, 1, 0}, {2.5, 1, 0}, {3, 1, 0}, {17.25, 1, 0}, {30, 1, 0}}, 1e-3,
+                                    50);
+  compareSeries<PDF::PDFFunByChiSquared>({{1, 0}, {2, 0}, {7, 0}, {12.5, 0}}, 1e-3, 80);
+  compareSeries<PDF::PDFFunByChi>({{1, 0}, {3, 0}, {4.5, 0}}, 1e-3, 9);
+  compareSeries<PDF::PDFFunByNakagami>({{0.6, 2, 0}, {3, 2, 0}, {8.5, 2, 0}}, 1e-3, 9);
+  compareSeries<PDF::PDFFunByInvertedGamma>({{0.6, 2, 0}, {3, 2, 0}, {8.5, 2, 0}}, 1e-2, 20);
+  compareSeries<PDF::PDFFunBySymGenNormal>({{1, 0.7, 0}, {2, 1, 0}, {1, 3.5, 0}}, -6, 6);
+  compareSeries<PDF::PDFFunByAmorosoLower>({{1.5, 2, 0, -2}, {3, 0.5, 0, -1}}, -20, 1);
+  compareSeries<PDF::PDFFunByAmorosoUpper>({{1.5, 2, 0, 2}, {3, 0.5, 0, 1}}, -1, 20);
+  compareSeries<PDF::PDFFunByStudentsT>({{0.4}, {1}, {3}, {8.25}, {20}}, -1.0, 0.998);
+  compareSeries<PDF::PDFFunByInvertedBeta>({{0.5, 0.5, 0}, {1, 1, 0}, {4, 2.5, 0}, {2, 7.5, 0}}, 1e-3, 0.998);
 }
 
 TEST(Parameters, AVectorOfAnotherLengthIsIgnored) {

@@ -65,6 +65,9 @@ TEST(Edges, Gamma) {
   EXPECT_TRUE(std::isnan(math_invGamma(0.0)));
   EXPECT_TRUE(std::isnan(math_invGamma(-0.05)));
   EXPECT_EQ(math_beta(-1, 2.5), -kInf);
+  EXPECT_TRUE(std::isnan(math_beta(100, 100)));  // Beta_overflow
+  EXPECT_EQ(math_beta(1, 171), 0);               // Beta_overflow
+  for (const double pole : {-1.0, -4.0, -1e6}) EXPECT_EQ(math_digamma(pole), -kInf);
 }
 
 TEST(Edges, IncompleteGamma) {
@@ -83,6 +86,20 @@ TEST(Edges, IncompleteGamma) {
   EXPECT_NEAR(math_igamma(0, 2), 4.954234356001890, 1e-14);      // Ei(2)
   EXPECT_NEAR(math_igamma(-1, 2), 0.018767130910245226, 1e-16);  // UG(-1, 2)
   EXPECT_EQ(lowerGamma(0, 2), kInf);
+  // gamma(30) (1 - exp(-1) (1 + 1 + ... + 1/18!)), mpmath; the integral itself is 0.013.
+  EXPECT_NEAR(lowerGamma(30, 1) / 28142934620269.681, 1, 1e-12);
+  EXPECT_EQ(lowerGamma(172, 1), kInf);
+  EXPECT_EQ(lowerGamma(180.5, 20), kInf);
+  EXPECT_LT(lowerGamma(180.5, 9), 1e180);
+  const double nearThree = std::nextafter(3.0, 4.0);
+  EXPECT_NEAR(lowerGamma(nearThree, 20), 2 * std::exp(-20.0) * 221, 1e-17);  // Q(3, 20): LowerGamma_exchanged
+  EXPECT_TRUE(std::isnan(lowerGamma(std::nextafter(-3.0, -4.0), 2)));        // the series' pole
+  EXPECT_EQ(math_igamma(2, kNaN), 0);                                        // UpperGamma_nan
+  for (const double a : {1.0, 2.5, -1.5}) EXPECT_TRUE(std::isnan(math_igamma(a, kNaN))) << a;
+  for (const double a : {2.0, 3.0, 2.5}) EXPECT_TRUE(std::isnan(math_RLowerIncompleteGamma(a, kNaN))) << a;
+  EXPECT_TRUE(std::isnan(math_RLowerIncompleteGamma(kInf, 2)));
+  EXPECT_EQ(math_RLowerIncompleteGamma(2, -kInf), -kInf);  // 1 + x, times exp(-x)
+  EXPECT_EQ(math_RLowerIncompleteGamma(3, -kInf), kInf);
 }
 
 TEST(Edges, Inverses) {
@@ -94,6 +111,10 @@ TEST(Edges, Inverses) {
   EXPECT_DOUBLE_EQ(math_InverseBeta(1, 2, 3), -2.123);
   EXPECT_TRUE(std::isnan(math_InverseBeta(0.5, -1, 3)));
   EXPECT_EQ(math_ibeta(1e-65, 0.01, 1), 0);
+  EXPECT_TRUE(std::isnan(math_ibeta(0.6, 100, 100)));  // IBeta_overflow
+  EXPECT_TRUE(std::isnan(math_ibeta(kNaN, 1, 1)));
+  // The alternating sum, ended at a term of 1e-17, by mpmath; the integral is 3.4e-138.
+  EXPECT_NEAR(math_ibeta(0.3, 200, 200) / -2.9210586721339666e-126, 1, 1e-12);
   EXPECT_EQ(math_invErf(1.0000000000000002), 5.8);
   EXPECT_EQ(math_invErf(-1.0000000000000002), -5.8);
   EXPECT_TRUE(std::isnan(math_invErf(1.1)));

@@ -208,9 +208,10 @@ TEST(NormalForm, PhaseShifts) {
 
 // Rows of kept.csv.
 TEST(Kept, Oddities) {
+  Matrix sign(f(Sign, x())), step(f(StepFun, x()));
+  y();  // a value goes to a variable that is there
   sym_setSymValue("x", -0.4);
   sym_setSymValue("y", 2);
-  Matrix sign(f(Sign, x())), step(f(StepFun, x()));
   sym_selfMul(sign, 3);
   sym_selfMul(step, 3);
   EXPECT_EQ(sign.value(), -1);  // Sign_coef

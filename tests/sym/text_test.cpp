@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
+#include <orvane/sym_polynomial.h>
 
 #include <algorithm>
 
@@ -96,6 +97,27 @@ TEST_F(Text, SumsProductsAndPowers) {
 TEST_F(Text, KeptSignRuleOfSums) {
   const Formula x("x");
   check({{x + (Formula(-2.0) ^ x), "x(-2)^x", "x+(-2)^{x}"}});
+}
+
+// A sum that has been looked at as a polynomial is written by ascending exponents, with six digits a coefficient.
+TEST_F(Text, PolynomialForm) {
+  const Formula x("x12");
+  struct {
+    Formula f;
+    const char* text;
+  } const cases[] = {
+      {(x ^ 3.0) + 2.0 * x + 1.0, "1+2*x12+x12^3"},
+      {times(2, x + 1.0), "2+2*x12"},
+      {times(-1, x + (x ^ 2.0)), "-x12-x12^2"},
+      {(1.0 / 3.0) * x - 2.5, "-2.5+0.333333*x12"},
+      {(x ^ 10.0) - (x ^ 2.0) - 123456789.0 * x, "-1.23457e+08*x12-x12^2+x12^10"},
+      {(x + 0.1) + (x ^ 2.0), "0.10000000000000000555+x12+x12^2"},
+  };
+  for (const auto& [f, text] : cases) {
+    const Matrix matrix = row({f});
+    EXPECT_TRUE(sym_isPoly(matrix.get()));
+    EXPECT_EQ(textOf(matrix.get()), text);
+  }
 }
 
 TEST_F(Text, PrefixOfFunctions) {

@@ -6,7 +6,8 @@ namespace Sym::Rules {
 using namespace Notation;
 
 const Rule refused{};
-const Rule flat{[](Arg) { return 0.0; }};
+// Also of an argument that refuses.
+const Rule flat(+[](const SymObject&, const VarPtr&, std::string&) { return makeNumber(0); });
 
 const Rule dSqrt{[](Arg u) { return 0.5 / Sqrt(u); }};
 const Rule dLn{[](Arg u) { return 1 / u; }};

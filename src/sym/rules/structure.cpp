@@ -39,9 +39,9 @@ NodePtr diffPow(const SymObject& node, const VarPtr& variable, std::string& mess
 
   const auto byBase = [&] {
     Expr power = isNumber(e.node()) ? pow(b, e.node().coef - 1) : Pow(b, e - 1);
-    return node.coef * (e * power * Expr(std::move(db)));
+    return node.coef * times(e, std::move(power), Expr(std::move(db)));
   };
-  const auto byExponent = [&] { return node.coef * (Pow(b, e) * Ln(b) * Expr(std::move(de))); };
+  const auto byExponent = [&] { return node.coef * times(Pow(b, e), Ln(b), Expr(std::move(de))); };
   if (!exponentVaries) return byBase().take();
   if (!baseVaries) return byExponent().take();
   return (byBase() + byExponent()).take();

@@ -186,9 +186,8 @@ def scorer_gi(x, derivative=0):
 
 
 def airy():
-    # The run-time forms (z/2)^nu as exp(nu log(z/2)).
-    small = lambda x: abs(mp.log(abs(x))) if 0 < abs(x) < 0.01 else 0
-    loss = lambda x: small(x) + (run_time_loss(0, abs(x) ** 1.5 / 1.5) if x < 0 else 8)
+    # For x > 0 the run-time's I and K form (z/2)^nu as exp(nu log(z/2)).
+    loss = lambda x: 12 + (abs(mp.log(abs(x))) if 0 < abs(x) < 0.01 else 0)
     finite = [c for c in LINE if c[1] > -1e5]
     write("math_AiryAi", airy_ai, LINE, base=loss)
     write("math_AiryBi", mp.airybi, LINE, base=loss)

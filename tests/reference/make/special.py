@@ -20,11 +20,12 @@ EPSILON_STOP = 2.220446049250313e-16
 GUARD = mp.mpf(10) ** 22
 
 
-def condition(f, args, value):
-    """Sum over the arguments of |x f'(x)/f(x)| by a difference far below double precision."""
+def condition(f, args, value, whole):
+    """Sum over the arguments of |x f'(x)/f(x)| by a difference far below double precision; `whole`: the first argument
+    is a whole order and stays."""
     total, h = mp.mpf(0), mp.mpf(10) ** -22
     for i, x in enumerate(args):
-        if x == 0 or x in (INF, -INF):
+        if x == 0 or x in (INF, -INF) or (whole and i == 0):
             continue
         moved = list(args)
         moved[i] = x * (1 + h)
@@ -47,7 +48,7 @@ def write(name, f, cases, base=2, slack=None, conditioned=True):
             ulp = mp.mpf(2) ** (mp.frexp(size)[1] - 53)
             ulps = mp.mpf(base)
             if conditioned and value != 0:
-                ulps *= 1 + condition(f, args, value)
+                ulps *= 1 + condition(f, args, value, region.startswith("whole"))
             if slack:
                 ulps += abs(slack(args, value)) / ulp
             text, ulps = mp.nstr(value, 25, min_fixed=0, max_fixed=0), mp.nstr(mp.ceil(ulps * 10) / 10, 6)
@@ -178,11 +179,14 @@ def gamma_family():
     write("math_polyGamma", polygamma,
           [("order_%d" % n, n, x) for n in (1, 2, 3, 5) for x in (0.25, 0.5, 1.0, 3.7, 12.5, -0.3, -2.6)] +
           [("high_%d" % n, n, x) for n in (6, 7, 10, 40) for x in (0.3, 1.0, 2.5, 8.0, -1.4)], base=8, slack=tail)
-    beta = lambda a, b: mp.beta(a, b)
+    def beta(a, b):  # the three gammas are doubles
+        gammas = [mp.gamma(t) if t < 171.62 else INF for t in (b, a, a + b)]
+        top = gammas[0] * gammas[1] if gammas[0] * gammas[1] < mp.mpf(2) ** 1024 else INF
+        return NAN if top == gammas[2] == INF else mp.mpf(0) if gammas[2] == INF else top / gammas[2]
     write("math_beta", beta, [("ordinary", a, b) for a, b in ((0.5, 0.5), (2.5, 3.75), (10, 0.1), (30, 40))] +
           [("tiny", 1e-5, 3.0), ("negative", -0.5, 2.25), ("negative", -1.5, -0.25)] +
-          [("overflow", 100.0, 100.0), ("overflow", 500.0, 300.5), ("overflow", 2.5, 1e4), ("overflow", 171.5, 1.0)],
-          base=6)
+          [("overflow", 100.0, 100.0), ("overflow", 500.0, 300.5), ("overflow", 2.5, 1e4), ("overflow", 171.5, 1.0),
+           ("overflow", 1e-308, 2.5), ("below_overflow", 85.25, 86.0)], base=6)
     pairs = [(a, x) for a in (0.1, 0.5, 1.5, 3.25, 12.75, 60.5) for x in (0.001, 0.7, 2.0, 9.5, 10.5, 30.0)]
     plus = pairs + [(0.5, 1e-10), (1e-5, 0.4), (1e-5, 3.0), (120.3, 100.0), (120.3, 130.0), (150.5, 151.0)]
     whole = [(n, x) for n in (1, 2, 5, 20, 100) for x in (1e-3, 0.5, 4.0, 25.0, 110.0)]
@@ -193,12 +197,22 @@ def gamma_family():
 
     def saturated(a, x):
         return a > 0 and any(a < p and x > q for p, q in ((2, 40), (4, 47), (6, 50), (8, 56), (10, 61), (15, 72)))
+    def whole_lower(n, x):  # gamma(n) P(m, x): the sum of x^k/k! ends behind the first term of at most eps
+        total, term, k = mp.mpf(1), mp.mpf(1), 1
+        with mp.workdps(200):
+            while k < n and abs(term) > EPSILON_STOP:
+                term *= x / k
+                total += term
+                k += 1
+            return mp.gamma(n) * (1 - total * mp.exp(-x))
     rows = [("broken", a, x) for a, x in plus if not saturated(a, x)] + [("negative", a, x) for a, x in below]
     rows += [("switch", 1.5, x) for x in (9.999, 10.0, 10.001, 39.0)] + [("outside", 0.5, -1.0)]
     nonneg = lambda f: (lambda a, x: NAN if x < 0 and a != int(a) else f(a, x))
     wholerows = [("whole", n, x) for n, x in whole] + [("whole_negative_x", 4, -2.5), ("whole_negative_x", 7, -0.3)]
     write("math_igamma", nonneg(upper), rows + wholerows + [("whole_below", -2, 0.4), ("whole_below", -2, 6.0)], base=8)
-    write("math_incompleteGamma", nonneg(lower), rows + wholerows, base=8)
+    wholerows += [("whole_early", 40, x) for x in (-0.5, 0.25, 3.0)] + [("whole_left", 6, -30.0), ("whole_left", 90, -30.0)]
+    write("math_incompleteGamma", nonneg(lambda a, x: whole_lower(a, x) if a == int(a) else lower(a, x)),
+          rows + wholerows + [("large", 200.5, 3.0), ("near_pole", -3.3, 9.99)], base=8)
     p = lambda a, x: lower(a, x) / mp.gamma(a)
     q = lambda a, x: upper(a, x) / mp.gamma(a)
     far = [("tail", 1.5, 1000.0), ("tail", 0.5, 500.0), ("tail", 300.5, 800.0), ("large", 2000.5, 2010.0)]
@@ -211,11 +225,30 @@ def gamma_family():
     write("math_InverseRUpperIncompleteGamma", inv,
           [("ordinary", a, v) for a in (0.5, 1.5, 3.25, 20.5) for v in (0.05, 0.4, 0.99)] + [("tail", 2.5, 1e-9)],
           base=4, slack=lambda a, t: (mp.mpf("2e-15")) / density(a[0], t) + mp.mpf("2e-15"))
-    ib = lambda x, a, b: NAN if x < 0 or x > 1 else mp.betainc(a, b, 0, x)
+    def beta_series(x, a, b):  # F(a, 1-b; a+1; x) up to its first term of at most 1e-17
+        with mp.workdps(400):
+            total, factor, k = mp.mpf(1), mp.mpf(1), 0
+            while True:
+                factor *= (k + 1 - b) * x / (k + 1)
+                k += 1
+                total += a / (a + k) * factor
+                if abs(a / (a + k) * factor) <= 1e-17:
+                    return x ** a / a * total
+
+    def ib(x, a, b):
+        if x < 0 or x > 1:
+            return NAN
+        if x < 0.500000000000001:
+            return beta_series(x, a, b) if b > 0 else mp.betainc(a, b, 0, x)
+        with mp.workdps(400):
+            full = beta(a, b)
+            return full - beta_series(1 - x, b, a) if x < 1 else full
     write("math_ibeta", ib,
           [("ordinary", x, a, b) for x in (0.01, 0.3, 0.6, 0.95) for a, b in ((0.5, 0.5), (2.0, 3.5), (7.25, 0.8), (30, 40.5))] +
           [("switch", x, 2.5, 1.5) for x in (0.4999999, 0.5, 0.5000000000000011)] +
-          [("far", 0.4, 2.0, 500.0), ("far", 0.3, 200.0, 200.0), ("far", 0.6, 100.0, 1.0), ("far", 0.7, 200.0, 200.0)] +
+          [("far", 0.4, 2.0, 500.0), ("far", 0.6, 100.0, 1.0), ("far", 0.7, 200.0, 200.0), ("far", 0.001, 3.5, 900.25)] +
+          [("stop", x, a, b) for x, a, b in ((0.4, 10.0, 100.0), (0.49, 40.5, 40.5), (0.45, 8.0, 60.3), (0.3, 200.0, 200.0),
+                                             (0.5, 50.0, 1.0), (0.55, 80.0, 3.5), (0.6, 60.25, 60.0))] +
           [("negative_b", 0.3, 2.5, -0.7), ("negative_a", 0.3, -0.4, 1.3), ("edge", 1.0, 2.5, 3.5), ("tiny", 1e-60, 0.5, 2.0)] +
           [("outside", -0.1, 1.0, 1.0), ("outside", 1.1, 1.0, 1.0)], base=8)
     rib = lambda x, a, b: mp.betainc(a, b, 0, x, regularized=True)

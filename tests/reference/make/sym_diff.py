@@ -11,8 +11,8 @@ from mpmath import mp, mpf, inf, pi, sqrt, exp, log
 mp.dps = 50
 
 # Relative error allowed. A derivative in elementary functions is right to a few roundings; one that calls special
-# functions is as right as they are, which their own tables hold.
-ELEMENTARY, SPECIAL, COARSE = mpf(2) ** -48, mpf("1e-10"), mpf("1e-7")
+# functions is as right as they are, which their own tables hold; that of EllipticRG has a factor of eight digits.
+ELEMENTARY, SPECIAL, COARSE = mpf(2) ** -48, mpf("1e-13"), mpf("1e-7")
 
 
 def inverse(f, guess):

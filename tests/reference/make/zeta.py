@@ -252,26 +252,13 @@ def integrals():
           real("negative", -0.5, -4.0, -30.0) + real("zero", 0.0), base=16, slack=lambda a, v: 16 * EPS)
 
 
-def gauss_legendre(n):
-    nodes = []
-    for k in range(1, n + 1):
-        t = mp.findroot(lambda u: mp.legendre(n, u), mp.cos(mp.pi * (k - 0.25) / (n + 0.5)))
-        d = n * (t * mp.legendre(n, t) - mp.legendre(n - 1, t)) / (t * t - 1)
-        nodes.append((t, 2 / ((1 - t * t) * d * d)))
-    return nodes
-
-
 def glasser(x):
-    """Gauss-Legendre panels of 40 points over 4 radians each."""
-    rule = [(mp.mpf(t), w) for t, w in gauss_legendre(24)]
-
-    def panel(a, b):
-        middle, half = (a + b) / 2, (b - a) / 2
-        return half * mp.fsum(w * mp.sin((middle + half * t) * mp.sin(middle + half * t)) for t, w in rule)
     edges = [mp.mpf(0)]
     while edges[-1] < x:
         edges.append(min(mp.mpf(x), edges[-1] + 4 / (2 + edges[-1])))
-    return mp.fsum(panel(a, b) for a, b in zip(edges, edges[1:]))
+    with mp.workdps(30):
+        return mp.fsum(mp.quad(lambda t: mp.sin(t * mp.sin(t)), [a, b], method="gauss-legendre", maxdegree=4)
+                       for a, b in zip(edges, edges[1:]))
 
 
 def polynomials():

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+// A host of the library: a production plan, a portfolio and a delivery tour on one page.
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+#include "complaint.h"
+#include "page.h"
+#include "portfolio.h"
+#include "production.h"
+#include "tour.h"
+
+namespace {
+
+constexpr int kBadInput = 2;
+constexpr const char* kUsage =
+    "usage: orvane-programmes [OPTION...] CITIES\n"
+    "\n"
+    "Plans a production (a linear programme), spreads a portfolio (a quadratic programme, also in whole lots) and "
+    "finds a\n"
+    "delivery tour through the cities of a CSV file with the columns city, latitude, longitude. Writes one HTML page.\n"
+    "  --report FILE    the page (out/programmes.html)\n"
+    "  --return PERCENT wanted return of the portfolio, 2.5 to 8 (5)\n"
+    "  --lots N         lots of the portfolio, 1 to 100 (20)\n"
+    "  --threads N      worker threads for the tour, 1 to 256 (2)\n"
+    "  --help           this text\n";
+
+struct Options {
+  std::string report = "out/programmes.html", cities;
+  double wantedReturn = 5;
+  int lots = 20, threads = 2;
+  bool help = false;
+};
+
+double number(const std::string& option, const std::string& text, double least, double most, bool whole) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool good = error == std::errc() && end == text.data() + text.size() && value >= least && value <= most;
+  if (!good || (whole && value != std::floor(value)))
+    throw Complaint(option + ": \"" + text + "\" is no " + (whole ? "whole " : "") + "number from " +
+                    std::to_string(least).substr(0, 4) + " to " + std::to_string(most).substr(0, 5));
+  return value;
+}
+
+Options readOptions(int argc, char** argv) {
+  Options options;
+  for (int k = 1; k < argc; ++k) {
+    const std::string option = argv[k];
+    if (option == "-h" || option == "--help") {
+      options.help = true;
+      return options;
+    }
+    if (option.empty() || option[0] != '-') {
+      if (!options.cities.empty()) throw Complaint("more than one file given");
+      options.cities = option;
+      continue;
+    }
+    if (option != "--report" && option != "--return" && option != "--lots" && option != "--threads")
+      throw Complaint("unknown option " + option);
+    if (++k == argc) throw Complaint(option + " needs a value");
+    const std::string value = argv[k];
+    if (option == "--report") options.report = value;
+    if (option == "--return")
+      options.wantedReturn = number(option, value, returnRange().first, returnRange().second, false);
+    if (option == "--lots") options.lots = static_cast<int>(number(option, value, 1, 100, true));
+    if (option == "--threads") options.threads = static_cast<int>(number(option, value, 1, 256, true));
+  }
+  if (options.cities.empty()) throw Complaint("no file given");
+  return options;
+}
+
+void run(const Options& options) {
+  const std::vector<City> cities = readCities(options.cities);
+  checkPagePath(options.report, options.cities);
+  const Production real = plannedProduction(false), whole = plannedProduction(true);
+  const Frontier spread = frontier(options.wantedReturn, options.lots);
+  const Tour tour = deliveryTour(cities, options.threads);
+
+  std::printf("production: %.2f euro, in whole pieces %.2f euro\n", real.profit, whole.profit);
+  std::printf("portfolio:  %.3f %% return with %.3f %% deviation", spread.wanted.expected, spread.wanted.deviation);
+  if (spread.wantedLots.found) std::printf(", in %d lots %.3f %%", options.lots, spread.wantedLots.deviation);
+  std::printf("\ntour:       %.0f km through %zu cities, nearest neighbour %.0f km\n", tour.length, cities.size(),
+              tour.nearest);
+
+  writePage(options.report,
+            htmlPage("Plan, portfolio, tour", "<h1>Plan, portfolio, tour</h1>\n<p class=\"soft\">Three programmes, " +
+                                                  today() + "</p>\n" + productionSection(real, whole) +
+                                                  portfolioSection(spread) + tourSection(cities, tour)));
+  std::fprintf(stderr, "Report: %s\n", options.report.c_str());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const Options options = readOptions(argc, argv);
+    if (options.help)
+      std::fputs(kUsage, stdout);
+    else
+      run(options);
+    return 0;
+  } catch (const Complaint& complaint) {
+    std::fprintf(stderr, "orvane-programmes: %s\n", complaint.what());
+    return kBadInput;
+  }
+}

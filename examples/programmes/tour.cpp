@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tour.h"
+
+#include <orvane/paths.h>
+
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <numbers>
+#include <sstream>
+
+#include "complaint.h"
+#include "page.h"
+#include "svg_plot.h"
+
+namespace {
+
+constexpr double kEarthRadius = 6371;  // kilometres, the mean
+
+double degrees(const std::string& text, double most, const std::string& where) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !(std::abs(value) <= most))
+    throw Complaint(where + ": \"" + text + "\" is no angle within " + shortNumber(most) + " degrees");
+  return value;
+}
+
+}  // namespace
+
+std::vector<City> readCities(const std::string& path) {
+  std::ifstream file(path);
+  if (!file) throw Complaint(path + ": cannot be read");
+  std::vector<City> cities;
+  int number = 0;
+  for (std::string line; std::getline(file, line);) {
+    const std::string where = path + ":" + std::to_string(++number);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.empty() || number == 1) continue;
+    std::istringstream cells(line);
+    std::string name, latitude, longitude;
+    if (!std::getline(cells, name, ',') || !std::getline(cells, latitude, ',') || !std::getline(cells, longitude, ','))
+      throw Complaint(where + ": needs a name, a latitude and a longitude");
+    cities.push_back({name, degrees(latitude, 90, where), degrees(longitude, 180, where)});
+  }
+  if (cities.size() < 3) throw Complaint(path + ": a tour needs three cities");
+  return cities;
+}
+
+double kilometres(const City& a, const City& b) {
+  const double degree = std::numbers::pi / 180;
+  const double north = std::sin((a.latitude - b.latitude) * degree / 2),
+               east = std::sin((a.longitude - b.longitude) * degree / 2);
+  const double square = north * north + std::cos(a.latitude * degree) * std::cos(b.latitude * degree) * east * east;
+  return 2 * kEarthRadius * std::asin(std::sqrt(square));
+}
+
+Tour deliveryTour(const std::vector<City>& cities, int threads) {
+  const size_t n = cities.size();
+  std::vector<double> weights(n * n);
+  std::vector<const double*> rows;
+  for (size_t i = 0; i < n; ++i) {
+    for (size_t j = 0; j < n; ++j) weights[i * n + j] = kilometres(cities[i], cities[j]);
+    rows.push_back(&weights[i * n]);
+  }
+  Tour tour{std::vector<uint32_t>(n), 0, 0};
+  tour.length = api_Prog_SolveTSP(rows.data(), static_cast<int32_t>(n), threads, tour.order.data());
+  if (tour.length >= 1e300) throw Complaint("there is no tour");
+
+  std::vector<uint32_t> greedy{0};
+  std::vector<char> left(n, 1);
+  left[0] = 0;
+  while (greedy.size() < n) {
+    uint32_t next = 0;
+    double least = 1e300;
+    for (uint32_t j = 0; j < n; ++j)
+      if (left[j] && rows[greedy.back()][j] < least) least = rows[greedy.back()][next = j];
+    left[next] = 0;
+    greedy.push_back(next);
+  }
+  tour.nearest = api_TSP_clacTSP(rows.data(), 1, static_cast<int32_t>(n), greedy.data(), static_cast<int32_t>(n));
+  return tour;
+}
+
+std::string tourSection(const std::vector<City>& cities, const Tour& tour) {
+  std::string html =
+      "<h2 id=\"tour\">A delivery tour</h2>\n<p>A lorry calls at " + std::to_string(cities.size()) +
+      " cities and comes home; distances are those of the great circle.</p>\n<p class=\"answer\">Length: "
+      "<strong>" +
+      shortNumber(std::round(tour.length)) + " km</strong>, " + shortNumber(100 * (1 - tour.length / tour.nearest), 3) +
+      " % less than by always going to the nearest city left.</p>\n";
+  html += figure("map", "", drawnMap(cities, tour), "The tour on a map that is true to scale at its middle latitude.");
+  html +=
+      "<details><summary>All legs</summary><div class=\"card wide\"><table class=\"ranking\"><thead><tr><th "
+      "class=\"number\">Leg</th><th>From</th><th>To</th><th class=\"number\">Kilometres</th></tr></thead><tbody>\n";
+  for (size_t k = 0; k < tour.order.size(); ++k) {
+    const City &from = cities[tour.order[k]], &to = cities[tour.order[(k + 1) % tour.order.size()]];
+    html += "<tr><td class=\"number\">" + std::to_string(k + 1) + "</td><td>" + escaped(from.name) + "</td><td>" +
+            escaped(to.name) + "</td><td class=\"number\">" + shortNumber(std::round(kilometres(from, to))) +
+            "</td></tr>\n";
+  }
+  return html + "</tbody></table></div></details>\n";
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+
+#if defined(__GNUC__) && defined(__x86_64__) && !defined(__AVX2__)
+#define ORVANE_DISPATCH_AVX2 1
+#else
+#define ORVANE_DISPATCH_AVX2 0
+#endif
+
+/// One loop over points, as wide as the processor's vectors. The instructions differ, the rounding does not: without
+/// fused operations every lane gives the bits of the plain loop.
+namespace PDF {
+
+template <class Formula>
+[[gnu::always_inline]] inline void pointLoop(const Formula& formula, const double* x, double* y, std::size_t n) {
+  for (std::size_t i = 0; i < n; ++i) y[i] = formula(x[i]);
+}
+
+#if ORVANE_DISPATCH_AVX2
+
+inline bool hasAvx2() {
+  static const bool has = __builtin_cpu_supports("avx2");
+  return has;
+}
+
+template <class Formula>
+[[gnu::target("avx2"), gnu::flatten]] void pointLoopAvx2(const Formula& formula, const double* x, double* y,
+                                                         std::size_t n) {
+  pointLoop(formula, x, y, n);
+}
+
+#endif
+
+/// y[i] = formula(x[i]); x and y may be the same array.
+template <class Formula>
+void forPoints(const Formula& formula, const double* x, double* y, std::size_t n) {
+#if ORVANE_DISPATCH_AVX2
+  if (hasAvx2()) return pointLoopAvx2(formula, x, y, n);
+#endif
+  pointLoop(formula, x, y, n);
+}
+
+}  // namespace PDF

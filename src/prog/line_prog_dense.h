@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace LineProg {
+
+/// A dense problem: A x <= b, Aeq x = beq, matrices row-major with c.size() columns.
+struct DenseProblem {
+  std::span<const double> c, A, b, Aeq, beq;
+  std::size_t n = 0;
+};
+
+/// True when no entry exceeds 1e-15 in size; an empty array has none.
+bool allSmall(std::span<const double> values);
+
+/// The maximum of c.x over x >= 0, x written; NaN, with x untouched, on failure.
+double solveDense(const DenseProblem& problem, std::span<double> x);
+
+/// The arrays of a constraint sum coefs[k] x[indices[k]] <= rhs over variables with bounds.
+struct BoundedSum {
+  double* upper;
+  double* lower;
+  const double* coefs;
+  const int32_t* indices;
+  const uint8_t* kinds;
+  double rhs;
+  int32_t n;
+};
+
+/// Tightens the bounds by what the constraint leaves each variable; true when one changed.
+bool resetMaxMin(const BoundedSum& sum);
+
+}  // namespace LineProg

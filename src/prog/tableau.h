@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+/// The condensed tableau of a simplex: each row reads basic = value + sum of coefs * nonbasic, every variable
+/// non-negative. Variables have numbers; a nonbasic one stands in a column, a basic one in a row. A row holds its
+/// coefficients as sorted pairs while they are few and as a plain array beyond that, so that sparse problems stay cheap
+/// and filled rows run at the speed of a dense update. Ties are settled by the variables' numbers, never by places.
+class Tableau {
+ public:
+  static constexpr int kNone = -1;
+  using Terms = std::vector<std::pair<int, double>>;  ///< (variable, coefficient)
+
+  struct Row {
+    int var = kNone;
+    double value = 0;
+    bool dense = false;
+    std::vector<int> at;  ///< columns of coef while sparse, ascending
+    std::vector<double> coef;
+  };
+
+  struct Pivot {
+    int column = kNone;
+    int row = kNone;
+  };
+
+  /// A nonbasic variable in a column of its own; its coefficient is 0 in every row.
+  void addColumn(int var);
+
+  /// Row `var` = constant + sum of terms, the terms over any variables of the tableau.
+  void addRow(int var, double constant, const Terms& terms);
+
+  /// Sets the objective constant + sum of terms; it is kept in terms of the nonbasic variables.
+  void setObjective(double constant, const Terms& terms);
+
+  /// The nonbasic variable of greatest objective entry above 1e-32 whose column is not struck; kNone if there is none.
+  int entering(const std::vector<uint8_t>& struck) const;
+
+  /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients.
+  int leaving(int slot, std::vector<double>& column) const;
+
+  /// Exchanges the variables of a row and a column.
+  void pivot(int row, int slot, const std::vector<double>& column);
+
+  /// A column of coefficient 1 in every row.
+  int addArtificial(int var);
+  /// Takes the variable out of the tableau, pivoting it out of its row first where it stands in one.
+  void removeArtificial(int var);
+
+  /// Moves the origin of a basic variable: its value falls by `step`.
+  void shift(int var, double step) { rows[place(var)].value -= step; }
+
+  double valueOf(int var) const;
+  int variableCount() const { return static_cast<int>(places.size()); }
+  int columnCount() const { return static_cast<int>(columnVar.size()); }
+  int columnOf(int var) const { return var < variableCount() && places[var] < 0 ? ~places[var] : kNone; }
+  bool isBasic(int var) const { return var < variableCount() && places[var] >= 0 && places[var] != kAbsent; }
+  bool has(int var) const { return var < variableCount() && places[var] != kAbsent; }
+
+  std::vector<Row> rows;
+  std::vector<int> columnVar;        ///< variable of each column, kNone for a free one
+  std::vector<double> objectiveRow;  ///< by variable: reduced costs
+  double objectiveValue = 0;
+
+  /// Column `slot`, one coefficient a row.
+  void gather(int slot, std::vector<double>& column) const;
+
+ private:
+  static constexpr int kAbsent = 0x7fffffff;
+
+  int place(int var) const { return places[var]; }
+  void enter(int var, int where);
+  void makeDense(Row& row) const;
+  void trim(Row& row) const;
+  void addScaled(Row& row, double factor, const Row& pivotRow, int slot);
+  void addToObjective(double factor, int var);
+
+  std::vector<int> places;  ///< by variable: row, or ~column, or kAbsent
+  std::vector<int> spareAt;
+  std::vector<double> spareCoef;
+};

@@ -1,0 +1,70 @@
+# SPDX-License-Identifier: Apache-2.0
+"""A page of an example host as a browser shows it."""
+import html.parser
+import os
+import re
+import subprocess
+import tempfile
+import unittest
+
+CHROMIUM = os.environ.get('CHROMIUM', '')
+needs_browser = unittest.skipUnless(CHROMIUM and os.path.exists(CHROMIUM), 'needs chromium')
+
+
+class Page(html.parser.HTMLParser):
+    """Counts what the page shows: marks inside each figure, typeset formulas, text outside scripts."""
+
+    def __init__(self, text):
+        super().__init__()
+        self.figures, self.figure, self.formulas, self.texts, self.hidden = {}, None, 0, [], 0
+        self.linked, self.errors, self.tags = [], 0, set()
+        self.feed(text)
+
+    def handle_starttag(self, tag, attributes):
+        values = dict(attributes)
+        self.tags.add(tag)
+        self.linked += [values[key] for key in ('src', 'href') if key in values]
+        classes = (values.get('class') or '').split()
+        if tag == 'figure':
+            self.figure = self.figures.setdefault(values['id'], {})
+        if self.figure is not None and tag in ('path', 'rect', 'circle') and classes:
+            key = classes[0]
+            self.figure[key] = self.figure.get(key, 0) + 1
+            if tag == 'path' and not re.match(r'^M-?[\d.]+ -?[\d.]+[LHV]', values['d']):
+                raise AssertionError('a path without a line: ' + values['d'][:40])
+        self.formulas += 'katex-html' in classes
+        self.errors += 'katex-error' in classes
+        if tag in ('script', 'style', 'annotation'):
+            self.hidden += 1
+
+    def handle_endtag(self, tag):
+        if tag == 'figure':
+            self.figure = None
+        if tag in ('script', 'style', 'annotation'):
+            self.hidden -= 1
+
+    def handle_data(self, data):
+        if not self.hidden:
+            self.texts.append(data)
+
+
+def opened(test, path):
+    """The page, which must need nothing beside it and hold no formula that the typesetter refuses."""
+    with tempfile.TemporaryDirectory() as folder:
+        shown = subprocess.run([CHROMIUM, '--headless', '--no-sandbox', '--disable-gpu', '--user-data-dir=' + folder,
+                                '--virtual-time-budget=5000', '--dump-dom', 'file://' + os.path.abspath(path)],
+                               capture_output=True, text=True, timeout=120)
+    test.assertEqual(shown.returncode, 0, shown.stderr)
+    page = Page(shown.stdout)
+    test.assertEqual(page.linked, [], 'the page needs something beside it')
+    test.assertEqual(re.findall(r'url\((?!data:|#)[^)]{0,80}', shown.stdout.split('<script>')[0]), [])
+    test.assertEqual(page.errors, 0, 'a formula that the typesetter refuses')
+    return page
+
+
+def run_tests():
+    """Runs the test program; 77 when every test was skipped."""
+    program = unittest.main(module='__main__', verbosity=2, exit=False)
+    result = program.result
+    every_skipped = result.testsRun > 0 and len(result.skipped) == result.testsRun
+    raise SystemExit(77 if every_skipped else 0 if result.wasSuccessful() else 1)
