@@ -4,9 +4,9 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "host.h"
 #include "sym/compare.h"
 #include "sym/edit.h"
+#include "sym/formula.h"
 #include "sym/kind.h"
 #include "sym/matrix.h"
 #include "sym/pool.h"
