@@ -92,7 +92,7 @@ struct Lg : Rule {
       return mix3(c, nb[2], nb[1], nb[0]);
     }
     if (r > 0.3) {
-      draw(4);
+      draw(4);  // LG_neighbour
       return mix4(c, nb[3], nb[2], nb[1]);
     }
     if (r > 0.2) {

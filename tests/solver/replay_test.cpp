@@ -68,7 +68,7 @@ struct RungeKutta : Rule {
       rk[d] = (k4 + 2.0 * k2 + k1 + 2.0 * k3) * 0.5 / 6.0;
     }
   }
-  bool take(Place* c) {
+  bool take(Place* c) {  // RUN_lag
     c->accept();
     if (c != B && B->bestValue > c->bestValue) {
       B = c;
@@ -109,7 +109,7 @@ struct RungeKutta : Rule {
         const double q = u() > 0.5 ? B->b[d] : lead->x[d];
         c->tr[d] = s * rk[d] + (g * p + p) + (v1[d] * 0.1 + 0.5) * (q - p);
       } else {
-        u();
+        u();  // RUN_draw
         const double p = u() > 0.5 ? B->b[d] : lead->x[d];
         c->tr[d] = (A->x[d] - Bp->x[d]) * (v1[d] * 0.1 + 0.5) + (g * p + p + s * rk[d]);
       }
