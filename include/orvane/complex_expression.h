@@ -25,7 +25,7 @@ typedef struct PluralCmd PluralCmd;
 /** A node of a program; it lives as long as its command. */
 typedef struct PluralExpress PluralExpress;
 /** A complex number. */
-typedef struct PluralData PluralData;
+typedef struct HPPlural HPPlural;
 
 /** New command, freed by math_PluralFreeCmd or by a run that says so. */
 ORVANE_API PluralCmd* math_PluralNewCmd(void);
@@ -65,10 +65,10 @@ ORVANE_API void math_PluralSetExpressValue(PluralExpress* express, const char* r
 
 /** Makes an expression share a data handle's number, also after the handle is freed; an unknown handle clears the
  * value. */
-ORVANE_API void math_PluralSetExpressValue2(PluralExpress* express, const PluralData* data);
+ORVANE_API void math_PluralSetExpressValue2(PluralExpress* express, const HPPlural* data);
 
 /** New number from two texts, as in math_PluralSetExpressValue; freed by math_PluralFreeData. */
-ORVANE_API PluralData* math_PluralAddData(const char* real, const char* imaginary);
+ORVANE_API HPPlural* math_PluralAddData(const char* real, const char* imaginary);
 
 /**
  * Evaluates the expressions in their order, each from the present values of its parameters.
@@ -79,7 +79,7 @@ ORVANE_API PluralData* math_PluralAddData(const char* real, const char* imaginar
  *         undefined value, an unknown command or one with nothing to evaluate. An expression without a function throws
  *         std::bad_function_call.
  */
-ORVANE_API PluralData* math_PluralRun(PluralCmd* cmd, bool freeCommand);
+ORVANE_API HPPlural* math_PluralRun(PluralCmd* cmd, bool freeCommand);
 
 /**
  * Writes a number as text.
@@ -93,12 +93,12 @@ ORVANE_API PluralData* math_PluralRun(PluralCmd* cmd, bool freeCommand);
  * @param size    size of the buffer in bytes
  * @return length of the text; 0 for an unknown handle
  */
-ORVANE_API int32_t math_PluralGetStrValue(const PluralData* data, char* buffer, int32_t size);
+ORVANE_API int32_t math_PluralGetStrValue(const HPPlural* data, char* buffer, int32_t size);
 
 /** Frees a command and its expressions; false when it is unknown. */
 ORVANE_API bool math_PluralFreeCmd(PluralCmd* cmd);
 
 /** Frees a data handle; false when it is unknown. */
-ORVANE_API bool math_PluralFreeData(PluralData* data);
+ORVANE_API bool math_PluralFreeData(HPPlural* data);
 
 #endif

@@ -36,7 +36,8 @@ ORVANE_API FractionNumber* fraction_create(const int64_t* numerator, int32_t num
  *
  * Code 41 is -a, 42 the absolute value, both without reduction; 49 to 59 are the functions of hp_Fun1, and every code
  * from 60 on is the power a^n. A square root that is a fraction is exact; what leaves the rational numbers is the
- * function, to `precision` limbs, of the quotient to eight limbs more. Any other code gives 0.
+ * function, to `precision` limbs, of the quotient to eight limbs more; beyond (10^7)^4000000 it is infinite. Any other
+ * code gives 0.
  *
  * @param a          fraction
  * @param precision  limbs of a result that is no fraction, as in hp_Fun1

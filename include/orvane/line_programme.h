@@ -10,8 +10,8 @@
  * branching over copies. It has its limits:
  *
  *  - a phase makes at most as many pivots as there are variables and rows together (an equality counts as two rows, a
- *    0-1 variable adds one). When they do not suffice the point in hand counts as the optimum of the second phase, and
- *    a first phase that has not ended as an infeasible problem;
+ *    0-1 variable adds one). When they do not suffice the point in hand counts as the optimum of the second phase (a
+ *    further call of lineProg_Solve goes on from it), and a first phase that has not ended as an infeasible problem;
  *  - a branch is given up when the value of its relaxation, with the integer variables rounded, is below the best value
  *    found. Rounding may hide a better point: the result is feasible and integral, and not always the maximum.
  *
@@ -55,7 +55,7 @@ ORVANE_API void lineProg_SetVarCount(LineProgramme* solver, const uint8_t* kinds
 ORVANE_API void lineProg_SetMaxExpress(LineProgramme* solver, const int32_t* indices, const double* coefs, int32_t n);
 
 /**
- * Adds a constraint: sum of coefs[k] * x[indices[k]] <relation> rhs.
+ * Adds a constraint on sum of coefs[k] * x[indices[k]]: at most, at least or equal to rhs.
  *
  * @param solver    programme, its variables set
  * @param indices   [n] variables; coefficients on one variable add up

@@ -73,7 +73,7 @@ ORVANE_API void quadProg_setMaxExpress(QuadProgramme* solver, const int32_t* i, 
                                        int32_t nq, const int32_t* k, const double* ccoef, int32_t nc, double constant);
 
 /**
- * Adds a constraint: sum of coefs[k] * x[indices[k]] <relation> rhs.
+ * Adds a constraint on sum of coefs[k] * x[indices[k]]: at most, at least or equal to rhs.
  *
  * @param solver    programme, its variables made
  * @param indices   [n] variables; coefficients on one variable add up

@@ -7,10 +7,10 @@ namespace {
 // The handles of this family are addresses of objects that stand in tables of their own, not under the object root.
 HP::PluralCmd* nativeOf(PluralCmd* cmd) { return reinterpret_cast<HP::PluralCmd*>(cmd); }
 HP::PluralExpress* nativeOf(PluralExpress* express) { return reinterpret_cast<HP::PluralExpress*>(express); }
-const HP::HPPlural* nativeOf(const PluralData* data) { return reinterpret_cast<const HP::HPPlural*>(data); }
+const HP::HPPlural* nativeOf(const HPPlural* data) { return reinterpret_cast<const HP::HPPlural*>(data); }
 
-PluralData* entered(HP::PluralValue value) {
-  return reinterpret_cast<PluralData*>(HP::dataTable().enter(std::move(value)));
+HPPlural* entered(HP::PluralValue value) {
+  return reinterpret_cast<HPPlural*>(HP::dataTable().enter(std::move(value)));
 }
 
 }  // namespace
@@ -41,29 +41,29 @@ void math_PluralSetExpressValue(PluralExpress* express, const char* real, const 
   if (express != nullptr) nativeOf(express)->setValue(real, imaginary);
 }
 
-void math_PluralSetExpressValue2(PluralExpress* express, const PluralData* data) {
+void math_PluralSetExpressValue2(PluralExpress* express, const HPPlural* data) {
   if (express != nullptr) nativeOf(express)->value = HP::dataTable().find(nativeOf(data));
 }
 
-PluralData* math_PluralAddData(const char* real, const char* imaginary) {
+HPPlural* math_PluralAddData(const char* real, const char* imaginary) {
   auto value = std::make_shared<HP::HPPlural>();
   HP::parsePart(real, *value->real);
   HP::parsePart(imaginary, *value->imaginary);
   return entered(std::move(value));
 }
 
-PluralData* math_PluralRun(PluralCmd* cmd, bool freeCommand) {
+HPPlural* math_PluralRun(PluralCmd* cmd, bool freeCommand) {
   const auto command = HP::commandTable().find(nativeOf(cmd));
-  PluralData* result = command ? entered(command->run()) : nullptr;
+  HPPlural* result = command ? entered(command->run()) : nullptr;
   if (freeCommand) HP::commandTable().erase(nativeOf(cmd));
   return result;
 }
 
-int32_t math_PluralGetStrValue(const PluralData* data, char* buffer, int32_t size) {
+int32_t math_PluralGetStrValue(const HPPlural* data, char* buffer, int32_t size) {
   const auto value = HP::dataTable().find(nativeOf(data));
   return value ? HP::writeText(*value, buffer, size) : 0;
 }
 
 bool math_PluralFreeCmd(PluralCmd* cmd) { return HP::commandTable().erase(nativeOf(cmd)); }
 
-bool math_PluralFreeData(PluralData* data) { return HP::dataTable().erase(nativeOf(data)); }
+bool math_PluralFreeData(HPPlural* data) { return HP::dataTable().erase(nativeOf(data)); }

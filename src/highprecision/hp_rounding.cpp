@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "highprecision/float_ops.h"
 #include "highprecision/integer.h"
@@ -50,9 +51,8 @@ HPByGMP toFloat(const HPNumber_c& x, mp_bitcnt_t bits) {
 
 int64_t sizeInBits(const HPNumber_c& x) {
   double lead = 0;
-  for (std::size_t i = 0; i < std::min<std::size_t>(3, x.limbs.size()); ++i)
-    lead = lead / static_cast<double>(kBase) +
-           static_cast<double>(x.limbs[x.limbs.size() - std::min<std::size_t>(3, x.limbs.size()) + i]);
+  for (const int64_t limb : std::span(x.limbs).last(std::min<std::size_t>(3, x.limbs.size())))
+    lead = lead / static_cast<double>(kBase) + static_cast<double>(limb);
   return static_cast<int64_t>(std::floor(static_cast<double>(x.top() - 1) * kBitsPerLimb + std::log2(lead)));
 }
 

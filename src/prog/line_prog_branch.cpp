@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Branch and bound of the linear programmes, depth first on copies of the tableau.
 #include <cmath>
-#include <utility>
 
 #include "prog/line_prog_solver.h"
 
@@ -15,67 +14,87 @@ bool fractional(double x) { return std::abs(x - std::round(x)) > kIntegral; }
 
 }  // namespace
 
-// The variable on one side of the bound. It is basic, as it is fractional. An upper bound is one more row, the distance
-// to it; a lower bound moves the variable's origin there. Either way its row is out of bounds, and Phase one brings the
-// variable back onto the bound.
+// The variable on one side of the bound. It is basic, as it is fractional. A lower bound moves its origin there; an
+// upper bound is a row, the distance to it, and a lower one yet moves that row's origin. Either way a row is out of
+// bounds, and Phase one brings the variable back onto the bound.
 bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound) const {
   auto& [low, high] = node.bounds.at(var);
   if (upper ? bound < low : bound > high) return false;
-  if (upper) {
-    high = static_cast<int32_t>(bound);
-    node.tableau.addRow(node.tableau.variableCount(), bound - node.origin[var], {{var, -1.0}});
-  } else {
+  Tableau& tableau = node.tableau;
+  if (!upper) {
     low = static_cast<int32_t>(bound);
-    node.tableau.shift(var, bound - node.origin[var]);
+    tableau.shift(var, bound - node.origin[var]);
     node.origin[var] = bound;
+    return true;
   }
+  const auto row = node.upperRows.find(var);
+  if (row != node.upperRows.end() && tableau.isBasic(row->second)) {
+    tableau.shift(row->second, high - bound);
+  } else {
+    node.upperRows[var] = tableau.variableCount();
+    tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, -1.0}});
+  }
+  high = static_cast<int32_t>(bound);
   return true;
 }
 
-// `keep` leaves the node's tableau as its relaxation left it; otherwise the last branch may take it over.
-void LineProgSolver::branchAndBound(Node& node, double limit, bool keep) const {
-  if (!phases(node)) return;
+// Solves the node's relaxation. The variable to branch on; -1 when there is nothing to branch: the node is integral and
+// solved, or it is not solved, being infeasible, unbounded or worse than the limit.
+int32_t LineProgSolver::relax(Node& node, double limit) const {
+  if (!phases(node)) return -1;
   readOut(node);
-  const double value = objectiveOf(node.solution);
-  if (limit > value) {
+  const auto give = [&node](Status status) {
     node.solved = false;
-    node.status = kFailed;
-    return;
-  }
+    node.status = status;
+    return -1;
+  };
+  if (limit > objectiveOf(node.solution)) return give(kFailed);
   int32_t branch = -1;
   for (const BaseVar& var : allVars) {
     if (var.varKind == kReal || !node.tableau.isBasic(var.index)) continue;
     if (!fractional(node.tableau.valueOf(var.index) + node.origin[var.index])) continue;
-    if (var.minValue == 0) {
-      node.solved = false;
-      node.status = kFailed;
-      return;
-    }
+    if (var.minValue == 0) return give(kFailed);
     if (branch < 0 || (var.varKind == kBinary && allVars[branch].varKind != kBinary)) branch = var.index;
   }
-  if (branch < 0) return;
+  return branch;
+}
 
-  node.solved = false;
-  const auto [low, high] = node.bounds.at(branch);
-  const double floor = std::floor(node.tableau.valueOf(branch) + node.origin[branch]);
-  const auto attempt = [&](Node& child, bool upper, double bound) {
-    if (!addBound(child, branch, upper, bound)) return;
+// The last branch goes on in the node itself, without a copy and without recursion; `keep` leaves the node's tableau as
+// its relaxation left it.
+void LineProgSolver::branchAndBound(Node& node, double limit, bool keep) const {
+  bool found = false;
+  std::vector<double> best;
+  const auto attempt = [&](int32_t var, bool upper, double bound) {
+    Node child = node;
+    if (!addBound(child, var, upper, bound)) return;
     branchAndBound(child, limit, false);
     if (!child.solved) return;
     limit = objectiveOf(child.solution);
-    node.solution = child.solution;
-    node.solved = true;
+    best = std::move(child.solution);
+    found = true;
   };
-  if (high > floor && floor >= low) {
-    Node child = node;
-    attempt(child, true, floor);
+  for (bool first = true;; first = false) {
+    const int32_t branch = relax(node, limit);
+    if (branch < 0) {
+      if (!first && !node.solved) node.status = kFailed;
+      break;
+    }
+    node.solved = false;
+    node.status = kFailed;
+    const auto [low, high] = node.bounds.at(branch);
+    const double floor = std::floor(node.tableau.valueOf(branch) + node.origin[branch]);
+    if (high > floor && floor >= low) attempt(branch, true, floor);
+    if (!(high >= floor + 1 && floor + 1 > low)) break;
+    if (keep) {
+      attempt(branch, false, floor + 1);
+      break;
+    }
+    if (!addBound(node, branch, false, floor + 1)) break;
   }
-  if (high >= floor + 1 && floor + 1 > low) {
-    Node child = keep ? node : std::move(node);
-    node.solution = child.solution;
-    attempt(child, false, floor + 1);
-  }
-  node.status = node.solved ? kOptimal : kFailed;
+  if (node.solved || !found) return;
+  node.solution = std::move(best);
+  node.solved = true;
+  node.status = kOptimal;
 }
 
 }  // namespace LineProg

@@ -130,7 +130,10 @@ void LineProgSolver::setUp() {
     if (!root.tableau.has(var.index) || var.varKind == kReal) continue;
     if (var.varKind == kBinary) {
       root.bounds[var.index] = {0, 1};
-      if (var.state == kNoBoundRow) root.tableau.addRow(rowNumber++, 1.0, {{var.index, -1.0}});
+      if (var.state == kNoBoundRow) {
+        root.upperRows[var.index] = rowNumber;
+        root.tableau.addRow(rowNumber++, 1.0, {{var.index, -1.0}});
+      }
       var.state = 0;
     } else {
       // KEPT: ten times the bound that the preparation wrote, one of the two would do (kept.csv: Bounds_integer)

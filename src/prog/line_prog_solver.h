@@ -44,6 +44,7 @@ class LineProgSolver final : public BaseData {
   struct Node {
     Tableau tableau;
     std::map<int32_t, std::pair<int32_t, int32_t>> bounds;  ///< of integer and binary variables
+    std::map<int32_t, int> upperRows;                       ///< by variable: the row of its upper bound
     std::vector<double> origin;                             ///< by structural variable: what its 0 stands for
     std::vector<double> solution;
     bool solved = false;
@@ -60,6 +61,7 @@ class LineProgSolver final : public BaseData {
   int choose(const Node& node, Tableau::Pivot& pivot, std::vector<double>& column) const;
   bool holds(const Node& node, double tolerance) const;
   void readOut(Node& node) const;
+  int32_t relax(Node& node, double limit) const;
   void branchAndBound(Node& node, double limit, bool keep) const;
   bool addBound(Node& node, int32_t var, bool upper, double bound) const;
   double objectiveOf(std::span<const double> x) const;

@@ -37,8 +37,14 @@ class Heap {
       const std::size_t first = 4 * i + 1;
       if (first >= n) break;
       std::size_t least = first;
-      for (std::size_t child = first + 1; child < std::min(first + 4, n); ++child)
-        if (items[child].cost < items[least].cost) least = child;
+      if (first + 4 <= n) {  // by sums, not by jumps, which nothing could foretell
+        const std::size_t left = first + (items[first + 1].cost < items[first].cost),
+                          right = first + 2 + (items[first + 3].cost < items[first + 2].cost);
+        least = items[right].cost < items[left].cost ? right : left;
+      } else {
+        for (std::size_t child = first + 1; child < n; ++child)
+          if (items[child].cost < items[least].cost) least = child;
+      }
       if (!(items[least].cost < last.cost)) break;
       items[i] = items[least];
       i = least;
@@ -72,6 +78,7 @@ MinimumDistance::MinimumDistance(const EdgeList& list, uint32_t start, uint32_t 
           places[id] = static_cast<uint32_t>(vertices.size());
           vertices.push_back({id, 0});
         }
+        plain = vertices.size() == places.size();
       } else {
         all.assign(list.from, list.from + list.count);
         all.insert(all.end(), list.to, list.to + list.count);
@@ -92,10 +99,8 @@ MinimumDistance::MinimumDistance(const Matrix& matrix, uint32_t start, uint32_t 
   bool sound = true;
   for (std::size_t e = 0; e < count; ++e) sound &= matrix.weight[e] >= 0;
   if (sound && count > 0) {
-    for (uint32_t id = 0; id < n; ++id) {
-      vertices.push_back({id, 0});
-      places.push_back(id);
-    }
+    for (uint32_t id = 0; id < n; ++id) vertices.push_back({id, 0});
+    plain = true;
     read(count, [&](std::size_t e) {
       return std::tuple{static_cast<uint32_t>(e / n), static_cast<uint32_t>(e % n), matrix.weight[e]};
     });
@@ -122,6 +127,7 @@ void MinimumDistance::read(std::size_t count, const Edges& edgeAt) {
 }
 
 uint32_t MinimumDistance::placeOf(uint32_t id) const {
+  if (plain) return static_cast<std::size_t>(id) + 1 < vertices.size() ? id : kNone;
   if (!places.empty()) return id < places.size() ? places[id] : kNone;
   if (vertices.empty()) return kNone;
   const auto end = vertices.back().id == kNone ? vertices.end() - 1 : vertices.end();

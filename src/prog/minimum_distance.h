@@ -75,6 +75,7 @@ class MinimumDistance final : public BaseData {
 
   std::vector<BasePathVertex> vertices;  ///< by ascending id, one more at the end
   std::vector<uint32_t> places;          ///< by id where the ids are dense enough, else empty
+  bool plain = false;                    ///< the ids are 0, 1, 2...: each is its vertex's place
   std::vector<BasePathEdge> edges;
   std::vector<uint32_t> ids, used;  ///< of the path: ids of its vertices, host's numbers of its edges
   double cost = kNoPath;

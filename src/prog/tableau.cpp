@@ -18,9 +18,10 @@ double sum(double a, double b) {
   return std::abs(s) < kCancelled * std::abs(b) ? 0 : s;
 }
 
+// Without a branch, so that the compiler takes several at a time.
 double coefficientSum(double a, double b) {
-  const double s = a + b;
-  return std::abs(s) < kSmallCoefficient || std::abs(s) < kCancelled * std::abs(b) ? 0 : s;
+  const double s = a + b, part = kCancelled * std::abs(b);
+  return std::abs(s) < (part > kSmallCoefficient ? part : kSmallCoefficient) ? 0 : s;
 }
 
 }  // namespace
@@ -248,6 +249,15 @@ int Tableau::addArtificial(int var) {
   return slot;
 }
 
+// The last number is free again, so that long chains of branches do not pile up numbers.
+void Tableau::forget(int var) {
+  places[var] = kAbsent;
+  objectiveRow[var] = 0;
+  if (var + 1 != variableCount()) return;
+  places.pop_back();
+  objectiveRow.pop_back();
+}
+
 void Tableau::removeArtificial(int var) {
   if (isBasic(var)) {
     const int r = place(var);
@@ -265,7 +275,7 @@ void Tableau::removeArtificial(int var) {
         places[rows[r].var] = r;
       }
       rows.pop_back();
-      places[var] = kAbsent;
+      forget(var);
       return;
     }
     std::vector<double> column;
@@ -284,8 +294,7 @@ void Tableau::removeArtificial(int var) {
     row.at.erase(found);
   }
   columnVar[slot] = kNone;
-  places[var] = kAbsent;
-  objectiveRow[var] = 0;
+  forget(var);
 }
 
 double Tableau::valueOf(int var) const { return isBasic(var) ? rows[place(var)].value : 0; }

@@ -74,6 +74,7 @@ class Tableau {
 
   int place(int var) const { return places[var]; }
   void enter(int var, int where);
+  void forget(int var);
   void makeDense(Row& row) const;
   void trim(Row& row) const;
   void addScaled(Row& row, double factor, const Row& pivotRow, int slot);

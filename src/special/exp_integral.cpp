@@ -66,7 +66,8 @@ double ofBrokenOrder(double p, double x) {
 double calcExpIntegral(double x) {
   if (x == 0) return -std::numeric_limits<double>::infinity();
   if (std::isinf(x)) return x > 0 ? x : 0;
-  return std::expint(x);
+  // The run-time's function loses all but its leading term below -100.
+  return x < -1 ? -fraction(1, -x) : std::expint(x);
 }
 
 double calcExpIntegralP(double p, double x) {

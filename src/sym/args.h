@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
@@ -17,7 +18,7 @@ namespace Sym {
 class SymObject;
 using NodePtr = std::shared_ptr<SymObject>;
 
-/// The arguments of a node: a vector of half the size, in blocks of the pool. It moves and does not copy, as a subtree
+/// The arguments of a node: a vector of two words, in blocks of the pool. It moves and does not copy, as a subtree
 /// has one parent.
 class Args {
  public:
@@ -47,7 +48,7 @@ class Args {
   Args& operator=(std::initializer_list<NodePtr> nodes) { return *this = Args(nodes); }
   ~Args() {
     clear();
-    if (nodes_ != nullptr) poolGive(nodes_, capacity_ * sizeof(NodePtr));
+    release();
   }
 
   iterator begin() { return nodes_; }
@@ -68,16 +69,17 @@ class Args {
   const NodePtr& back() const { return nodes_[size_ - 1]; }
 
   void reserve(std::size_t n) {
-    if (n <= capacity_) return;
-    auto* larger = static_cast<NodePtr*>(poolTake(n * sizeof(NodePtr)));
+    if (n <= capacity()) return;
+    const auto doublings = static_cast<uint8_t>(std::bit_width(n - 1));
+    auto* larger = static_cast<NodePtr*>(poolTake((std::size_t{1} << doublings) * sizeof(NodePtr)));
     std::uninitialized_move(begin(), end(), larger);
     std::destroy(begin(), end());
-    if (nodes_ != nullptr) poolGive(nodes_, capacity_ * sizeof(NodePtr));
+    release();
     nodes_ = larger;
-    capacity_ = static_cast<uint32_t>(n);
+    doublings_ = doublings;
   }
   void push_back(NodePtr node) {
-    if (size_ == capacity_) reserve(size_ == 0 ? 1 : 2 * static_cast<std::size_t>(size_));
+    if (size_ == capacity()) reserve(static_cast<std::size_t>(size_) + 1);
     new (nodes_ + size_++) NodePtr(std::move(node));
   }
   void erase(iterator place) {
@@ -91,12 +93,18 @@ class Args {
   void swap(Args& other) noexcept {
     std::swap(nodes_, other.nodes_);
     std::swap(size_, other.size_);
-    std::swap(capacity_, other.capacity_);
+    std::swap(doublings_, other.doublings_);
   }
 
  private:
+  std::size_t capacity() const { return nodes_ == nullptr ? 0 : std::size_t{1} << doublings_; }
+  void release() {
+    if (nodes_ != nullptr) poolGive(nodes_, capacity() * sizeof(NodePtr));
+  }
+
   NodePtr* nodes_ = nullptr;
-  uint32_t size_ = 0, capacity_ = 0;
+  uint32_t size_ = 0;
+  uint8_t doublings_ = 0;  // the block has room for 2^doublings_, when there is one
 };
 
 }  // namespace Sym

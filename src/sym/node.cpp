@@ -68,6 +68,8 @@ void SymObject::bindHandlers() {
 }
 
 void SymObject::fnUpdate() {
+  text.clear();
+  poly.reset();
   // A null argument or a missing one: nothing to normalise, and the writers of the host's mistake find it later.
   if (args.size() < row_->minArgs) return;
   for (const NodePtr& arg : args)

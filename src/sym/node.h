@@ -39,11 +39,11 @@ class SymObject {
   SymObject(const SymObject&) = delete;
   SymObject& operator=(const SymObject&) = delete;
 
-  uint8_t flag = 0;  ///< mark of a term absorbed in a merge
+  [[no_unique_address]] Args args;  ///< the two codes stand in what its two words leave free
+  uint8_t flag = 0;                 ///< mark of a term absorbed in a merge
   uint8_t kind;
   double coef;
-  VarPtr var;  ///< of a variable only
-  Args args;
+  VarPtr var;                      ///< of a variable only
   CachedText text;                 ///< cached plain text, empty when not built
   std::unique_ptr<PolyForm> poly;  ///< cached polynomial form, null when not built or not a polynomial
 

@@ -6,7 +6,7 @@
 namespace Sym {
 namespace {
 
-constexpr std::size_t kStep = 16, kLargest = 256, kSlab = 1 << 16;
+constexpr std::size_t kStep = 8, kLargest = 256, kSlab = 1 << 16;
 
 struct Block {
   Block* next;

@@ -84,6 +84,7 @@ void updatePow(SymObject& node) {
       node.text.clear();
       e = exponent->coef = -e;
       exponent->text.clear();
+      exponent->poly.reset();
     }
   }
   if (within(e, 1, kTol)) return becomeBase(node, base);

@@ -229,6 +229,10 @@ TEST(CalcPoly, PairsByCounts) {
       EXPECT_TRUE(same(out[i], expected)) << c.countX << " and " << c.countN << ", element " << i;
     }
   }
+  double shared[] = {0.5, 0, 0};  // the repeated place is overwritten by the first value
+  const int32_t mixed[] = {2, 1, 3};
+  apiFun_calcPoly(shared, 1, mixed, 3, shared, 161);
+  EXPECT_EQ(std::vector<double>(shared, shared + 3), (std::vector<double>{-0.125, 0.5, -0.4375}));
   double out[5] = {kUntouched, kUntouched, kUntouched, kUntouched, kUntouched};
   apiFun_calcPoly(xs, 4, orders, 3, out, 170);  // another code: all of the larger count
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(std::isnan(out[i]));

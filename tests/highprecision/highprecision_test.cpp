@@ -266,3 +266,58 @@ TEST(HighPrecision, ThreadsShareNumbers) {
   for (std::thread& thread : threads) thread.join();
   for (const Limbs& result : results) EXPECT_EQ(result, expected);
 }
+
+// Random chains over all operations, fed with their own results: whatever sizes, poles and infinities come up, a result
+// keeps the form of a number, has no more limbs than asked for, and equals itself rounded once more.
+TEST(HighPrecision, RandomChainsKeepTheForm) {
+  uint64_t state = 4;
+  const auto below = [&state](uint64_t n) {
+    state = state * 6364136223846793005u + 1442695040888963407u;
+    return (state >> 33) % n;
+  };
+  const std::vector<int> operations = {0, 1, 2, 3, 60};
+  std::vector<HPNumber*> pool;
+  for (int64_t i = -20; i < 20; ++i) pool.push_back(hp_CreateByValue(i * i * i));
+  int infinite = 0, zero = 0;
+  for (int round = 0; round < 6000; ++round) {
+    const auto precision = static_cast<int32_t>(below(12) + 1);
+    const HPNumber *a = pool[below(pool.size())], *b = pool[below(pool.size())];
+    HPNumber* result = nullptr;
+    switch (below(4)) {
+      case 0:
+        result = hp_Fun1(a, static_cast<uint8_t>(kFunctions[below(kFunctions.size())]), precision);
+        break;
+      case 1: {  // words that are no limbs, at any exponent
+        int64_t words[4];
+        for (int64_t& word : words) word = static_cast<int64_t>(below(3) == 0 ? state : below(20000000));
+        result = hp_CreateByValue2(words, static_cast<int32_t>(below(5)), static_cast<int32_t>(below(2001)) - 1000,
+                                   below(2) != 0);
+        break;
+      }
+      case 2:
+        result = hp_Fun2(a, b, static_cast<uint8_t>(operations[below(5)]), precision);
+        break;
+      default:
+        result = hp_Pow(a, static_cast<int64_t>(below(41)) - 20, precision);
+    }
+    Number& number = *new Number(result);
+    const Limbs x = number.limbs();
+    infinite += x.infinite;
+    zero += x == kZero;
+    ASSERT_TRUE(x.limbs.empty() ? x.exponent == 0 : x.limbs.front() != 0 && x.limbs.back() != 0) << x;
+    for (const int64_t limb : x.limbs) ASSERT_TRUE(limb >= 0 && limb < 10000000) << x;
+    ASSERT_TRUE(x.limbs.size() <= 12) << x;
+    ASSERT_TRUE(!x.infinite || x.limbs.empty());
+    ASSERT_TRUE(x.infinite || !x.limbs.empty() || !x.negative) << "a zero has no sign";
+    ASSERT_EQ(fun1(number, 42, 12).limbs, x.limbs);
+    // What ends in 0 or infinity ends its chain.
+    const std::size_t place = below(pool.size());
+    api_FreeHandle(pool[place]);
+    pool[place] =
+        x.limbs.empty() ? hp_CreateByValue(static_cast<int64_t>(below(2000)) - 1000) : hp_Fun1(number, 41, 12);
+    delete &number;
+  }
+  for (HPNumber* number : pool) api_FreeHandle(number);
+  EXPECT_TRUE(infinite > 300 && infinite < 3000) << infinite;
+  EXPECT_TRUE(zero > 300 && zero < 3000) << zero;
+}

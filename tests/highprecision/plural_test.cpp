@@ -31,7 +31,7 @@ class Float {
   mpf_t value;
 };
 
-std::string textOf(const PluralData* data) {
+std::string textOf(const HPPlural* data) {
   std::string text(static_cast<std::size_t>(math_PluralGetStrValue(data, nullptr, 0)), '?');
   std::vector<char> buffer(text.size() + 1, '\0');
   math_PluralGetStrValue(data, buffer.data(), static_cast<int32_t>(buffer.size()));
@@ -76,7 +76,7 @@ struct Program {
 
   // The text of the result, "none" for an undefined one.
   std::string run() {
-    PluralData* data = math_PluralRun(cmd, false);
+    HPPlural* data = math_PluralRun(cmd, false);
     if (data == nullptr) return "none";
     const std::string text = textOf(data);
     EXPECT_TRUE(math_PluralFreeData(data));
@@ -125,7 +125,7 @@ TEST(Plural, TextForms) {
 
   // The room that each form needs, and what it leaves alone.
   const auto written = [](const char* re, const char* im, int32_t size) {
-    PluralData* data = math_PluralAddData(re, im);
+    HPPlural* data = math_PluralAddData(re, im);
     std::string buffer(40, '#');
     math_PluralGetStrValue(data, buffer.data(), size);
     EXPECT_TRUE(math_PluralFreeData(data));
@@ -165,9 +165,9 @@ TEST(Plural, ProgramsRunInTheHostsOrder) {
   math_PluralAddSortExpress(cmd, next);
   math_PluralSetExpressValue(z, "1", "1");
   math_PluralSetExpressValue(c, "0.5", "0");
-  PluralData* first = math_PluralRun(cmd, false);
+  HPPlural* first = math_PluralRun(cmd, false);
   math_PluralSetExpressValue2(z, first);
-  PluralData* second = math_PluralRun(cmd, false);
+  HPPlural* second = math_PluralRun(cmd, false);
   EXPECT_NE(first, second);
   EXPECT_EQ(textOf(first), "5e-01 + 2e+00i");       // (1+i)^2 + 1/2
   EXPECT_EQ(textOf(second), "-3.25e+00 + 2e+00i");  // (1/2+2i)^2 + 1/2
@@ -176,7 +176,7 @@ TEST(Plural, ProgramsRunInTheHostsOrder) {
   EXPECT_TRUE(math_PluralFreeData(first));
   EXPECT_FALSE(math_PluralFreeData(first));
   math_PluralSetExpressFun(next, 7);
-  PluralData* again = math_PluralRun(cmd, false);
+  HPPlural* again = math_PluralRun(cmd, false);
   EXPECT_EQ(textOf(again), textOf(second));
   math_PluralSetExpressValue2(z, nullptr);
   EXPECT_EQ(math_PluralRun(cmd, true), nullptr);
@@ -226,7 +226,7 @@ TEST(Plural, WhatIsMissing) {
 
 TEST(Plural, HostileTexts) {
   const auto read = [](const char* text) {
-    PluralData* data = math_PluralAddData(text, "0");
+    HPPlural* data = math_PluralAddData(text, "0");
     const std::string result = textOf(data);
     math_PluralFreeData(data);
     return result;
@@ -270,7 +270,7 @@ TEST(Plural, RandomProgramsEndInNumbers) {
       math_PluralAddExpressParam(node, nodes[below(nodes.size())]);
       math_PluralAddSortExpress(cmd, node);
       nodes.push_back(node);
-      PluralData* data = math_PluralRun(cmd, false);
+      HPPlural* data = math_PluralRun(cmd, false);
       if (data == nullptr) continue;
       ++defined;
       const auto [re, im] = partsOf(textOf(data));

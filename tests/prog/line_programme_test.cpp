@@ -240,6 +240,22 @@ TEST(LineProgramme, WholeNumbers) {
   }
 }
 
+TEST(LineProgramme, ManyBranches) {
+  // 2x - 2y = 1 has no whole solution; every value of x up to 20000 is tried, from below, without a deep stack.
+  Builder none({1, 1});
+  none.maximise({0}, {-1}).row({0, 1}, {2, -2}, 2, 1).row({0}, {1}, 0, 20000);
+  EXPECT_EQ(none.solve(), 0);
+  // Bounds that tighten again and again on the same variables: the fewest coins of 7, 11, 13 for 998.
+  Builder sum({1, 1, 1});
+  sum.maximise({0, 1, 2}, {-1, -1, -1}).row({0, 1, 2}, {7, 11, 13}, 2, 998);
+  EXPECT_EQ(sum.solve(), 1);
+  int least = 1000;
+  for (int z = 0; 13 * z <= 998; ++z)
+    for (int y = 0; 13 * z + 11 * y <= 998; ++y)
+      if ((998 - 13 * z - 11 * y) % 7 == 0) least = std::min(least, z + y + (998 - 13 * z - 11 * y) / 7);
+  EXPECT_EQ(sum.value(), -least);
+}
+
 TEST(LineProgramme, CapOnPivots) {
   // Klee and Minty's cube in d dimensions lets the rule of the greatest coefficient visit all 2^d corners. KEPT row
   // PhaseTwo_cap: after 2d pivots the corner in hand counts as the optimum.

@@ -4,9 +4,9 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "host.h"
 #include "sym/compare.h"
 #include "sym/edit.h"
+#include "sym/formula.h"
 #include "sym/kind.h"
 #include "sym/matrix.h"
 #include "sym/pool.h"
@@ -42,23 +42,29 @@ TEST(Node, TreesOfAnyDepthAreClonedSearchedAndReleased) {
 }
 
 TEST(Node, EvaluationBearsTheStatedDepth) {
-  const NodePtr node = tower(20000);
+#if defined(__SANITIZE_ADDRESS__)
+  constexpr int kLevels = 10000;
+#else
+  constexpr int kLevels = 150000;
+#endif
+  const NodePtr node = tower(kLevels);
   SymManger::instance().variable("x")->value = 1;
   double expected = 1;
-  for (int i = 0; i < 20000; ++i) expected = std::sin(expected);
+  for (int i = 0; i < kLevels; ++i) expected = std::sin(expected);
   EXPECT_EQ(node->fnValue(), expected);
 }
 
 TEST(Node, MemoryOfAPlainSine) {
-  const NodePtr x = variable("x");
+  variable("x");  // the record of the name is there
   const std::size_t before = poolInUse();
-  const NodePtr node = makeUnary(Code::Sin, x);
+  const NodePtr node = makeUnary(Code::Sin, variable("x"));
   const std::size_t bytes = poolInUse() - before;
-  std::cout << "a sine takes " << bytes << " bytes, a node alone " << sizeof(Sym::SymObject) << "\n";
+  std::cout << "the sine of a variable takes " << bytes << " bytes, a node without its owner count "
+            << sizeof(Sym::SymObject) << "\n";
 #if defined(__SANITIZE_ADDRESS__)
   EXPECT_EQ(bytes, 0u) << "no pool beside the sanitizer";
 #else
-  EXPECT_GT(bytes, sizeof(Sym::SymObject));
+  EXPECT_GT(bytes, 2 * sizeof(Sym::SymObject));
   EXPECT_LT(bytes, 200u);
 #endif
 }

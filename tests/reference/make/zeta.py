@@ -210,8 +210,9 @@ def barnes():
 
 def integrals():
     write("math_expIntegral", lambda x: -INF if x == 0 else mp.ei(x),
-          real("ordinary", 0.2, 1.0, 5.0, 30.0, -0.3, -1.5, -20.0) + real("near_root", 0.37, 0.3725074) + real("huge", 100.0, 700.0, -700.0) +
-          real("tiny", 1e-300, -1e-300) + real("pole", 0.0), base=16, slack=lambda a, v: 4 * EPS)
+          real("ordinary", 0.2, 1.0, 5.0, 30.0, -0.3, -0.999, -1.001, -1.5, -20.0, -99.0, -101.0) + real("near_root", 0.37, 0.3725074) + real("huge", 100.0, 700.0, -700.0) +
+          real("tiny", 1e-300, -1e-300) + real("pole", 0.0), base=16,
+          slack=lambda a, v: 4 * EPS if abs(a[0] - 0.37) < 0.1 else 0)
     ep = lambda p, x: NAN if x <= 0 and not (p == int(p) and p <= 1) else mp.ei(x) if p == 1 else mp.re(mp.expint(p, x))
     # Two bounds stand for whole orders where they are close or tiny: half their distance.
     near = lambda a, v: (mp.exp(-a[1]) / (a[0] + a[1]) / (a[0] + a[1] - 1) / 2 if a[0] > 1 and mp.exp(-a[1]) < 1e-90 else
@@ -237,7 +238,8 @@ def integrals():
     write("math_logIntegral", lambda x: NAN if x < 0 else -INF if x == 1 else mp.li(x),
           real("ordinary", 0.2, 0.9, 1.2, 2.0, 30.0, 1e6, 1e100, 1e300) + real("tiny", 1e-300) + around(1.001) +
           real("near_one", 1 + 1e-10, 1 - 1e-10) + real("near_root", 1.4513, 1.45136923) + real("edge", 0.0, 1.0, -1.0),
-          base=16, slack=lambda a, v: 8 * EPS + EPS * abs(v) * abs(mp.log(a[0] + EPS)))
+          base=16,
+          slack=lambda a, v: (8 * EPS if abs(a[0] - 1.45) < 0.1 else 0) + 2 * EPS * abs(v) * (1 + abs(mp.log(a[0])) if a[0] > 0 else 1))
     f, cases = inverse(mp.shi, [("ordinary", x) for x in (2e-5, 0.3, 0.99, 1.01, 4.0, 9.9, 10.1, 60.0, 300.0, 700.0)])
     write("math_invSinhIntegral", f, cases, base=16)
     f, cases = inverse(mp.chi, [("ordinary", x) for x in (1e-50, 9e-5, 1.1e-4, 0.05, 0.11, 0.5, 0.9, 1.1, 5.0, 9.9, 10.1, 60.0, 300.0, 700.0)])
