@@ -433,7 +433,7 @@ inline double waves(const double* x) { return 4.0 + std::sin(x[0]) + std::cos(2.
 /// A floor of 0 on which a run stalls, with a narrow hole.
 inline double plain(const double* x) {
   const double hole = std::hypot(x[0] + 4.0, x[1] - 3.0);
-  return hole < 0.4 ? hole - 3.0 : std::max(0.0, 40.0 * (valley(x) - 12.0));
+  return hole < 0.4 ? 10.0 * (hole - 0.4) : std::max(0.0, 40.0 * (valley(x) - 12.0));
 }
 inline void wedge(double* x) { x[1] = std::max(x[1], x[0] - 3.0); }
 

@@ -57,6 +57,7 @@ struct Lg : Rule {
     for (std::size_t d = 0; d < D; ++d) c->tr[d] = c0 * c->x[d] + cp * P->x[d] + cq * Q->x[d] + cr * R->x[d];
     return settle(c);
   }
+  // LG_mix4: the third partner has two weights.
   bool mix4(Place* c, Place* P, Place* Q, Place* R) {
     const double s = u() + 0.16, cp = u() * s, cq = u() * s, c1 = u() * s, c2 = u() * s;
     const double c0 = 1.0 - (cq + cp + c1 + c2);
@@ -91,7 +92,7 @@ struct Lg : Rule {
       return mix3(c, nb[2], nb[1], nb[0]);
     }
     if (r > 0.3) {
-      draw(4);
+      draw(4);  // LG_neighbour
       return mix4(c, nb[3], nb[2], nb[1]);
     }
     if (r > 0.2) {
@@ -123,12 +124,13 @@ struct Lg : Rule {
 };
 
 TEST(Replays, LG) {
-  for (const int32_t n : {1, 2, 3, 6}) holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, n, 300, valley});
-  holds<Lg>(std::make_shared<Solver::LGSolver>(), {3, 6, 2000, valley3, 2.1});
+  for (const int32_t n : {1, 2, 3, 6}) holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, n, 3000, valley});
+  holds<Lg>(std::make_shared<Solver::LGSolver>(), {3, 6, 300, valley3, 2.1});
   holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 12, 1500, slope, -1e300, wedge});
   holds<Lg>(std::make_shared<Solver::LGSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
+// One mark for the restart check and the rate: LG2_mark.
 struct Lg2 : Rule {
   using Rule::Rule;
   int stuck = 0;
@@ -285,7 +287,7 @@ struct Lg2 : Rule {
 };
 
 TEST(Replays, LG2) {
-  for (const int32_t n : {2, 3, 6}) holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {2, n, 40, valley});
+  for (const int32_t n : {2, 3, 6}) holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {2, n, 300, valley});
   for (const double target : {2.1, 2.5, 4.0})
     holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {3, 6, 60, valley3, target});
   holds<Lg2>(std::make_shared<Solver::LGSolver2>(), {2, 5, 40, slope, -1e300, wedge});

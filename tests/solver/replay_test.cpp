@@ -68,7 +68,7 @@ struct RungeKutta : Rule {
       rk[d] = (k4 + 2.0 * k2 + k1 + 2.0 * k3) * 0.5 / 6.0;
     }
   }
-  bool take(Place* c) {
+  bool take(Place* c) {  // RUN_lag
     c->accept();
     if (c != B && B->bestValue > c->bestValue) {
       B = c;
@@ -109,7 +109,7 @@ struct RungeKutta : Rule {
         const double q = u() > 0.5 ? B->b[d] : lead->x[d];
         c->tr[d] = s * rk[d] + (g * p + p) + (v1[d] * 0.1 + 0.5) * (q - p);
       } else {
-        u();
+        u();  // RUN_draw
         const double p = u() > 0.5 ? B->b[d] : lead->x[d];
         c->tr[d] = (A->x[d] - Bp->x[d]) * (v1[d] * 0.1 + 0.5) + (g * p + p + s * rk[d]);
       }
@@ -269,6 +269,12 @@ TEST(Replays, SWO) {
   holds<Swo>(std::make_shared<Solver::SWOSolver>(), {2, 6, 40, plain, -1e300, nullptr, 1});
 }
 
+TEST(Kept, Kind_8) {
+  const auto flagged = std::dynamic_pointer_cast<Solver::SWOSolver>(Solver::makeSolver(8));
+  ASSERT_EQ(flagged->swoFlag, 1);
+  holds<Swo>(flagged, {2, 6, 100, valley});
+}
+
 TEST(Replays, ISWO) {
   for (const auto& cost : {valley, below, slope})
     holds<Iswo>(std::make_shared<Solver::ISWOSolver>(), {2, 5, 150, cost, -1e300, wedge});
@@ -352,7 +358,7 @@ struct Gto : Rule {
     for (std::size_t i = 0; i < N; ++i) {
       Place* c = X[i];
       if (C > 0.8) {
-        for (std::size_t d = 0; d < D; ++d)
+        for (std::size_t d = 0; d < D; ++d)  // GTO_divisor
           c->tr[d] = std::abs(M[d] / static_cast<double>(D)) * Lc * (c->b[d] - B->b[d]) + c->b[d];
       } else {
         const double g = (2.0 * u() - 1.0) * 3.0;
