@@ -43,6 +43,8 @@ def main():
     for backend in ("lambda", "llvm"):
         call = se.Lambdify([X[0], X[1]], [tree()], cse=False, backend=backend)
         print(f"evaluate, {backend} {best(lambda: call(points), 3) / count:.3f}")
+    wave = se.exp(se.sin(X[0]))
+    print(f"taylor {best(lambda: se.series(wave, X[0], 0, 13), 3):.0f}")
     m = se.Matrix(SIZE, SIZE, [se.Symbol(f"a{i}{j}") for i in range(SIZE) for j in range(SIZE)])
     print(f"determinant {best(lambda: m.det(), 5):.0f}")
     print(f"inverse {best(lambda: m.inv(), 3):.0f}")

@@ -214,10 +214,6 @@ TEST(Kept, Oddities) {
   y();  // a value goes to a variable that is there
   sym_setSymValue("x", -0.4);
   sym_setSymValue("y", 2);
-<<<<<<< HEAD
-  Matrix sign(call(Sign, x())), step(call(StepFun, x()));
-=======
->>>>>>> main
   sym_selfMul(sign, 3);
   sym_selfMul(step, 3);
   EXPECT_EQ(sign.value(), -1);  // Sign_coef
