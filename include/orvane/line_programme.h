@@ -14,7 +14,6 @@
  *    further call of lineProg_Solve goes on from it), and a first phase that has not ended as an infeasible problem;
  *  - a branch is given up when the value of its relaxation, with the integer variables rounded, is below the best value
  *    found. Rounding may hide a better point: the result is feasible and integral, and not always the maximum;
- *  - a coefficient that a pivot leaves at less than 1e-10 of the terms it came from counts as 0;
  *  - an unbounded problem is told as one (2) only where the point in hand meets the constraints within 1e-8, whatever
  *    their size; else as failed (0).
  *

@@ -18,9 +18,10 @@ bool fractional(double x) { return std::abs(x - std::round(x)) > kIntegral; }
 // The variable on one side of the bound. It is basic, as it is fractional. A lower bound moves its origin there; an
 // upper bound is a row, the distance to it, and a lower one yet moves that row's origin. Either way a row is out of
 // bounds, and Phase one brings the variable back onto the bound.
-void LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound) const {
+template <class Real>
+void LineProgSolver::addBound(Node<Real>& node, int32_t var, bool upper, double bound) const {
   auto& [low, high] = node.bounds.at(var);
-  Tableau& tableau = node.tableau;
+  Tableau<Real>& tableau = node.tableau;
   if (!upper) {
     low = static_cast<int32_t>(bound);
     tableau.shift(var, bound - node.origin[var]);
@@ -32,14 +33,15 @@ void LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound)
     tableau.shift(row->second, high - bound);
   } else {
     node.upperRows[var] = tableau.variableCount();
-    tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, -1.0}});
+    tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, Real(-1)}});
   }
   high = static_cast<int32_t>(bound);
 }
 
 // Solves the node's relaxation. The variable to branch on; -1 when there is nothing to branch: the node is integral and
 // solved, or it is not solved, being infeasible, unbounded or worse than the limit.
-int32_t LineProgSolver::relax(Node& node, double limit) const {
+template <class Real>
+int32_t LineProgSolver::relax(Node<Real>& node, double limit) const {
   if (!phases(node)) return -1;
   readOut(node);
   const auto give = [&node](Status status) {
@@ -60,9 +62,10 @@ int32_t LineProgSolver::relax(Node& node, double limit) const {
 
 // Lower side first. The upper sides wait on a stack of their own, not on the thread's: the depth has no limit. A node
 // with one side alone goes on without a copy. The root keeps the tableau that its relaxation left.
-void LineProgSolver::branchAndBound(Node& root) const {
+template <class Real>
+void LineProgSolver::branchAndBound(Node<Real>& root) const {
   struct Waiting {
-    Node node;
+    Node<Real> node;
     int32_t var;
     double bound;
   };
@@ -72,7 +75,7 @@ void LineProgSolver::branchAndBound(Node& root) const {
   std::vector<double> best;
   int32_t branch = relax(root, limit);
   if (branch < 0) return;
-  const auto visit = [&](Node& node) {
+  const auto visit = [&](Node<Real>& node) {
     const int32_t next = relax(node, limit);
     if (next >= 0 || !node.solved) return next;
     limit = objectiveOf(node.solution);
@@ -80,7 +83,7 @@ void LineProgSolver::branchAndBound(Node& root) const {
     found = true;
     return next;
   };
-  for (Node node = root;;) {
+  for (Node<Real> node = root;;) {
     while (branch >= 0) {
       const auto [low, high] = node.bounds.at(branch);
       const double floor = std::floor(node.tableau.valueOf(branch) + node.origin[branch]);
@@ -100,5 +103,8 @@ void LineProgSolver::branchAndBound(Node& root) const {
   root.status = found ? kOptimal : kFailed;
   if (found) root.solution = std::move(best);
 }
+
+template void LineProgSolver::branchAndBound(Node<double>&) const;
+template void LineProgSolver::branchAndBound(Node<long double>&) const;
 
 }  // namespace LineProg

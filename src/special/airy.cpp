@@ -33,10 +33,17 @@ double smallSeries(double nu, double z, double sign) {
   return std::pow(z / 2, nu) / std::tgamma(nu + 1) * sum;
 }
 
-/// J at nu and -nu from J and Y in one go: cos(pi nu) J - sin(pi nu) Y is the second.
-Orders besselJ(double nu, double z) {
+/// 2/3 (-x)^(3/2) - z for its rounded value z: the phase far left, where z alone would leave eps z of it.
+double restOfPhase(double x, double z) {
+  const double s = -x, r = std::sqrt(s), product = s * r;
+  const double low = std::fma(s, r, -product) + s * (std::fma(-r, r, s) / (2 * r));
+  return (std::fma(-3, z, 2 * product) + 2 * low) / 3;
+}
+
+/// J at nu and -nu from J and Y in one go: cos(pi nu) J - sin(pi nu) Y is the second. z = 2/3 (-x)^(3/2).
+Orders besselJ(double nu, double z, double x) {
   if (z <= kSeriesTo) return {smallSeries(nu, z, -1), smallSeries(-nu, z, -1)};
-  const BesselPair pair = z > kHankelFrom ? besselJYHankel(nu, z) : besselJYSteed(nu, z);
+  const BesselPair pair = z > kHankelFrom ? besselJYHankel(nu, z, restOfPhase(x, z)) : besselJYSteed(nu, z);
   return {pair.first, cosPi(nu) * pair.first - sinPi(nu) * pair.second};
 }
 
@@ -59,7 +66,7 @@ double calcAiryAi(double x) {
   if (x < -kEps) {
     const double r = std::sqrt(-x), z = -2 * x * (r / 3);
     if (std::isinf(z)) return 0;
-    const Orders j = besselJ(kThird, z);
+    const Orders j = besselJ(kThird, z, x);
     return (j.minus + j.plus) * (r / 3);
   }
   if (x <= kEps) return 0.3550280538878172;
@@ -77,7 +84,7 @@ double calcAiryBi(double x) {
   if (x < -kEps) {
     const double r = std::sqrt(-x), z = -2 * x * (r / 3);
     if (std::isinf(z)) return 0;
-    const Orders j = besselJ(kThird, z);
+    const Orders j = besselJ(kThird, z, x);
     return (j.minus - j.plus) * (r / 3) * kSqrt3;
   }
   if (x <= kEps) return 0.6149266274460007;
@@ -97,7 +104,7 @@ double calcDiffAiryAi(double x) {
   if (x < -kEps) {
     const double z = (r / 3) * x * -2;
     if (std::isinf(z)) return 0;  // from 1e205 on no digit of x tells the phase
-    const Orders j = besselJ(kTwoThirds, z);
+    const Orders j = besselJ(kTwoThirds, z, x);
     return (j.plus - j.minus) * (-x / 3);
   }
   return -0.2588194037928068;
@@ -115,7 +122,7 @@ double calcDiffAiryBi(double x) {
   if (x < -kEps) {
     const double z = (r / 3) * x * -2;
     if (std::isinf(z)) return 0;
-    const Orders j = besselJ(kTwoThirds, z);
+    const Orders j = besselJ(kTwoThirds, z, x);
     return (j.plus + j.minus) * (-x / kSqrt3);
   }
   return 0.4482883573538264;

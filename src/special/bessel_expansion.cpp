@@ -176,7 +176,7 @@ BesselPair besselIKDebye(double nu, double x) {
   return {half * (half * plus / std::sqrt(2 * kPi * root)), inverse * (inverse * minus * std::sqrt(kPi / (2 * root)))};
 }
 
-BesselPair besselJYHankel(double nu, double x) {
+BesselPair besselJYHankel(double nu, double x, double rest) {
   double term = 1, even = 0, odd = 0;
   for (int k = 0; k < 200; ++k) {
     (k % 2 ? odd : even) += k % 4 < 2 ? term : -term;
@@ -186,7 +186,8 @@ BesselPair besselJYHankel(double nu, double x) {
   }
   // cos and sin of x - (nu/2 + 1/4) pi, the shift apart from x so that no digit of x is lost.
   const double shift = kPi * (nu / 2 + 0.25), c = std::cos(shift), s = std::sin(shift);
-  const double cosX = std::cos(x), sinX = std::sin(x);
+  const double c0 = std::cos(x), s0 = std::sin(x), c1 = std::cos(rest), s1 = std::sin(rest);
+  const double cosX = c0 * c1 - s0 * s1, sinX = s0 * c1 + c0 * s1;
   const double cosine = cosX * c + sinX * s, sine = sinX * c - cosX * s, size = std::sqrt(2 / (kPi * x));
   return {size * (cosine * even - sine * odd), size * (sine * even + cosine * odd)};
 }

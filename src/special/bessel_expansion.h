@@ -22,8 +22,8 @@ double besselKNearInteger(double nu, double x);
 BesselPair besselJYDebye(double nu, double x);
 BesselPair besselIKDebye(double nu, double x);
 
-/// Hankel's expansions in 1/x: nu^2 < 2x, x > 25.
-BesselPair besselJYHankel(double nu, double x);
+/// Hankel's expansions in 1/x: nu^2 < 2x, x > 25. `rest` is what the phase x has lost by rounding.
+BesselPair besselJYHankel(double nu, double x, double rest = 0);
 BesselPair besselIKHankel(double nu, double x);
 
 /// Steed's two continued fractions, which serve for x > 2; and for nu near x above 1e6 the expansion by Airy functions.

@@ -137,7 +137,8 @@ double asymptoticV(double a, double x, double shift) {
     term *= step;
     sum += term;
     if (std::abs(term) < kEps / 16 * std::abs(sum))
-      return sum * std::sqrt(2 / kPi) * std::exp((a - 0.5) * std::log(x) + x * x / 4 + shift);
+      return kSqrtPiRatio * sum * std::sqrt(2 / kPi) *
+             std::exp((a - 0.5) * std::log(x) + a / 2 * kLn2Rest + x * x / 4 + shift);
   }
   return kNaN;
 }
