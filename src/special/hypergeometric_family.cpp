@@ -13,6 +13,7 @@ namespace {
 
 // The 128-bit series ends at an absolute 1e-17: above this size at least 13 digits stand.
 constexpr double kEnough = 1e-3;
+constexpr double kMostRight = 1000;      // the same for z > 0 and for the sizes of a and b there
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
 bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
@@ -90,8 +91,13 @@ double calcHypergeometric0F1(double b, double z) {
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
-  const bool plain = !(z < 0) || !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
-  if (plain || isNonPositiveInteger(a)) return calcHypergeometricPFQ(&a, 1, &b, 1, z);
+  const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
+  if (outside || z >= 0 || isNonPositiveInteger(a)) {
+    const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
+    const bool cancels = !outside && std::abs(value) < kEnough && std::abs(a) < kMostRight &&
+                         std::abs(b) < kMostRight && std::abs(z) < kMostRight;
+    return cancels ? calcHypergeometricPFQByMoreBits(&a, 1, &b, 1, z) : value;
+  }
   if (z > -20) {
     const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
     if (std::abs(value) > kEnough) return value;
