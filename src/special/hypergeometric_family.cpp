@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // 0F1, 1F1 and 2F1. The shared series serves wherever its 128 bits and its absolute stop leave enough digits; for
 // arguments far left of 0, where its terms cancel, the same sum is taken by a road that keeps them.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -78,6 +79,20 @@ std::optional<double> farLeft0F1(double b, double z) {
   return signOfGamma(b) * std::exp(calcLngamma(b) - nu * std::log(t / 2)) * wave;
 }
 
+constexpr double kSmallParameters = 8,
+                 kLargeParameters = 100;  // between them the terms of 2F1 may cancel beyond 128 bits
+
+// The largest of the first terms of 2F1, which fall behind the last sign of a parameter.
+double largestTerm2F1(double a, double b, double c, double z) {
+  double term = 1, largest = 1;
+  for (double n = 0; n < 100000; n += 1) {
+    term *= (a + n) / (c + n) * ((b + n) / (n + 1)) * z;
+    largest = std::fmax(largest, std::abs(term));
+    if (n > kLargeParameters && std::abs(term) < largest * 1e-3) break;
+  }
+  return largest;
+}
+
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
@@ -107,7 +122,12 @@ double calcHypergeometric1F1(double a, double b, double z) {
 
 double calcHypergeometric2F1(double a, double b, double c, double z) {
   const double upper[] = {a, b};
-  return calcHypergeometricPFQ(upper, 2, &c, 1, z);
+  const double value = calcHypergeometricPFQ(upper, 2, &c, 1, z),
+               size = std::max({std::abs(a), std::abs(b), std::abs(c)});
+  if (!(size > kSmallParameters && size < kLargeParameters) || !(std::abs(z) < 0.99) || isPole(c)) return value;
+  // 2^-120 of the largest term is noise.
+  if (largestTerm2F1(a, b, c, z) * 0x1p-120 <= 1e-13 * std::abs(value)) return value;
+  return calcHypergeometricPFQByMoreBits(upper, 2, &c, 1, z);
 }
 
 }  // namespace SpecialFunction

@@ -53,7 +53,8 @@ def hypergeometric():
     write("math_Hypergeometric2F1", lambda a, b, c, z: NAN if pole(c) else mp.hyp2f1(a, b, c, z),
           [("ordinary", a, b, c, z) for a, b, c in ((-0.5, 0.5, 1.0), (1.3, 1.0, 2.3), (2.5, -0.75, 1.25), (0.2, 8.0, -3.5))
            for z in (1e-18, 0.3, 0.5, -0.6, 0.9, -0.95)] +
-          [("near_one", 1.3, 1.0, 2.3, 0.995), ("near_one", 0.5, 0.5, 2.0, 0.999), ("ends", -4.0, 2.5, 1.5, 3.0)] +
+          [("near_one", 1.3, 1.0, 2.3, 0.995), ("near_one", 0.5, 0.5, 2.0, 0.999), ("ends", -4.0, 2.5, 1.5, 3.0),
+           ("cancels", 49.9866, 51.6643, -32.5387, -0.709353), ("cancels", 60.5, -35.25, -58.75, 0.8)] +
           [("pole", 1.0, 2.0, -1.0, 0.5)], base=4,
           slack=lambda a, v: mp.mpf("2e-17") / (1 - min(abs(a[3]), mp.mpf("0.9999"))))
     whole = lambda b: b == int(b) and b != 1
