@@ -3,6 +3,7 @@
 // tasks.
 #include <benchmark/benchmark.h>
 #include <orvane/sym.h>
+#include <orvane/sym_calculus.h>
 
 #include <string>
 #include <vector>
@@ -171,6 +172,25 @@ GiNaC::matrix symbolMatrix() {
 }
 #endif
 
+// exp(sin(x)) about 0, to order 12.
+constexpr int kOrder = 12;
+
+void taylorOrvane(benchmark::State& state) {
+  Orvane l;
+  SymMatrix2d* matrix = sym_createSymMatrix(1, 1);
+  sym_setSymMatrixData(matrix, 0, 0, l.exponential(l.sine(l.variable(0))));
+  for (auto _ : state) sym_freeMatrix2d(sym_taylor(matrix, "x0", 0, kOrder));
+  sym_freeMatrix2d(matrix);
+}
+
+#ifdef ORVANE_BENCH_GINAC
+void taylorGinac(benchmark::State& state) {
+  Ginac l;
+  const GiNaC::ex expression = l.exponential(l.sine(l.variable(0)));
+  for (auto _ : state) benchmark::DoNotOptimize(expression.series(l.variables[0] == 0, kOrder + 1));
+}
+#endif
+
 void add(const char* name, void (*run)(benchmark::State&)) { benchmark::RegisterBenchmark(name, run); }
 
 }  // namespace
@@ -184,7 +204,9 @@ int main(int argc, char** argv) {
   add("evaluate/orvane", evaluateOrvane);
   add("determinant/orvane", [](benchmark::State& state) { matrixOrvane(state, 202); });
   add("inverse/orvane", [](benchmark::State& state) { matrixOrvane(state, 201); });
+  add("taylor/orvane", taylorOrvane);
 #ifdef ORVANE_BENCH_GINAC
+  add("taylor/GiNaC", taylorGinac);
   add("sum/GiNaC", sum<Ginac, true>);
   add("build and sum/GiNaC", sum<Ginac, false>);
   add("product/GiNaC", product<Ginac, true>);

@@ -128,7 +128,8 @@ ORVANE_API SymMatrix2d* sym_cloneMatrix2d(const SymMatrix2d* matrix);
 /**
  * Shape of a matrix.
  *
- * @param out  [2] rows, columns (the length of row 0)
+ * @param matrix  matrix of expressions
+ * @param out     [2] rows, columns (the length of row 0)
  */
 ORVANE_API void sym_getDataDim(const SymMatrix2d* matrix, int32_t* out);
 
@@ -147,8 +148,9 @@ ORVANE_API void sym_setSymMatrixData3(SymMatrix2d* matrix, int32_t row, int32_t 
 /**
  * A row or a column as a matrix, of clones.
  *
- * @param index  row or column
- * @param row    not 0: row, 1 by n; 0: column, n by 1
+ * @param matrix  matrix of expressions
+ * @param index   row or column
+ * @param row     not 0: row, 1 by n; 0: column, n by 1
  * @return matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_getRowCol(const SymMatrix2d* matrix, int32_t index, uint8_t row);
@@ -156,14 +158,16 @@ ORVANE_API SymMatrix2d* sym_getRowCol(const SymMatrix2d* matrix, int32_t index, 
 /**
  * Coefficients of all elements, not evaluated: the number of a number, the factor of any other element.
  *
- * @param out  [rows*cols] row-major, out
+ * @param matrix  matrix of expressions
+ * @param out     [rows*cols] row-major, out
  */
 ORVANE_API void sym_getMatrixData(const SymMatrix2d* matrix, double* out);
 
 /**
  * Values of all elements at the present values of the variables; NaN for an element that is null.
  *
- * @param out  [rows*cols] row-major, out
+ * @param matrix  matrix of expressions
+ * @param out     [rows*cols] row-major, out
  */
 ORVANE_API void sym_calcValue(const SymMatrix2d* matrix, double* out);
 
@@ -173,7 +177,8 @@ ORVANE_API double sym_calcExpressValue(const SymMatrix2d* matrix, int32_t row, i
 /**
  * Values of all elements, as by sym_calcValue.
  *
- * @param out  [rows*cols] row-major, out
+ * @param matrix  matrix of expressions
+ * @param out     [rows*cols] row-major, out
  * @return true when all elements are numbers, also for an empty matrix
  */
 ORVANE_API bool sym_toMatrix2dDouble(const SymMatrix2d* matrix, double* out);
@@ -182,6 +187,8 @@ ORVANE_API bool sym_toMatrix2dDouble(const SymMatrix2d* matrix, double* out);
  * New matrix of numbers.
  *
  * @param values  [rows*cols] row-major
+ * @param rows    number of rows
+ * @param cols    number of columns
  * @return matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_fromMatrix2dDouble(const double* values, int32_t rows, int32_t cols);
@@ -217,6 +224,8 @@ ORVANE_API SymMatrix2d* sym_cross(const SymMatrix2d* a, const SymMatrix2d* b);
 /**
  * f(a, b) element by element, as sym_funTwoParam; a 1-by-1 side is paired with every element of the other.
  *
+ * @param a     matrix
+ * @param b     matrix
  * @param code  kind of two arguments, 7 or 8
  * @return matrix, released by sym_freeMatrix2d
  */
@@ -225,9 +234,10 @@ ORVANE_API SymMatrix2d* sym_sameTwoFun(const SymMatrix2d* a, const SymMatrix2d* 
 /**
  * Matrix operation.
  *
- * @param code  200 trace, 201 inverse (cofactors over the determinant), 202 determinant (expansion by cofactors),
- *              204 transpose, 206 sum of all elements, 208 skew-symmetric matrix K of a vector v of three elements,
- *              K w = v x w
+ * @param matrix  matrix of expressions
+ * @param code    200 trace, 201 inverse (cofactors over the determinant), 202 determinant (expansion by cofactors),
+ *                204 transpose, 206 sum of all elements, 208 skew-symmetric matrix K of a vector v of three elements,
+ *                K w = v x w
  * @return matrix, released by sym_freeMatrix2d; null for another code
  */
 ORVANE_API SymMatrix2d* sym_oneFun(const SymMatrix2d* matrix, uint8_t code);
@@ -251,6 +261,7 @@ ORVANE_API double sym_getBaseSymValue(const BaseSym* variable);
 /**
  * Name of a variable.
  *
+ * @param variable  variable
  * @param out       [capacity] bytes, out, without a terminator; nothing is written when it is too small
  * @param capacity  room in out
  * @return length in bytes
@@ -260,6 +271,9 @@ ORVANE_API int32_t sym_getBaseSymName(const BaseSym* variable, char* out, int32_
 /**
  * The distinct variables of one element, ordered by address.
  *
+ * @param matrix    matrix of expressions
+ * @param row       row of the element, from 0
+ * @param col       column of the element, from 0
  * @param out       [capacity] variables, out; nothing is written when there are more
  * @param capacity  room in out
  * @return number of variables
@@ -271,6 +285,7 @@ ORVANE_API int32_t sym_getAllBaseSym(const SymMatrix2d* matrix, int32_t row, int
  * The matrix's list of variables, each name followed by a comma. The first call makes the list, of all elements,
  * ordered by name; later changes of the elements do not change it.
  *
+ * @param matrix    matrix of expressions
  * @param out       [capacity] bytes, out, without a terminator; nothing is written when it is too small
  * @param capacity  room in out
  * @return length in bytes
@@ -280,7 +295,9 @@ ORVANE_API int32_t sym_getAllBaseSym2(SymMatrix2d* matrix, char* out, int32_t ca
 /**
  * Reorders the matrix's list of variables: position i takes the old entry at order[i].
  *
- * @param order  [count] indices; one outside the list leaves its position
+ * @param matrix  matrix of expressions
+ * @param order   [count] indices; one outside the list leaves its position
+ * @param count   number of entries
  * @return 1
  */
 ORVANE_API int32_t sym_setAllBaseSym(SymMatrix2d* matrix, const int32_t* order, int32_t count);
@@ -288,14 +305,17 @@ ORVANE_API int32_t sym_setAllBaseSym(SymMatrix2d* matrix, const int32_t* order, 
 /**
  * Sets values of variables of the matrix's list: variable indices[i] takes values[i].
  *
+ * @param matrix   matrix of expressions
  * @param indices  [count] places in the list; one outside throws std::out_of_range
  * @param values   [count] values
+ * @param count    number of entries
  */
 ORVANE_API void sym_setBaseSymValue(SymMatrix2d* matrix, const int32_t* indices, const double* values, int32_t count);
 
 /**
  * Keeps or brings back the values of the matrix's list of variables.
  *
+ * @param matrix    matrix of expressions
  * @param snapshot  not 0: keep the present values; 0: bring back the kept ones, or do nothing when none were kept
  */
 ORVANE_API void sym_updateSymValue(SymMatrix2d* matrix, int32_t snapshot);
@@ -303,9 +323,11 @@ ORVANE_API void sym_updateSymValue(SymMatrix2d* matrix, int32_t snapshot);
 /**
  * New matrix with variables replaced, one after the other, and brought to normal form again.
  *
+ * @param matrix        matrix of expressions
  * @param names         [count] names of variables
  * @param replacements  [count] names or numbers; "inf" is 1e300, "-inf" is -1e300, a text that is no number is 0
  * @param flags         [count] not 0: the replacement is the name of a variable, made when there is none; 0: a number
+ * @param count         number of entries
  * @return matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_replaceSym(const SymMatrix2d* matrix, const char* const* names,
@@ -323,6 +345,9 @@ ORVANE_API bool sym_isQuadExpress(const SymMatrix2d* matrix, int32_t row, int32_
  * Variables and coefficients of a linear element, in the order of its terms. The constant is the value of the element
  * with all variables 0.
  *
+ * @param matrix        matrix of expressions
+ * @param row           row of the element, from 0
+ * @param col           column of the element, from 0
  * @param variables     [count] out, one for each variable term
  * @param coefficients  [count] out
  * @return count; 0 for an element that is not linear, and nothing is written

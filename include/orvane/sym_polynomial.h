@@ -3,10 +3,11 @@
  * @file
  * Polynomials among the expressions: coefficients, values, roots, factors, arithmetic, approximation.
  *
- * A 1-by-1 matrix is a polynomial when its expression is a number, or depends on one variable alone and is, as
- * normalised, a monomial or a sum of monomials c x^k with whole k from 0 to 1000000 and |c| above 1e-15: x^2 + 1 is
- * one, x y, sin(x) and (x + 1)^2 are not. Every function here answers for anything else with the value that it states,
- * and changes nothing.
+ * A 1-by-1 matrix is a polynomial when its expression is a number, a multiple of a variable, or depends on one variable
+ * alone and is, as normalised, a monomial or a sum of monomials c x^k with whole k from 0 to 1000000 and |c| above
+ * 1e-15: x^2 + 1 is one, x y, sin(x) and (x + 1)^2 are not. What the functions here make is a polynomial in any case,
+ * with smaller coefficients and higher exponents too, until it is changed; copies of it go by the rule. Every function
+ * answers for anything else with the value that it states, and changes nothing.
  */
 #ifndef ORVANE_SYM_POLYNOMIAL_H
 #define ORVANE_SYM_POLYNOMIAL_H

@@ -8,8 +8,8 @@
  * other number with 20 significant digits. A term whose second character is "-", as in (-2)^x, follows in a sum
  * without a plus.
  *
- * LaTeX: the standard macros where there are some, \mathbf{Name}(...) otherwise, \dfrac for quotients. A variable of a
- * letter and digits has the digits as its subscript.
+ * LaTeX: the standard macros where there are some, otherwise the name in bold with its arguments in brackets; quotients
+ * as fractions in display style. A variable of a letter and digits has the digits as its subscript.
  *
  * Plain texts are cached in the nodes: two threads must not write one expression at once. Writing recurses, with some
  * 200 bytes of stack a level for LaTeX and 300 for plain text: 25000 nested nodes in a stack of 8 MB. Each level of

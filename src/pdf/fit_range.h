@@ -17,12 +17,15 @@ struct Sample {
     x1 = x.front(), xn = x.back(), xm = x[x.size() / 2];
     D = xn - x1;
     W = std::max(10.0, 8 * D);
+    low = x1 - W, high = xn + W, wide = D + 2 * W;
   }
 
   std::span<const double> x, cdf;
   double x1 = 0, xn = 0, xm = 0;  ///< ends and middle point; 0 without data
   double D = 0;                   ///< xn - x1
   double W = 10;                  ///< the width by which a location may leave the data
+  double low = -10, high = 10;    ///< x1 - W, xn + W
+  double wide = 20;               ///< high - low
 };
 
 /// Bounds and start of a fit, seen in the caller's vectors.

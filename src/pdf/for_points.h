@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <span>
 
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(__AVX2__)
 #define ORVANE_DISPATCH_AVX2 1
@@ -40,6 +43,22 @@ void forPoints(const Formula& formula, const double* x, double* y, std::size_t n
   if (hasAvx2()) return pointLoopAvx2(formula, x, y, n);
 #endif
   pointLoop(formula, x, y, n);
+}
+
+/// Sum of (y - cdf)^2 in the order of the points, where fill(x, y, n) gives the y of a block: nothing is allocated.
+template <std::size_t kBlock, class Fill>
+double squaredErrorByBlocks(std::span<const double> x, std::span<const double> cdf, const Fill& fill) {
+  std::array<double, kBlock> y;
+  double sum = 0;
+  for (std::size_t from = 0; from < x.size(); from += kBlock) {
+    const std::size_t n = std::min(kBlock, x.size() - from);
+    fill(x.data() + from, y.data(), n);
+    for (std::size_t i = 0; i < n; ++i) {
+      const double difference = y[i] - cdf[from + i];
+      sum += difference * difference;
+    }
+  }
+  return sum;
 }
 
 }  // namespace PDF

@@ -103,52 +103,59 @@ class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
   LowerShare share;
 };
 
-/// Chi squared with a degrees of freedom from b on.
-class PDFFunByChiSquared final : public SeriesPDFFun<PDFFunByChiSquared> {
+/// A distribution on a half line whose share is LG(shape, t)/gamma(shape): Self calls setShape, sets `from` and gives
+/// `double densityAt(u)` and `double argumentAt(u)`, the t, in the distance u = x - from.
+template <class Self, End kEnd>
+class LowerGammaPDFFun : public SeriesPDFFun<Self> {
  public:
-  void updateParam() override {
-    a = params[0], b = params[1];
-    gammaHalf = std::tgamma(a / 2);
-    factor = std::pow(2, -a / 2) / gammaHalf;
-    share = LowerShare(series, a / 2, 30);
-  }
-  double density(double x) const {
-    if (x < b) return 0;
-    const double u = x - b;
-    return std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2);
-  }
-  double argument(double x) const { return (x - b) / 2; }
-  double near(double, double t, double sum) const { return share(t, sum); }
+  double density(double x) const { return inside(x) ? self().densityAt(x - from) : 0; }
+  double argument(double x) const { return self().argumentAt(x - from); }
+  double near(double x, double t, double sum) const { return choose(inside(x), share(t, sum), 0); }
   double far(double x) const {
-    return x < b ? 0 : SpecialFunction::calcIncompleteGammaLower(a / 2, (x - b) / 2) / gammaHalf;
+    return inside(x) ? SpecialFunction::calcIncompleteGammaLower(shape, argument(x)) / gammaShape : 0;
   }
 
+ protected:
+  void setShape(double a) {
+    shape = a, gammaShape = std::tgamma(a);
+    share = LowerShare(this->series, a, 30);
+  }
+  double from, shape, gammaShape;
+
  private:
-  double a, b, gammaHalf, factor;
+  bool inside(double x) const { return kEnd == End::closed ? !(x < from) : x > from; }
+  const Self& self() const { return static_cast<const Self&>(*this); }
   LowerShare share;
 };
 
-/// Gamma with shape a and scale b from c on.
-class PDFFunByGamma final : public SeriesPDFFun<PDFFunByGamma> {
+/// Chi squared with a degrees of freedom from b on.
+class PDFFunByChiSquared final : public LowerGammaPDFFun<PDFFunByChiSquared, End::closed> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1], c = params[2];
-    gammaA = std::tgamma(a);
-    factor = std::pow(b, -a) / gammaA;
-    share = LowerShare(series, a, 30);
+    a = params[0], from = params[1];
+    setShape(a / 2);
+    factor = std::pow(2, -a / 2) / gammaShape;
   }
-  double density(double x) const {
-    if (x < c) return 0;
-    const double u = x - c;
-    return std::exp(-u / b) * std::pow(u, a - 1) * factor;
-  }
-  double argument(double x) const { return (x - c) / b; }
-  double near(double x, double t, double sum) const { return choose(x < c, 0, share(t, sum)); }
-  double far(double x) const { return x < c ? 0 : SpecialFunction::calcIncompleteGammaLower(a, (x - c) / b) / gammaA; }
+  double densityAt(double u) const { return std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2); }
+  double argumentAt(double u) const { return u / 2; }
 
  private:
-  double a, b, c, gammaA, factor;
-  LowerShare share;
+  double a, factor;
+};
+
+/// Gamma with shape a and scale b from c on.
+class PDFFunByGamma final : public LowerGammaPDFFun<PDFFunByGamma, End::closed> {
+ public:
+  void updateParam() override {
+    setShape(params[0]);
+    b = params[1], from = params[2];
+    factor = std::pow(b, -shape) / gammaShape;
+  }
+  double densityAt(double u) const { return std::exp(-u / b) * std::pow(u, shape - 1) * factor; }
+  double argumentAt(double u) const { return u / b; }
+
+ private:
+  double b, factor;
 };
 
 /// Inverted gamma: 1/((x-c) b) has the gamma distribution of shape a.
@@ -175,29 +182,18 @@ class PDFFunByInvertedGamma final : public SeriesPDFFun<PDFFunByInvertedGamma> {
 };
 
 /// Nakagami with shape a and spread b from c on.
-class PDFFunByNakagami final : public SeriesPDFFun<PDFFunByNakagami> {
+class PDFFunByNakagami final : public LowerGammaPDFFun<PDFFunByNakagami, End::open> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1], c = params[2];
-    rate = a / b;
-    gammaA = std::tgamma(a);
-    factor = 2 * std::pow(rate, a) / gammaA;
-    share = LowerShare(series, a, 30);
+    setShape(params[0]);
+    rate = shape / params[1], from = params[2];
+    factor = 2 * std::pow(rate, shape) / gammaShape;
   }
-  double density(double x) const {
-    if (!(x > c)) return 0;
-    const double u = x - c;
-    return std::pow(u, 2 * a - 1) * factor * std::exp(-rate * u * u);
-  }
-  double argument(double x) const { return rate * square(x - c); }
-  double near(double x, double t, double sum) const { return choose(x > c, share(t, sum), 0); }
-  double far(double x) const {
-    return x > c ? SpecialFunction::calcIncompleteGammaLower(a, rate * square(x - c)) / gammaA : 0;
-  }
+  double densityAt(double u) const { return std::pow(u, 2 * shape - 1) * factor * std::exp(-rate * u * u); }
+  double argumentAt(double u) const { return rate * square(u); }
 
  private:
-  double a, b, c, rate, gammaA, factor;
-  LowerShare share;
+  double rate, factor;
 };
 
 /// Symmetric generalised normal with scale a and power b around c.

@@ -102,8 +102,7 @@ std::string& BaseGenPDFFun::getLatex(std::string& out) const {
 TableGenPDFFun::TableGenPDFFun(const GenRow& genRow, std::shared_ptr<BasePDFFun> inner)
     : BaseGenPDFFun(std::move(inner)), row(genRow) {
   name = std::string(row.prefix) + "-" + baseFun->getName();
-  params.assign(row.defaults.values.begin(),
-                row.defaults.values.begin() + static_cast<std::ptrdiff_t>(row.defaults.size));
+  params = row.defaults.list();
 }
 
 std::string& TableGenPDFFun::genLatex(std::string& out) const { return writeSheet(out, getName(), row.texts, params); }

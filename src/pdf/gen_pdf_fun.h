@@ -70,30 +70,18 @@ class GenPDFFun : public TableGenPDFFun {
 
   void calcCDFs(std::span<const double> x, std::span<double> y) const final {
     baseFun->calcCDFs(x, y);
-    transform(y.data(), x.size());
+    forPoints([&fun = self()](double Psi) { return fun.distribution(Psi); }, y.data(), y.data(), x.size());
   }
 
   double cdfSquaredError(std::span<const double> x, std::span<const double> cdf) const final {
-    std::array<double, kBlock> Psi;
-    double sum = 0;
-    for (std::size_t from = 0; from < x.size(); from += kBlock) {
-      const auto part = x.subspan(from, std::min(kBlock, x.size() - from));
-      baseFun->calcCDFs(part, std::span(Psi).first(part.size()));
-      transform(Psi.data(), part.size());
-      for (std::size_t i = 0; i < part.size(); ++i) {
-        const double difference = Psi[i] - cdf[from + i];
-        sum += difference * difference;
-      }
-    }
-    return sum;
+    return squaredErrorByBlocks<kBlock>(x, cdf, [this](const double* from, double* to, std::size_t n) {
+      calcCDFs({from, n}, {to, n});
+    });
   }
 
  private:
   static constexpr std::size_t kBlock = 256;
   const Self& self() const { return static_cast<const Self&>(*this); }
-  void transform(double* Psi, std::size_t n) const {
-    forPoints([&fun = self()](double value) { return fun.distribution(value); }, Psi, Psi, n);
-  }
 };
 
 /// ln(Psi^a + 1)/ln 2.

@@ -22,14 +22,14 @@ class PDFFunByNormal final : public PlainPDFFun<PDFFunByNormal> {
 };
 
 /// Half normal with rate a from b on.
-class PDFFunByHalfNormal final : public PlainPDFFun<PDFFunByHalfNormal> {
+class PDFFunByHalfNormal final : public OneSidedPDFFun<PDFFunByHalfNormal, End::closed> {
  public:
-  void updateParam() override { a = params[0], b = params[1], factor = 2 * a / kPi; }
-  double density(double x) const { return x < b ? 0 : factor * std::exp(-square((x - b) * a) / kPi); }
-  double distribution(double x) const { return x < b ? 0 : std::erf((x - b) * a / kSqrtPi); }
+  void updateParam() override { a = params[0], from = params[1], factor = 2 * a / kPi; }
+  double densityAt(double u) const { return factor * std::exp(-square(u * a) / kPi); }
+  double shareAt(double u) const { return std::erf(u * a / kSqrtPi); }
 
  private:
-  double a, b, factor;
+  double a, factor;
 };
 
 /// Normal with mean c and deviation d, cut to [a+c, b+c].
@@ -59,144 +59,119 @@ class PDFFunByTruncatedNormal final : public PlainPDFFun<PDFFunByTruncatedNormal
 };
 
 /// Gibrat (log-normal): ln(x-a) is normal with mean c and deviation b.
-class PDFFunByGibrat final : public PlainPDFFun<PDFFunByGibrat> {
+class PDFFunByGibrat final : public OneSidedPDFFun<PDFFunByGibrat, End::open> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1], c = params[2];
+    from = params[0], b = params[1], c = params[2];
     width = kSqrt2 * b;
     factor = 1 / (width * kSqrtPi);
   }
-  double density(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
-    return std::exp(-square((c - std::log(u)) / width)) * factor / u;
-  }
-  double distribution(double x) const { return choose(x > a, (1 - quickErf((c - quickLog(x - a)) / width)) / 2, 0); }
+  double densityAt(double u) const { return std::exp(-square((c - std::log(u)) / width)) * factor / u; }
+  double shareAt(double u) const { return (1 - quickErf((c - quickLog(u)) / width)) / 2; }
 
  private:
-  double a, b, c, width, factor;
+  double b, c, width, factor;
 };
 
 /// Inverse Gaussian with shape b and mean c from a on.
-class PDFFunByInverseGaussian final : public PlainPDFFun<PDFFunByInverseGaussian> {
+class PDFFunByInverseGaussian final : public OneSidedPDFFun<PDFFunByInverseGaussian, End::open> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1], c = params[2];
+    from = params[0], b = params[1], c = params[2];
     root = std::sqrt(b / (2 * kPi));
     rate = b / (2 * c * c);
     reflected = std::exp(2 * b / c);
   }
-  double density(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
-    return root / (u * std::sqrt(u)) * std::exp(-rate * square(u - c) / u);
-  }
-  double distribution(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
+  double densityAt(double u) const { return root / (u * std::sqrt(u)) * std::exp(-rate * square(u - c) / u); }
+  double shareAt(double u) const {
     const double r = root / std::sqrt(u);
     // KEPT: no error function; one would expect Phi of both arguments (kept.csv: InverseGaussian_closed)
     return ((1 - (u / c + 1) * r) * reflected + (u / c - 1) * r + 1) / 2;
   }
 
  private:
-  double a, b, c, root, rate, reflected;
+  double b, c, root, rate, reflected;
 };
 
 /// Levy with scale b from a on.
-class PDFFunByLevy final : public PlainPDFFun<PDFFunByLevy> {
+class PDFFunByLevy final : public OneSidedPDFFun<PDFFunByLevy, End::open> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1];
+    from = params[0], b = params[1];
     root = std::sqrt(b / (2 * kPi));
   }
-  double density(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
-    return std::exp(-b / (2 * u)) * root / (std::sqrt(u) * u);
-  }
-  double distribution(double x) const { return choose(x > a, quickErfc(std::sqrt(b / (2 * (x - a)))), 0); }
+  double densityAt(double u) const { return std::exp(-b / (2 * u)) * root / (std::sqrt(u) * u); }
+  double shareAt(double u) const { return quickErfc(std::sqrt(b / (2 * u))); }
 
  private:
-  double a, b, root;
+  double b, root;
 };
 
 /// Maxwell with scale a from b on.
-class PDFFunByMaxwell final : public PlainPDFFun<PDFFunByMaxwell> {
+class PDFFunByMaxwell final : public OneSidedPDFFun<PDFFunByMaxwell, End::closed> {
  public:
   void updateParam() override {
-    a = params[0], b = params[1];
+    a = params[0], from = params[1];
     twiceVariance = 2 * a * a;
     root = std::sqrt(kTwoOverPi) / a;
     factor = std::sqrt(kTwoOverPi) / cube(a);
   }
-  double density(double x) const {
-    if (x < b) return 0;
-    const double s = square(x - b);
+  double densityAt(double u) const {
+    const double s = square(u);
     if (s > 10) return std::exp(std::log(s) - s / twiceVariance) * factor;
     return factor * s * std::exp(-s / twiceVariance);
   }
-  double distribution(double x) const {
-    const double u = x - b;
-    return choose(x < b, 0, std::erf(u / (kSqrt2 * a)) - quickExp(-u * u / twiceVariance) * u * root);
-  }
+  double shareAt(double u) const { return std::erf(u / (kSqrt2 * a)) - quickExp(-u * u / twiceVariance) * u * root; }
 
  private:
-  double a, b, twiceVariance, root, factor;
+  double a, twiceVariance, root, factor;
 };
 
 /// Rayleigh with scale b from a on.
-class PDFFunByRayleigh final : public PlainPDFFun<PDFFunByRayleigh> {
+class PDFFunByRayleigh final : public OneSidedPDFFun<PDFFunByRayleigh, End::closed> {
  public:
-  void updateParam() override { a = params[0], b = params[1]; }
-  double density(double x) const {
-    if (x < a) return 0;
-    const double y = (x - a) / b;
+  void updateParam() override { from = params[0], b = params[1]; }
+  double densityAt(double u) const {
+    const double y = u / b;
     return y / b * std::exp(-y * y / 2);
   }
-  double distribution(double x) const { return choose(x < a, 0, 1 - quickExp(-square((x - a) / b) / 2)); }
+  double shareAt(double u) const { return 1 - quickExp(-square(u / b) / 2); }
 
  private:
-  double a, b;
+  double b;
 };
 
 /// Inverse Rayleigh with scale b from a on.
-class PDFFunByInverseRayleigh final : public PlainPDFFun<PDFFunByInverseRayleigh> {
+class PDFFunByInverseRayleigh final : public OneSidedPDFFun<PDFFunByInverseRayleigh, End::open> {
  public:
-  void updateParam() override { a = params[0], b2 = square(params[1]); }
-  double density(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
-    return 2 * b2 / cube(u) * std::exp(-b2 / (u * u));
-  }
-  double distribution(double x) const { return choose(x > a, quickExp(-b2 / square(x - a)), 0); }
+  void updateParam() override { from = params[0], b2 = square(params[1]); }
+  double densityAt(double u) const { return 2 * b2 / cube(u) * std::exp(-b2 / (u * u)); }
+  double shareAt(double u) const { return quickExp(-b2 / square(u)); }
 
  private:
-  double a, b2;
+  double b2;
 };
 
 /// Generalised transmuted inverse Rayleigh: location a, scale b, power c, transmutation d.
-class PDFFunByGenTransInverseRayleigh final : public PlainPDFFun<PDFFunByGenTransInverseRayleigh> {
+class PDFFunByGenTransInverseRayleigh final : public OneSidedPDFFun<PDFFunByGenTransInverseRayleigh, End::open> {
  public:
   void updateParam() override {
-    a = params[0], d = params[3];
+    from = params[0], d = params[3];
     k = -params[2] * square(params[1]);
     slope = 4 * d * k;
     constant = 2 * (d + 1) * k;
   }
-  double density(double x) const {
-    if (!(x > a)) return 0;
-    const double u = x - a;
+  double densityAt(double u) const {
     const double e = std::exp(k / (u * u));
     return (slope * e - constant) * e / cube(u);
   }
-  double distribution(double x) const {
-    const double e = quickExp(k / square(x - a));
-    return choose(!(x > a), 0, (1 + d - e * d) * e);
+  double shareAt(double u) const {
+    const double e = quickExp(k / square(u));
+    return (1 + d - e * d) * e;
   }
 
  private:
-  double a, d, k, slope, constant;
+  double d, k, slope, constant;
 };
 
 }  // namespace PDF

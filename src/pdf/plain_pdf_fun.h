@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
-
 #include "pdf/base_pdf_fun.h"
 #include "pdf/for_points.h"
+#include "pdf/quick_math.h"
 
 namespace PDF {
 
@@ -36,21 +35,11 @@ class PlainPDFFun : public TablePDFFun {
   void calcCDFs(std::span<const double> x, std::span<double> y) const final { fill(x.data(), y.data(), x.size()); }
 
   double cdfSquaredError(std::span<const double> x, std::span<const double> cdf) const final {
-    std::array<double, kBlock> y;
-    double sum = 0;
-    for (std::size_t from = 0; from < x.size(); from += kBlock) {
-      const std::size_t n = std::min(kBlock, x.size() - from);
-      fill(x.data() + from, y.data(), n);
-      for (std::size_t i = 0; i < n; ++i) {
-        const double difference = y[i] - cdf[from + i];
-        sum += difference * difference;
-      }
-    }
-    return sum;
+    return squaredErrorByBlocks<128>(x, cdf,
+                                     [this](const double* from, double* to, std::size_t n) { fill(from, to, n); });
   }
 
  private:
-  static constexpr std::size_t kBlock = 128;
   const Self& self() const { return static_cast<const Self&>(*this); }
 
   void fill(const double* x, double* y, std::size_t n) const {
@@ -59,6 +48,25 @@ class PlainPDFFun : public TablePDFFun {
     else
       forPoints([&fun = self()](double point) { return fun.distribution(point); }, x, y, n);
   }
+};
+
+/// Whether the end of a half line belongs to it. A NaN counts as inside a closed one, so that it flows through.
+enum class End { open, closed };
+
+/// A distribution on the half line right of `from`, which Self sets; it gives `double densityAt(u)` and
+/// `double shareAt(u)` in the distance u = x - from. Left of it both are 0.
+template <class Self, End kEnd>
+class OneSidedPDFFun : public PlainPDFFun<Self> {
+ public:
+  double density(double x) const { return inside(x) ? self().densityAt(x - from) : 0; }
+  double distribution(double x) const { return choose(inside(x), self().shareAt(x - from), 0); }
+
+ protected:
+  double from;
+
+ private:
+  bool inside(double x) const { return kEnd == End::closed ? !(x < from) : x > from; }
+  const Self& self() const { return static_cast<const Self&>(*this); }
 };
 
 }  // namespace PDF

@@ -87,7 +87,7 @@ class QuickPower {
     const double logarithm = quickLog(std::abs(x)), zero = atZero;
     // As with pow, 1 to any power and anything to the power of 0 is 1.
     const double product = exponent * logarithm;
-    const double size = quickExp((exponent == 0) | (logarithm == 0) ? 0 : product);
+    const double size = quickExp(((exponent == 0) | (logarithm == 0)) ? 0 : product);
     const double mirrored = size * left, far = size * farLeft;
     const double value = x < 0 ? (x < -std::numeric_limits<double>::max() ? far : mirrored) : size;
     return x == 0 ? zero : value;

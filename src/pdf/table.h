@@ -2,10 +2,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "pdf/base_pdf_fun.h"
 #include "pdf/fit_range.h"
@@ -17,6 +19,8 @@ namespace PDF {
 struct Defaults {
   template <class... Values>
   constexpr Defaults(Values... v) : values{static_cast<double>(v)...}, size(sizeof...(v)) {}
+
+  std::vector<double> list() const { return {values.begin(), values.begin() + static_cast<std::ptrdiff_t>(size)}; }
 
   std::array<double, 4> values;
   std::size_t size;

@@ -17,10 +17,11 @@ bool fractional(double x) { return std::abs(x - std::round(x)) > kIntegral; }
 // The variable on one side of the bound. It is basic, as it is fractional. A lower bound moves its origin there; an
 // upper bound is a row, the distance to it, and a lower one yet moves that row's origin. Either way a row is out of
 // bounds, and Phase one brings the variable back onto the bound.
-bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound) const {
+template <class Real>
+bool LineProgSolver::addBound(Node<Real>& node, int32_t var, bool upper, double bound) const {
   auto& [low, high] = node.bounds.at(var);
   if (upper ? bound < low : bound > high) return false;
-  Tableau& tableau = node.tableau;
+  Tableau<Real>& tableau = node.tableau;
   if (!upper) {
     low = static_cast<int32_t>(bound);
     tableau.shift(var, bound - node.origin[var]);
@@ -32,7 +33,7 @@ bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound)
     tableau.shift(row->second, high - bound);
   } else {
     node.upperRows[var] = tableau.variableCount();
-    tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, -1.0}});
+    tableau.addRow(tableau.variableCount(), bound - node.origin[var], {{var, Real(-1)}});
   }
   high = static_cast<int32_t>(bound);
   return true;
@@ -40,7 +41,8 @@ bool LineProgSolver::addBound(Node& node, int32_t var, bool upper, double bound)
 
 // Solves the node's relaxation. The variable to branch on; -1 when there is nothing to branch: the node is integral and
 // solved, or it is not solved, being infeasible, unbounded or worse than the limit.
-int32_t LineProgSolver::relax(Node& node, double limit) const {
+template <class Real>
+int32_t LineProgSolver::relax(Node<Real>& node, double limit) const {
   if (!phases(node)) return -1;
   readOut(node);
   const auto give = [&node](Status status) {
@@ -61,11 +63,12 @@ int32_t LineProgSolver::relax(Node& node, double limit) const {
 
 // The last branch goes on in the node itself, without a copy and without recursion; `keep` leaves the node's tableau as
 // its relaxation left it.
-void LineProgSolver::branchAndBound(Node& node, double limit, bool keep) const {
+template <class Real>
+void LineProgSolver::branchAndBound(Node<Real>& node, double limit, bool keep) const {
   bool found = false;
   std::vector<double> best;
   const auto attempt = [&](int32_t var, bool upper, double bound) {
-    Node child = node;
+    Node<Real> child = node;
     if (!addBound(child, var, upper, bound)) return;
     branchAndBound(child, limit, false);
     if (!child.solved) return;
@@ -96,5 +99,8 @@ void LineProgSolver::branchAndBound(Node& node, double limit, bool keep) const {
   node.solved = true;
   node.status = kOptimal;
 }
+
+template void LineProgSolver::branchAndBound(Node<double>&, double, bool) const;
+template void LineProgSolver::branchAndBound(Node<long double>&, double, bool) const;
 
 }  // namespace LineProg

@@ -10,9 +10,9 @@ namespace {
 
 constexpr double kSmallTerm = 1e-15;
 constexpr double kCheckTolerance = 1e-8;
+constexpr double kTrusted = 1e-10;         // violation, relative to the sizes of a constraint's terms
 constexpr double kInfeasible = 1e-9;       // what Phase one may leave, and the same
 constexpr double kInfeasiblePart = 1e-11;  // relative to the infeasibility that it began with
-constexpr uint8_t kNoBoundRow = 255;
 constexpr int32_t kPreparedUpper = 90000000;
 constexpr int32_t kIntegerUpper = 900000000;
 
@@ -26,7 +26,7 @@ void LineProgSolver::setVarCount(std::span<const uint8_t> kinds) {
     allVars[i].varKind = kinds[i];
     if (kinds[i] > kBinary) spoilt = true;
   }
-  rowNumber = static_cast<int32_t>(kinds.size());
+  fast.rowNumber = exact.rowNumber = static_cast<int32_t>(kinds.size());
 }
 
 void LineProgSolver::setMaxExpress(std::span<const int32_t> indices, std::span<const double> coefs) {
@@ -74,7 +74,7 @@ double LineProgSolver::objectiveOf(std::span<const double> x) const {
 
 double LineProgSolver::maxValue() const { return solved ? objectiveOf(solution) : -1e300; }
 
-bool LineProgSolver::prepare() {
+bool LineProgSolver::prepareObjective() {
   if (spoilt) return false;
   if (objective.empty()) {
     if (sparseObjective.empty() || allVars.empty()) return false;
@@ -85,7 +85,11 @@ bool LineProgSolver::prepare() {
     }
     objective = std::move(dense);
   }
-  if (objective.size() != allVars.size()) return false;
+  return objective.size() == allVars.size();
+}
+
+template <class Real>
+bool LineProgSolver::prepare(Node<Real>& root) {
   root.bounds.clear();
   standing = 0;
   std::vector<uint8_t> stands(allVars.size(), 0);
@@ -112,121 +116,187 @@ bool LineProgSolver::prepare() {
 
 // Rows of the constraints that are not in the tableau yet; an equality is a pair of inequalities. A problem that was
 // solved before takes them in terms of the basis that the earlier solve left.
-void LineProgSolver::addRows() {
-  for (; entered < constraints.size(); ++entered) {
-    const EquVar& row = constraints[entered];
-    Tableau::Terms terms(row.coefs.begin(), row.coefs.end());
+template <class Real>
+void LineProgSolver::addRows(Node<Real>& root) const {
+  for (; root.entered < constraints.size(); ++root.entered) {
+    const EquVar& row = constraints[root.entered];
+    typename Tableau<Real>::Terms terms(row.coefs.begin(), row.coefs.end());
     for (auto& term : terms) term.second = -term.second;
-    root.tableau.addRow(rowNumber++, row.constCoef, terms);
+    root.slacks.push_back(root.rowNumber);
+    root.tableau.addRow(root.rowNumber++, row.constCoef, terms);
     if (row.relation != kEqual) continue;
     for (auto& term : terms) term.second = -term.second;
-    root.tableau.addRow(rowNumber++, -row.constCoef, terms);
+    root.tableau.addRow(root.rowNumber++, -row.constCoef, terms);
   }
 }
 
-void LineProgSolver::setUp() {
-  addRows();
-  for (BaseVar& var : allVars) {
+template <class Real>
+void LineProgSolver::setUp(Node<Real>& root) const {
+  addRows(root);
+  for (const BaseVar& var : allVars) {
     if (!root.tableau.has(var.index) || var.varKind == kReal) continue;
     if (var.varKind == kBinary) {
       root.bounds[var.index] = {0, 1};
-      if (var.state == kNoBoundRow) {
-        root.upperRows[var.index] = rowNumber;
-        root.tableau.addRow(rowNumber++, 1.0, {{var.index, -1.0}});
+      if (!root.upperRows.contains(var.index)) {
+        root.upperRows[var.index] = root.rowNumber;
+        root.tableau.addRow(root.rowNumber++, 1, {{var.index, Real(-1)}});
       }
-      var.state = 0;
     } else {
       // KEPT: ten times the bound that the preparation wrote, one of the two would do (kept.csv: Bounds_integer)
       root.bounds[var.index] = {0, kIntegerUpper};
     }
   }
-  Tableau::Terms terms;
+  typename Tableau<Real>::Terms terms;
   for (const BaseVar& var : allVars)
-    if (root.tableau.has(var.index)) terms.push_back({var.index, objective[var.index]});
+    if (root.tableau.has(var.index)) terms.push_back({var.index, static_cast<Real>(objective[var.index])});
   root.tableau.setObjective(0, terms);
 }
 
-bool LineProgSolver::solve() {
-  solved = false;
-  status = kFailed;
+template <class Real>
+void LineProgSolver::run(Node<Real>& root) {
   root.solved = false;
   root.status = kFailed;
-  if (!prepare()) return false;
+  if (!prepare(root)) return;
   if (standing == 0) {
     root.solved = true;
     root.status = kOptimal;
-  } else {
-    setUp();
-    const bool whole = std::any_of(allVars.begin(), allVars.end(), [&](const BaseVar& var) {
-      return var.varKind != kReal && root.tableau.has(var.index);
-    });
-    if (whole)
-      branchAndBound(root, -1e300, true);
-    else if (phases(root))
-      readOut(root);
+    return;
   }
+  setUp(root);
+  if (hasWhole(root))
+    branchAndBound(root, -1e300, true);
+  else if (phases(root))
+    readOut(root);
   // Numbers beyond the range of doubles leave no solution.
   if (root.solved &&
       !std::all_of(root.solution.begin(), root.solution.end(), [](double x) { return std::isfinite(x); })) {
     root.solved = false;
     root.status = kFailed;
   }
-  solved = root.solved;
-  status = root.status;
-  solution = root.solution;
+}
+
+template <class Real>
+bool LineProgSolver::hasWhole(const Node<Real>& root) const {
+  return std::any_of(allVars.begin(), allVars.end(),
+                     [&](const BaseVar& var) { return var.varKind != kReal && root.tableau.has(var.index); });
+}
+
+// Whether a run in doubles stands: its point keeps the constraints as well as their data let it. A real problem that
+// ended without a point is looked at again, as rounding may have taken it there; a search over whole numbers, where
+// most nodes end so, is not.
+bool LineProgSolver::trusted(const Node<double>& root) const {
+  if (!root.solved) return root.tableau.rows.empty() || hasWhole(root);
+  for (const EquVar& row : constraints) {
+    double sum = -row.constCoef, size = std::abs(row.constCoef);
+    for (const auto& [var, coefficient] : row.coefs) {
+      sum += coefficient * root.solution[var];
+      size += std::abs(coefficient * root.solution[var]);
+    }
+    if (!((row.relation == kEqual ? std::abs(sum) : sum) <= kTrusted * std::max(1.0, size))) return false;
+  }
+  return hasWhole(root) || reducedCostsHold(root);
+}
+
+// The objective is c.x = constant + sum of reduced costs * variables, the slacks b - a.x among them, for every x: what
+// the tableau holds must give back each c.
+bool LineProgSolver::reducedCostsHold(const Node<double>& root) const {
+  std::vector<double> rest = objective, size(objective.size());
+  for (std::size_t j = 0; j < rest.size(); ++j) {
+    size[j] = std::max(1.0, std::abs(rest[j]));
+    if (root.tableau.has(static_cast<int>(j)))
+      rest[j] -= root.tableau.objectiveRow[j];
+    else
+      rest[j] = 0;
+  }
+  for (std::size_t i = 0; i < root.slacks.size(); ++i) {
+    const EquVar& row = constraints[i];
+    double cost = reducedCost(root, root.slacks[i]);
+    if (row.relation == kEqual) cost -= reducedCost(root, root.slacks[i] + 1);
+    for (const auto& [var, coefficient] : row.coefs) {
+      rest[var] += cost * coefficient;
+      size[var] += std::abs(cost * coefficient);
+    }
+  }
+  for (std::size_t j = 0; j < rest.size(); ++j)
+    if (!(std::abs(rest[j]) <= kTrusted * size[j])) return false;
+  return true;
+}
+
+double LineProgSolver::reducedCost(const Node<double>& root, int32_t var) {
+  return root.tableau.has(var) ? root.tableau.objectiveRow[var] : 0;
+}
+
+// Doubles first. When their rounding, in a chain of pivots on small coefficients, has led astray, the same steps run in
+// long doubles, whose rounding errors stay below the least coefficient that counts.
+bool LineProgSolver::solve() {
+  solved = false;
+  status = kFailed;
+  if (!prepareObjective()) return false;
+  if (!isExact) {
+    run(fast);
+    isExact = !trusted(fast);
+  }
+  if (isExact) run(exact);
+  solved = isExact ? exact.solved : fast.solved;
+  status = isExact ? exact.status : fast.status;
+  solution = isExact ? exact.solution : fast.solution;
   return status == kOptimal;
 }
 
-bool LineProgSolver::phases(Node& node) const {
+template <class Real>
+bool LineProgSolver::phases(Node<Real>& node) const {
   node.solved = false;
   node.status = kFailed;
   return phaseOne(node) && phaseTwo(node);
 }
 
-bool LineProgSolver::phaseOne(Node& node) const {
-  Tableau& tableau = node.tableau;
-  int worst = Tableau::kNone;
+template <class Real>
+bool LineProgSolver::phaseOne(Node<Real>& node) const {
+  Tableau<Real>& tableau = node.tableau;
+  int worst = Tableau<Real>::kNone;
   for (std::size_t i = 0; i < tableau.rows.size(); ++i) {
-    const double value = tableau.rows[i].value;
+    const Real value = tableau.rows[i].value;
     if (value >= 0) continue;
-    if (worst == Tableau::kNone || value < tableau.rows[worst].value ||
+    if (worst == Tableau<Real>::kNone || value < tableau.rows[worst].value ||
         (value == tableau.rows[worst].value && tableau.rows[i].var < tableau.rows[worst].var))
       worst = static_cast<int>(i);
   }
-  if (worst == Tableau::kNone) return true;
-  const double tolerance = std::max(kInfeasible, kInfeasiblePart * -tableau.rows[worst].value);
+  if (worst == Tableau<Real>::kNone) return true;
+  const double tolerance = std::max(kInfeasible, kInfeasiblePart * -static_cast<double>(tableau.rows[worst].value));
 
-  const double savedValue = tableau.objectiveValue;
-  const std::vector<double> saved = tableau.objectiveRow;
+  const Real savedValue = tableau.objectiveValue;
+  const std::vector<Real> saved = tableau.objectiveRow;
   const int artificial = tableau.variableCount();
   const int slot = tableau.addArtificial(artificial);
-  tableau.setObjective(0, {{artificial, -1.0}});
-  std::vector<double> column(tableau.rows.size(), 1.0);
+  tableau.setObjective(0, {{artificial, Real(-1)}});
+  std::vector<Real> column(tableau.rows.size(), 1.0);
   tableau.pivot(worst, slot, column);
   if (!phaseTwo(node) || !(tableau.valueOf(artificial) <= tolerance)) {
     node.status = kFailed;
     return false;
   }
   tableau.removeArtificial(artificial);
-  Tableau::Terms terms;
+  typename Tableau<Real>::Terms terms;
   for (std::size_t var = 0; var < saved.size(); ++var)
     if (saved[var] != 0) terms.push_back({static_cast<int>(var), saved[var]});
   tableau.setObjective(savedValue, terms);
   return true;
 }
 
-bool LineProgSolver::phaseTwo(Node& node) const {
-  Tableau& tableau = node.tableau;
+template <class Real>
+bool LineProgSolver::phaseTwo(Node<Real>& node) const {
+  Tableau<Real>& tableau = node.tableau;
   node.status = kOptimal;
   if (tableau.rows.empty()) {
-    if (tableau.entering(std::vector<uint8_t>(tableau.columnVar.size(), 0)) != Tableau::kNone) node.status = kUnbounded;
+    if (tableau.entering(std::vector<uint8_t>(tableau.columnVar.size(), 0)) != Tableau<Real>::kNone)
+      node.status = kUnbounded;
     return node.status == kOptimal;
   }
   // KEPT: a loop that runs out hands over the solution in hand as an optimum (kept.csv: PhaseTwo_cap)
   const std::size_t cap = standing + tableau.rows.size();
-  std::vector<double> column;
+  std::vector<Real> column;
   for (std::size_t turn = 0; turn < cap; ++turn) {
-    Tableau::Pivot pivot;
+    typename Tableau<Real>::Pivot pivot;
     const int answer = choose(node, pivot, column);
     if (answer == 1) return true;
     if (answer != 3) {
@@ -238,18 +308,21 @@ bool LineProgSolver::phaseTwo(Node& node) const {
   return true;
 }
 
-int LineProgSolver::choose(const Node& node, Tableau::Pivot& pivot, std::vector<double>& column) const {
+template <class Real>
+int LineProgSolver::choose(const Node<Real>& node, typename Tableau<Real>::Pivot& pivot,
+                           std::vector<Real>& column) const {
   std::vector<uint8_t> struck(node.tableau.columnVar.size(), 0);
   for (bool first = true;; first = false) {
     pivot.column = node.tableau.entering(struck);
-    if (pivot.column == Tableau::kNone) return first ? 1 : 2 * static_cast<int>(holds(node, kCheckTolerance));
+    if (pivot.column == Tableau<Real>::kNone) return first ? 1 : 2 * static_cast<int>(holds(node, kCheckTolerance));
     pivot.row = node.tableau.leaving(pivot.column, column);
-    if (pivot.row != Tableau::kNone) return 3;
+    if (pivot.row != Tableau<Real>::kNone) return 3;
     struck[pivot.column] = 1;
   }
 }
 
-bool LineProgSolver::holds(const Node& node, double tolerance) const {
+template <class Real>
+bool LineProgSolver::holds(const Node<Real>& node, double tolerance) const {
   for (const EquVar& row : constraints) {
     double sum = -row.constCoef;
     for (const auto& [var, coefficient] : row.coefs)
@@ -259,7 +332,8 @@ bool LineProgSolver::holds(const Node& node, double tolerance) const {
   return true;
 }
 
-void LineProgSolver::readOut(Node& node) const {
+template <class Real>
+void LineProgSolver::readOut(Node<Real>& node) const {
   for (const BaseVar& var : allVars) {
     if (!node.tableau.has(var.index)) continue;
     const double value = node.tableau.valueOf(var.index) + node.origin[var.index];
@@ -269,5 +343,10 @@ void LineProgSolver::readOut(Node& node) const {
   }
   node.solved = true;
 }
+
+template bool LineProgSolver::phases(Node<double>&) const;
+template bool LineProgSolver::phases(Node<long double>&) const;
+template void LineProgSolver::readOut(Node<double>&) const;
+template void LineProgSolver::readOut(Node<long double>&) const;
 
 }  // namespace LineProg

@@ -41,29 +41,53 @@ class LineProgSolver final : public BaseData {
 
  private:
   /// Everything that a node of the branching has of its own.
+  template <class Real>
   struct Node {
-    Tableau tableau;
+    Tableau<Real> tableau;
     std::map<int32_t, std::pair<int32_t, int32_t>> bounds;  ///< of integer and binary variables
     std::map<int32_t, int> upperRows;                       ///< by variable: the row of its upper bound
     std::vector<double> origin;                             ///< by structural variable: what its 0 stands for
     std::vector<double> solution;
     bool solved = false;
     Status status = kFailed;
+    std::size_t entered = 0;      ///< constraints that stand in the tableau
+    std::vector<int32_t> slacks;  ///< by constraint: its row variable, the first of an equality's two
+    int32_t rowNumber = 0;        ///< number of the next row variable
   };
 
-  bool prepare();
-  void setUp();
-  void addRows();
-  bool phases(Node& node) const;
-  bool phaseOne(Node& node) const;
-  bool phaseTwo(Node& node) const;
+  bool prepareObjective();
+  template <class Real>
+  void run(Node<Real>& root);
+  template <class Real>
+  bool prepare(Node<Real>& root);
+  template <class Real>
+  void addRows(Node<Real>& root) const;
+  template <class Real>
+  void setUp(Node<Real>& root) const;
+  template <class Real>
+  bool hasWhole(const Node<Real>& root) const;
+  bool trusted(const Node<double>& root) const;
+  bool reducedCostsHold(const Node<double>& root) const;
+  static double reducedCost(const Node<double>& root, int32_t var);
+  template <class Real>
+  bool phases(Node<Real>& node) const;
+  template <class Real>
+  bool phaseOne(Node<Real>& node) const;
+  template <class Real>
+  bool phaseTwo(Node<Real>& node) const;
   /// 0 or 2: no pivot, with that status; 1: optimal; 3: a pivot is chosen.
-  int choose(const Node& node, Tableau::Pivot& pivot, std::vector<double>& column) const;
-  bool holds(const Node& node, double tolerance) const;
-  void readOut(Node& node) const;
-  int32_t relax(Node& node, double limit) const;
-  void branchAndBound(Node& node, double limit, bool keep) const;
-  bool addBound(Node& node, int32_t var, bool upper, double bound) const;
+  template <class Real>
+  int choose(const Node<Real>& node, typename Tableau<Real>::Pivot& pivot, std::vector<Real>& column) const;
+  template <class Real>
+  bool holds(const Node<Real>& node, double tolerance) const;
+  template <class Real>
+  void readOut(Node<Real>& node) const;
+  template <class Real>
+  int32_t relax(Node<Real>& node, double limit) const;
+  template <class Real>
+  void branchAndBound(Node<Real>& node, double limit, bool keep) const;
+  template <class Real>
+  bool addBound(Node<Real>& node, int32_t var, bool upper, double bound) const;
   double objectiveOf(std::span<const double> x) const;
 
   bool solved = false;
@@ -74,9 +98,9 @@ class LineProgSolver final : public BaseData {
   std::vector<BaseVar> allVars;
   std::vector<EquVar> constraints;
   std::size_t standing = 0;  ///< variables that stand in a row
-  std::size_t entered = 0;   ///< constraints that stand in the tableau
-  int32_t rowNumber = 0;     ///< number of the next row variable
-  Node root;
+  Node<double> fast;
+  Node<long double> exact;
+  bool isExact = false;  ///< the run in doubles has failed, and exact's tableau is the one that counts
 };
 
 }  // namespace LineProg

@@ -13,20 +13,22 @@ constexpr double kSmallEntry = 1e-32;        // no gain, no value
 constexpr double kCancelled = 1e-12;
 constexpr int kAlwaysDense = 64;  // columns; from there on a row turns dense when a quarter is filled
 
-double sum(double a, double b) {
-  const double s = a + b;
+template <class Real>
+Real sum(Real a, Real b) {
+  const Real s = a + b;
   return std::abs(s) < kCancelled * std::abs(b) ? 0 : s;
 }
 
-// Without a branch, so that the compiler takes several at a time.
-double coefficientSum(double a, double b) {
-  const double s = a + b, part = kCancelled * std::abs(b);
-  return std::abs(s) < (part > kSmallCoefficient ? part : kSmallCoefficient) ? 0 : s;
+template <class Real>
+Real coefficientSum(Real a, Real b) {
+  const Real s = a + b, part = static_cast<Real>(kCancelled) * std::abs(b), least = kSmallCoefficient;
+  return std::abs(s) < (part > least ? part : least) ? 0 : s;
 }
 
 }  // namespace
 
-void Tableau::enter(int var, int where) {
+template <class Real>
+void Tableau<Real>::enter(int var, int where) {
   if (var >= variableCount()) {
     places.resize(static_cast<std::size_t>(var) + 1, kAbsent);
     objectiveRow.resize(places.size(), 0.0);
@@ -34,7 +36,8 @@ void Tableau::enter(int var, int where) {
   places[var] = where;
 }
 
-void Tableau::addColumn(int var) {
+template <class Real>
+void Tableau<Real>::addColumn(int var) {
   int slot = static_cast<int>(std::find(columnVar.begin(), columnVar.end(), kNone) - columnVar.begin());
   if (slot == columnCount()) {
     columnVar.push_back(kNone);
@@ -45,8 +48,9 @@ void Tableau::addColumn(int var) {
   enter(var, ~slot);
 }
 
-void Tableau::makeDense(Row& row) const {
-  std::vector<double> all(columnVar.size(), 0.0);
+template <class Real>
+void Tableau<Real>::makeDense(Row& row) const {
+  std::vector<Real> all(columnVar.size(), 0.0);
   for (std::size_t k = 0; k < row.at.size(); ++k) all[row.at[k]] = row.coef[k];
   row.coef = std::move(all);
   row.at.clear();
@@ -54,11 +58,13 @@ void Tableau::makeDense(Row& row) const {
   row.dense = true;
 }
 
-void Tableau::trim(Row& row) const {
+template <class Real>
+void Tableau<Real>::trim(Row& row) const {
   if (!row.dense && (columnCount() <= kAlwaysDense || row.at.size() * 4 > columnVar.size())) makeDense(row);
 }
 
-void Tableau::addRow(int var, double constant, const Terms& terms) {
+template <class Real>
+void Tableau<Real>::addRow(int var, Real constant, const Terms& terms) {
   Row row;
   row.var = var;
   row.value = constant;
@@ -87,7 +93,8 @@ void Tableau::addRow(int var, double constant, const Terms& terms) {
   rows.push_back(std::move(row));
 }
 
-void Tableau::addToObjective(double factor, int var) {
+template <class Real>
+void Tableau<Real>::addToObjective(Real factor, int var) {
   if (!isBasic(var)) {
     objectiveRow[var] = sum(objectiveRow[var], factor);
     return;
@@ -104,20 +111,22 @@ void Tableau::addToObjective(double factor, int var) {
   }
 }
 
-void Tableau::setObjective(double constant, const Terms& terms) {
+template <class Real>
+void Tableau<Real>::setObjective(Real constant, const Terms& terms) {
   objectiveValue = constant;
   objectiveRow.assign(places.size(), 0.0);
   for (const auto& [var, coefficient] : terms)
     if (std::abs(coefficient) > kSmallCoefficient) addToObjective(coefficient, var);
 }
 
-int Tableau::entering(const std::vector<uint8_t>& struck) const {
+template <class Real>
+int Tableau<Real>::entering(const std::vector<uint8_t>& struck) const {
   int best = kNone;
-  double greatest = kSmallEntry;
+  Real greatest = kSmallEntry;
   for (int slot = 0; slot < columnCount(); ++slot) {
     const int var = columnVar[slot];
     if (var == kNone || struck[slot]) continue;
-    const double entry = objectiveRow[var];
+    const Real entry = objectiveRow[var];
     if (entry > greatest || (entry == greatest && best != kNone && var < columnVar[best])) {
       greatest = entry;
       best = slot;
@@ -126,7 +135,8 @@ int Tableau::entering(const std::vector<uint8_t>& struck) const {
   return best;
 }
 
-void Tableau::gather(int slot, std::vector<double>& column) const {
+template <class Real>
+void Tableau<Real>::gather(int slot, std::vector<Real>& column) const {
   column.assign(rows.size(), 0.0);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const Row& row = rows[i];
@@ -139,13 +149,14 @@ void Tableau::gather(int slot, std::vector<double>& column) const {
   }
 }
 
-int Tableau::leaving(int slot, std::vector<double>& column) const {
+template <class Real>
+int Tableau<Real>::leaving(int slot, std::vector<Real>& column) const {
   gather(slot, column);
   int best = kNone;
-  double smallest = 0;
+  Real smallest = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (!(column[i] < -kSmallCoefficient)) continue;
-    const double ratio = rows[i].value / -column[i];
+    const Real ratio = rows[i].value / -column[i];
     if (best == kNone || ratio < smallest || (ratio == smallest && rows[i].var < rows[best].var)) {
       smallest = ratio;
       best = static_cast<int>(i);
@@ -164,12 +175,13 @@ int Tableau::leaving(int slot, std::vector<double>& column) const {
 
 // row += factor * pivotRow, where column `slot` of the row, kept out of it by the caller, takes factor times the pivot
 // row's entry alone.
-void Tableau::addScaled(Row& row, double factor, const Row& pivotRow, int slot) {
+template <class Real>
+void Tableau<Real>::addScaled(Row& row, Real factor, const Row& pivotRow, int slot) {
   if (!row.dense && pivotRow.dense) makeDense(row);
   if (row.dense) {
     if (slot != kNone) row.coef[slot] = 0;
-    double* to = row.coef.data();
-    const double* from = pivotRow.coef.data();
+    Real* to = row.coef.data();
+    const Real* from = pivotRow.coef.data();
     if (pivotRow.dense) {
       const std::size_t n = row.coef.size();
       for (std::size_t j = 0; j < n; ++j) to[j] = coefficientSum(to[j], factor * from[j]);
@@ -182,7 +194,7 @@ void Tableau::addScaled(Row& row, double factor, const Row& pivotRow, int slot) 
   spareAt.clear();
   spareCoef.clear();
   std::size_t a = 0, b = 0;
-  const auto put = [this](int at, double coefficient) {
+  const auto put = [this](int at, Real coefficient) {
     if (coefficient == 0) return;
     spareAt.push_back(at);
     spareCoef.push_back(coefficient);
@@ -193,7 +205,7 @@ void Tableau::addScaled(Row& row, double factor, const Row& pivotRow, int slot) 
       ++a;
     } else {
       const bool both = a < row.at.size() && row.at[a] == pivotRow.at[b];
-      const double old = both && row.at[a] != slot ? row.coef[a] : 0;
+      const Real old = both && row.at[a] != slot ? row.coef[a] : 0;
       put(pivotRow.at[b], coefficientSum(old, factor * pivotRow.coef[b]));
       a += both;
       ++b;
@@ -204,14 +216,15 @@ void Tableau::addScaled(Row& row, double factor, const Row& pivotRow, int slot) 
   trim(row);
 }
 
-void Tableau::pivot(int r, int slot, const std::vector<double>& column) {
+template <class Real>
+void Tableau<Real>::pivot(int r, int slot, const std::vector<Real>& column) {
   Row& solved = rows[r];
   const int leavingVar = solved.var, enteringVar = columnVar[slot];
-  const double inverse = 1 / column[r];
+  const Real inverse = 1 / column[r];
   // Solved for the entering variable; the leaving one takes its column.
   solved.value *= -inverse;
   if (solved.value == 0) solved.value = 0;  // no negative zero
-  for (double& coefficient : solved.coef) coefficient *= -inverse;
+  for (Real& coefficient : solved.coef) coefficient *= -inverse;
   const std::size_t at =
       solved.dense
           ? static_cast<std::size_t>(slot)
@@ -228,13 +241,14 @@ void Tableau::pivot(int r, int slot, const std::vector<double>& column) {
     rows[i].value = sum(rows[i].value, column[i] * solved.value);
     addScaled(rows[i], column[i], solved, slot);
   }
-  const double entry = objectiveRow[enteringVar];
+  const Real entry = objectiveRow[enteringVar];
   objectiveRow[enteringVar] = 0;
   objectiveRow[leavingVar] = 0;
   if (entry != 0) addToObjective(entry, enteringVar);
 }
 
-int Tableau::addArtificial(int var) {
+template <class Real>
+int Tableau<Real>::addArtificial(int var) {
   addColumn(var);
   const int slot = columnOf(var);
   for (Row& row : rows) {
@@ -250,7 +264,8 @@ int Tableau::addArtificial(int var) {
 }
 
 // The last number is free again, so that long chains of branches do not pile up numbers.
-void Tableau::forget(int var) {
+template <class Real>
+void Tableau<Real>::forget(int var) {
   places[var] = kAbsent;
   objectiveRow[var] = 0;
   if (var + 1 != variableCount()) return;
@@ -258,12 +273,13 @@ void Tableau::forget(int var) {
   objectiveRow.pop_back();
 }
 
-void Tableau::removeArtificial(int var) {
+template <class Real>
+void Tableau<Real>::removeArtificial(int var) {
   if (isBasic(var)) {
     const int r = place(var);
     rows[r].value = 0;
     int best = kNone;
-    double largest = 0;
+    Real largest = 0;
     for (std::size_t k = 0; k < rows[r].coef.size(); ++k) {
       if (!(std::abs(rows[r].coef[k]) > largest)) continue;
       largest = std::abs(rows[r].coef[k]);
@@ -278,7 +294,7 @@ void Tableau::removeArtificial(int var) {
       forget(var);
       return;
     }
-    std::vector<double> column;
+    std::vector<Real> column;
     gather(best, column);
     pivot(r, best, column);
   }
@@ -297,4 +313,5 @@ void Tableau::removeArtificial(int var) {
   forget(var);
 }
 
-double Tableau::valueOf(int var) const { return isBasic(var) ? rows[place(var)].value : 0; }
+template class Tableau<double>;
+template class Tableau<long double>;

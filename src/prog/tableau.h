@@ -10,17 +10,19 @@
 /// non-negative. Variables have numbers; a nonbasic one stands in a column, a basic one in a row. A row holds its
 /// coefficients as sorted pairs while they are few and as a plain array beyond that, so that sparse problems stay cheap
 /// and filled rows run at the speed of a dense update. Ties are settled by the variables' numbers, never by places.
+/// Real is double, or long double where the rounding of doubles would be taken for coefficients.
+template <class Real>
 class Tableau {
  public:
   static constexpr int kNone = -1;
-  using Terms = std::vector<std::pair<int, double>>;  ///< (variable, coefficient)
+  using Terms = std::vector<std::pair<int, Real>>;  ///< (variable, coefficient)
 
   struct Row {
     int var = kNone;
-    double value = 0;
+    Real value = 0;
     bool dense = false;
     std::vector<int> at;  ///< columns of coef while sparse, ascending
-    std::vector<double> coef;
+    std::vector<Real> coef;
   };
 
   struct Pivot {
@@ -32,19 +34,19 @@ class Tableau {
   void addColumn(int var);
 
   /// Row `var` = constant + sum of terms, the terms over any variables of the tableau.
-  void addRow(int var, double constant, const Terms& terms);
+  void addRow(int var, Real constant, const Terms& terms);
 
   /// Sets the objective constant + sum of terms; it is kept in terms of the nonbasic variables.
-  void setObjective(double constant, const Terms& terms);
+  void setObjective(Real constant, const Terms& terms);
 
   /// The nonbasic variable of greatest objective entry above 1e-32 whose column is not struck; kNone if there is none.
   int entering(const std::vector<uint8_t>& struck) const;
 
   /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients.
-  int leaving(int slot, std::vector<double>& column) const;
+  int leaving(int slot, std::vector<Real>& column) const;
 
   /// Exchanges the variables of a row and a column.
-  void pivot(int row, int slot, const std::vector<double>& column);
+  void pivot(int row, int slot, const std::vector<Real>& column);
 
   /// A column of coefficient 1 in every row.
   int addArtificial(int var);
@@ -52,9 +54,9 @@ class Tableau {
   void removeArtificial(int var);
 
   /// Moves the origin of a basic variable: its value falls by `step`.
-  void shift(int var, double step) { rows[place(var)].value -= step; }
+  void shift(int var, Real step) { rows[place(var)].value -= step; }
 
-  double valueOf(int var) const;
+  double valueOf(int var) const { return isBasic(var) ? static_cast<double>(rows[place(var)].value) : 0; }
   int variableCount() const { return static_cast<int>(places.size()); }
   int columnCount() const { return static_cast<int>(columnVar.size()); }
   int columnOf(int var) const { return var < variableCount() && places[var] < 0 ? ~places[var] : kNone; }
@@ -62,12 +64,12 @@ class Tableau {
   bool has(int var) const { return var < variableCount() && places[var] != kAbsent; }
 
   std::vector<Row> rows;
-  std::vector<int> columnVar;        ///< variable of each column, kNone for a free one
-  std::vector<double> objectiveRow;  ///< by variable: reduced costs
-  double objectiveValue = 0;
+  std::vector<int> columnVar;      ///< variable of each column, kNone for a free one
+  std::vector<Real> objectiveRow;  ///< by variable: reduced costs
+  Real objectiveValue = 0;
 
   /// Column `slot`, one coefficient a row.
-  void gather(int slot, std::vector<double>& column) const;
+  void gather(int slot, std::vector<Real>& column) const;
 
  private:
   static constexpr int kAbsent = 0x7fffffff;
@@ -77,10 +79,13 @@ class Tableau {
   void forget(int var);
   void makeDense(Row& row) const;
   void trim(Row& row) const;
-  void addScaled(Row& row, double factor, const Row& pivotRow, int slot);
-  void addToObjective(double factor, int var);
+  void addScaled(Row& row, Real factor, const Row& pivotRow, int slot);
+  void addToObjective(Real factor, int var);
 
   std::vector<int> places;  ///< by variable: row, or ~column, or kAbsent
   std::vector<int> spareAt;
-  std::vector<double> spareCoef;
+  std::vector<Real> spareCoef;
 };
+
+extern template class Tableau<double>;
+extern template class Tableau<long double>;

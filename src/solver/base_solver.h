@@ -59,6 +59,8 @@ class BaseSolver {
   double u() { return uniform(rng); }
   int64_t randomIndex(int64_t lo, int64_t hi);
   std::size_t uniformIndex();  ///< unbiased over the population
+  /// A new generator for shuffles and picks, which shall not draw on `rng`.
+  std::mt19937 localGenerator() const { return std::mt19937(localSeed()); }
 
   // --- shared moves
   bool tryCandidate(const Candidate& c, bool force);
@@ -103,6 +105,7 @@ class BaseSolver {
   std::function<void(int64_t, double, const std::vector<double>&)> doneFun;
   UniformDistribution uniform;
   std::mt19937 rng;
+  uint32_t (*localSeed)() = deviceSeed;  ///< of each local generator; a replay puts known seeds in
   std::vector<double> workVar;
   std::vector<double> maxVar, minVar;
   std::vector<double> gradVar;

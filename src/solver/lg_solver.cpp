@@ -97,6 +97,7 @@ bool LGSolver::move(const Candidate& c) {
   if (!(r > 0.2)) return mix3(c, *bestVar, *nb2, *nb1);
   const Candidate nb3 = randomNeighbour(c);
   if (r > 0.4) return mix3(c, *nb3, *nb2, *nb1);
+  // KEPT: the neighbour drawn first is not used; one would expect three draws (kept.csv: LG_neighbour)
   const Candidate nb4 = randomNeighbour(c);
   return mix4(c, *nb4, *nb3, *nb2);
 }

@@ -45,8 +45,7 @@ class NormalDistribution {
   bool cached = false;
 };
 
-/// A generator seeded from the system's random device, for shuffles and picks that shall not draw on a solver's own
-/// stream.
-inline std::mt19937 localGenerator() { return std::mt19937(std::random_device{}()); }
+/// A seed from the system's random device.
+inline uint32_t deviceSeed() { return std::random_device{}(); }
 
 }  // namespace Solver

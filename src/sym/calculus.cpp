@@ -58,6 +58,7 @@ NodePtr taylor(const SymObject& node, const VarPtr& variable, double centre, int
   NodePtr derivative = cloneNode(node);
   double factorial = 1;
   std::string message;
+  variable->value = centre;
   for (int32_t k = 0; k <= order; ++k) {
     if (k > 0) {
       derivative = derivative->fnDiff(variable, message);
@@ -65,7 +66,6 @@ NodePtr taylor(const SymObject& node, const VarPtr& variable, double centre, int
       factorial *= k;
     }
     if (derivative->kind == Code::Number && derivative->coef == 0) break;
-    variable->value = centre;
     NodePtr power = k == 0 ? makeNumber(1) : pow(sub(makeVariable(variable), makeNumber(centre)), k);
     result = add(std::move(result), mul(makeNumber(derivative->fnValue() / factorial), std::move(power)));
   }

@@ -14,6 +14,12 @@ PolyTerms trimmed(PolyTerms p, double limit = kTermLimit) {
   return p;
 }
 
+/// The zero polynomial is the empty one here.
+PolyTerms withoutZeros(PolyTerms p) {
+  std::erase_if(p, [](const auto& term) { return term.second == 0; });
+  return p;
+}
+
 double largest(const PolyTerms& p) {
   double result = 0;
   for (const auto& [exponent, c] : p) result = std::max(result, std::abs(c));
@@ -133,7 +139,8 @@ double resultant(const PolyTerms& a, const PolyTerms& b) {
   return result * std::pow(low.rbegin()->second, static_cast<double>(degree(high)));
 }
 
-PolyTerms runPolyOperation(const PolyTerms& a, const PolyTerms& b, uint8_t operation) {
+PolyTerms runPolyOperation(const PolyTerms& left, const PolyTerms& right, uint8_t operation) {
+  const PolyTerms a = withoutZeros(left), b = withoutZeros(right);
   switch (operation) {
     case 0:
       return trimmed(sum(a, b));
@@ -156,8 +163,8 @@ PolyTerms runPolyOperation(const PolyTerms& a, const PolyTerms& b, uint8_t opera
     case 9:
       return trimmed({{0, resultant(a, b)}});
     case 10: {
-      const double exponent = b.empty() ? -1 : b.begin()->second;
-      if (degree(b) != 0 || !(exponent >= 0 && exponent <= kDegreeLimit) || exponent != std::floor(exponent)) return {};
+      const double exponent = b.empty() ? 0 : b.begin()->second;
+      if (degree(b) > 0 || !(exponent >= 0 && exponent <= kDegreeLimit) || exponent != std::floor(exponent)) return {};
       return trimmed(power(a, static_cast<int64_t>(exponent)));
     }
     default:

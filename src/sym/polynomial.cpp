@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sym/polynomial.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "sym/matrix.h"
@@ -12,7 +14,7 @@ namespace Sym {
 namespace {
 
 constexpr double kSmall = 1e-15;
-constexpr double kHighestExponent = 1000000;
+constexpr int64_t kHighestExponent = 1000000;
 
 struct Monomial {
   int64_t exponent = 0;
@@ -29,7 +31,7 @@ Monomial monomialOf(const SymObject& term) {
     case Code::Pow: {
       if (term.args.size() != 2 || !isKind(0, Code::Variable) || !isKind(1, Code::Number)) return {};
       const double exponent = term.args[1]->coef;
-      if (!(exponent >= 0 && exponent <= kHighestExponent)) return {};
+      if (!(exponent >= 0 && exponent <= static_cast<double>(kHighestExponent))) return {};
       const double whole = std::round(exponent);
       if (std::abs(exponent - whole) > kSmall) return {};
       return {static_cast<int64_t>(whole), term.coef * std::pow(term.args[0]->coef, whole)};
@@ -47,6 +49,7 @@ Monomial monomialOf(const SymObject& term) {
 
 PolyTerms termsOf(const SymObject& node) {
   PolyTerms terms;
+  if (node.kind == Code::Variable) return {{1, node.coef}};  // whatever its size
   if (node.kind != Code::Add) {
     const Monomial monomial = monomialOf(node);
     if (std::abs(monomial.coefficient) > kSmall) terms[monomial.exponent] = monomial.coefficient;
@@ -60,7 +63,21 @@ PolyTerms termsOf(const SymObject& node) {
   return terms;
 }
 
-std::string signedText(double x) { return (x < 0 ? "" : "+") + numberText(x); }
+/// numberText takes for whole what is whole to 1e-15, and 0 for what is below that: a root may be as small.
+std::string exactText(double x) {
+  if (x == std::round(x)) return numberText(x);
+  char buffer[64];
+  return {buffer, std::to_chars(buffer, buffer + sizeof buffer, x, std::chars_format::general, 20).ptr};
+}
+
+std::string signedText(double x) { return (x < 0 ? "" : "+") + exactText(x); }
+
+/// True when the rules of a polynomial form would refuse the terms for the size of a coefficient or of an exponent.
+bool isRefused(const PolyTerms& terms) {
+  return std::any_of(terms.begin(), terms.end(), [](const auto& term) {
+    return term.first > kHighestExponent || (term.second != 0 && std::abs(term.second) <= kSmall);
+  });
+}
 
 /// The polynomial x^2 + b x + c or x + c in brackets, without the parts that are 0.
 std::string bracket(const std::string& x, bool square, double b, double c) {
@@ -103,7 +120,13 @@ NodePtr polynomialNode(const PolyTerms& terms, const VarPtr& variable) {
     sum.push_back(std::move(term));
   }
   if (sum.empty()) return makeNumber(0);
-  return sum.size() == 1 ? sum.front() : makeNode(Code::Add, std::move(sum));
+  NodePtr node = sum.size() == 1 ? sum.front() : makeNode(Code::Add, std::move(sum));
+  if (node->kind != Code::Number && isRefused(terms)) {
+    node->fnText();  // first: by its form alone a sum would be written without the small terms
+    node->poly = std::make_unique<PolyForm>(PolyForm{variable, terms});
+    std::erase_if(node->poly->terms, [](const auto& term) { return term.second == 0; });
+  }
+  return node;
 }
 
 std::optional<PolyTerms> termsOf(std::span<const double> coefficients, std::span<const double> exponents) {
@@ -120,7 +143,7 @@ std::string factorText(const PolyForm& form) {
   const int64_t top = degree(form.terms);
   if (top > kRootDegreeLimit) return {};
   const double lead = form.terms.rbegin()->second;
-  if (top == 0) return numberText(lead);
+  if (top == 0 || lead == 0) return exactText(lead);
   const std::string& x = form.base->name;
   std::string text;
   for (const PolyRoot_t& root : polyRoots(form.terms)) {
@@ -134,7 +157,7 @@ std::string factorText(const PolyForm& form) {
   }
   if (text.empty()) return {};  // a coefficient is not finite
   if (lead == 1) return text;
-  return (lead == -1 ? "-" : numberText(lead) + "*") + text;
+  return (lead == -1 ? "-" : exactText(lead) + "*") + text;
 }
 
 }  // namespace Sym

@@ -11,11 +11,13 @@
 namespace Sym {
 
 /// The polynomial form of a node in at most one variable, from the cache that it keeps in the node; null when the node
-/// is none. A number has no variable. Only what normalisation leaves as a sum of monomials counts: powers of x from 0
-/// to 1000000 that are integers to 1e-15, with coefficients above 1e-15; a smaller one makes the whole sum none.
+/// is none. A number has no variable, a variable has any coefficient. Otherwise only what normalisation leaves as a sum
+/// of monomials counts: powers of x from 0 to 1000000 that are integers to 1e-15, with coefficients above 1e-15; a
+/// smaller one makes the whole sum none.
 const PolyForm* polynomialForm(SymObject& node);
 
-/// The expression of the terms: a number, a multiple of a power, or a sum of such.
+/// The expression of the terms: a number, a multiple of a power, or a sum of such. It has them as its polynomial form
+/// where that could not be read from the expression: the fit of a wide table has coefficients of any size.
 NodePtr polynomialNode(const PolyTerms& terms, const VarPtr& variable);
 
 /// The terms of coefficients and exponents; null when an exponent is no integer (to 1e-14) from 0 to 1e8 or occurs

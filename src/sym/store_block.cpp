@@ -29,12 +29,13 @@ void writeNode(DataStream& stream, const SymObject* root) {
 }
 
 constexpr uint64_t kSmallestNode = 1 + 8;
-constexpr uint32_t kEmptyRows = 65536;  ///< a matrix without columns costs no bytes: as many rows as anyone needs
+constexpr uint32_t kEmptyRows = 65536;  ///< rows without columns cost no bytes: as many in a block as anyone needs
 
 /// What a block holds, before it is added to the store.
 struct Contents {
   std::vector<VarPtr> variables;
   std::vector<MatrixPtr> matrices;
+  uint32_t emptyRows = 0;
 };
 
 // KEPT: a node read back has its kind and coefficient but neither arguments nor the behaviour of its kind: it is worth
@@ -65,12 +66,14 @@ NodePtr readNode(DataStream& stream, const Contents& contents) {
   return top;
 }
 
-MatrixPtr readMatrix(DataStream& stream, const Contents& contents) {
+MatrixPtr readMatrix(DataStream& stream, Contents& contents) {
   const auto rows = stream.take<uint32_t>();
   const auto columns = stream.take<uint32_t>();
   if (rows == 0) return std::make_shared<SymMatrix2d_t>();  // whatever it says of columns
-  if (rows > (columns == 0 ? kEmptyRows : stream.left() / kSmallestNode / columns)) stream.makeBad();
+  if (rows > (columns == 0 ? kEmptyRows - contents.emptyRows : stream.left() / kSmallestNode / columns))
+    stream.makeBad();
   if (stream.bad()) return nullptr;
+  if (columns == 0) contents.emptyRows += rows;
   auto matrix = std::make_shared<SymMatrix2d_t>(rows, columns);
   for (auto& row : matrix->data)
     for (NodePtr& element : row) element = readNode(stream, contents);

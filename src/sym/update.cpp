@@ -15,14 +15,14 @@ void updateCommon(SymObject& node) {
   const auto isNumber = [](const NodePtr& arg) { return arg->kind == Code::Number; };
   if (std::all_of(node.args.begin(), node.args.end(), isNumber)) return setConstant(node, node.fnValue());
   SymObject& inner = *node.args[0];
+  if (row.undoes != 0 && inner.kind == row.undoes && within(inner.coef, 1, kTol)) {
+    const NodePtr argument = inner.args[0];
+    return copyFrom(node, *argument, node.coef);
+  }
   if ((row.is(Property::odd) || row.is(Property::even)) && coefficientOf(inner) < 0) {
     multiplyValue(inner, -1);
     node.text.clear();
     if (row.is(Property::odd)) node.coef = -node.coef;
-  }
-  if (row.undoes != 0 && inner.kind == row.undoes && within(inner.coef, 1, kTol)) {
-    const NodePtr argument = inner.args[0];
-    copyFrom(node, *argument, node.coef);
   }
 }
 

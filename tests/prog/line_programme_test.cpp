@@ -149,10 +149,12 @@ TEST(LineProgramme, NetlibProblems) {
     }
     const double optimum = std::stod(cells[1]);
     EXPECT_EQ(problem.solve(), 1) << cells[0];
-    // The two larger ones run into the cap on the pivots: the point in hand is feasible and near.
-    const bool capped = cells[0] == "e226" || cells[0] == "scrs8";
+    // One runs into the cap on the pivots: the point in hand is feasible, not the best.
+    const bool capped = cells[0] == "e226";
     EXPECT_GE(-problem.value(), optimum - 1e-9 * std::abs(optimum)) << cells[0];
-    EXPECT_LE(-problem.value(), optimum + (capped ? 0.05 : 1e-9) * std::abs(optimum)) << cells[0];
+    EXPECT_LE(-problem.value(), optimum + (capped ? 0.3 : 1e-9) * std::abs(optimum)) << cells[0];
+    for (int more = 0; capped && more < 5; ++more) EXPECT_EQ(problem.solve(), 1) << cells[0];  // goes on from there
+    EXPECT_NEAR(-problem.value(), optimum, 1e-9 * std::abs(optimum)) << cells[0];
   }
 }
 

@@ -4,9 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "solver/auto_solver.h"
 #include "solver/solver_stand.h"
-#include "solver/swo_solver.h"
 #include "solver/table.h"
 
 namespace {
@@ -27,30 +25,6 @@ TEST(Table, GivesEachKindItsNameAndNothingElse) {
   }
   EXPECT_EQ(makeSolver(11), nullptr);
   EXPECT_EQ(makeSolver(255), nullptr);
-}
-
-TEST(Kept, Kind_8) {
-  const auto plain = stand(makeSolver(7), 2, 6, -5.0, 5.0, one), flagged = stand(makeSolver(8), 2, 6, -5.0, 5.0, one);
-  EXPECT_EQ(dynamic_cast<SWOSolver&>(*plain).swoFlag, 0);
-  EXPECT_EQ(dynamic_cast<SWOSolver&>(*flagged).swoFlag, 1);
-  EXPECT_TRUE(flagged->run());
-}
-
-TEST(Accept, MovesAndKeepsTheBest) {
-  OptVariable c(1);
-  c.trialVar = {2.0};
-  c.trialValue = 4.0;
-  c.age = 9;
-  c.accept();
-  EXPECT_EQ(c.age, 0);
-  EXPECT_EQ(c.prevValue, kNoValue);
-  c.trialVar = {3.0};
-  c.trialValue = 9.0;
-  c.accept();
-  EXPECT_EQ(c.curVar, std::vector<double>{3.0});
-  EXPECT_EQ(c.prevValue, 4.0);
-  EXPECT_EQ(c.bestValue, 4.0);
-  EXPECT_EQ(c.bestVar, std::vector<double>{2.0});
 }
 
 TEST(Run, RefusesWithoutWhatItNeedsAndLeavesRunning) {
@@ -170,33 +144,6 @@ TEST(Stall, EntersTheAnchorAndLeavesItBelow) {
   EXPECT_EQ(solver->bestError, -3.0);
   EXPECT_EQ(solver->bestVar->bestValue, -3.0);
   EXPECT_EQ(solver->population[0]->bestValue, 0.0);  // evaluated anew
-}
-
-TEST(Auto, BudgetOfTheDefaultRun) {
-  EXPECT_EQ(AutoSolver::iterationBudget(10000), 26883200);
-  // By hand from the schedule: x = 2500, 3500, 4500, 5300, 6000 and 7000.
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 2500), 2 * ((12000 + 5000) * 4 + 28000 + 26400 + 11200));
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 3500), 2 * (21000 * 4 + 28000 + 26400 + 11200));
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 4500), 2 * (27000 * 4 + 20000 + 9000 + 26400 + 11200));
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 5300), 2 * (31800 * 4 + 21200 + 10600 + 26400 + 11200));
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 6000), 2 * (36000 * 4 + 24000 + 12000 + 26400 + 12000));
-  EXPECT_EQ(AutoSolver::iterationBudget(6 * 7000), 2 * (42000 * 4 + 28000 + 14000 + 42000));
-}
-
-TEST(Kept, Auto_stage7) {
-  const auto solver = stand(std::make_shared<AutoSolver>(), 1, 3, -5.0, 5.0, nullptr);
-  std::vector<std::string> stages;
-  std::dynamic_pointer_cast<OptFunction>(solver->objective)->valueFun = [&](const double*) {
-    const std::string& stage = solver->inner->name;
-    if (stages.empty() || stages.back() != stage) {
-      stages.push_back(stage);
-      if (stage == "ISWO") solver->stop();
-    }
-    return 1.0;
-  };
-  EXPECT_TRUE(solver->run());
-  EXPECT_EQ(stages, (std::vector<std::string>{"INS", "SWO", "SC", "LG", "LG2", "ISWO"}));
-  EXPECT_EQ(solver->running, 0);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "solver/gto_solver.h"
 #include "solver/lg_solver.h"
 #include "solver/lg_solver2.h"
 #include "solver/social_contact.h"
@@ -15,34 +14,14 @@ using namespace Solver;
 
 double one(const double* x) { return 1.0 + x[0] * x[0]; }
 
-TEST(Draw, UniformTakesTwoWordsLowFirst) {
-  std::mt19937 words(12345), draws(12345);
-  for (int i = 0; i < 1000; ++i) {
-    const uint64_t low = words(), high = words();
-    EXPECT_EQ(UniformDistribution()(draws), static_cast<double>(low + (high << 32)) * 0x1p-64);
-  }
+TEST(Draw, UniformStaysBelowOneAndNormalHasItsMoments) {
   const auto top = [] { return 0xffffffffu; };
   EXPECT_LT(UniformDistribution()(top), 1.0);
-}
-
-TEST(Draw, NormalIsPolarWithACachedSecondValue) {
-  std::mt19937 a(7), b(7);
+  std::mt19937 words(7);
   NormalDistribution normal;
-  const double first = normal(a);
-  const auto state = a;
-  const double second = normal(a);
-  EXPECT_EQ(a, state);  // the second value draws nothing
-  double x, y, s;
-  do {
-    x = 2.0 * UniformDistribution()(b) - 1.0;
-    y = 2.0 * UniformDistribution()(b) - 1.0;
-    s = x * x + y * y;
-  } while (s > 1.0);
-  EXPECT_NEAR(first * first + second * second, -2.0 * std::log(s), 1e-12);
-  EXPECT_NEAR(first * x, second * y, 1e-12);
   double sum = 0.0, squares = 0.0;
   for (int i = 0; i < 40000; ++i) {
-    const double z = normal(a);
+    const double z = normal(words);
     sum += z;
     squares += z * z;
   }
@@ -126,35 +105,6 @@ TEST(Kept, Probe_step) {
   EXPECT_NEAR(solver->probe(x, tr, 100.0), 85.0, 1e-4);
 }
 
-TEST(Restart, ScattersAllButTheBestAtTheCount) {
-  const auto solver = ready(2, 12, one);
-  const Candidate best = solver->bestVar;
-  const auto kept = best->curVar;
-  solver->restartMark = 0.5;
-  for (int i = 0; i < 235; ++i) solver->restartCheck();
-  EXPECT_EQ(solver->restartCount, 235);
-  std::vector<std::vector<double>> before;
-  for (const Candidate& c : solver->population) before.push_back(c->curVar);
-  solver->restartCheck();
-  EXPECT_EQ(solver->restartCount, 0);
-  EXPECT_DOUBLE_EQ(solver->restartMark, solver->bestVar->bestValue * 0.99);
-  EXPECT_EQ(best->curVar, kept);
-  for (std::size_t i = 0; i < before.size(); ++i)
-    EXPECT_EQ(solver->population[i]->curVar == before[i], solver->population[i] == best) << i;
-}
-
-TEST(Neighbour, IsAnotherCandidateWhereThereIsOne) {
-  const auto solver = ready(1, 4, one);
-  std::vector<int> hits(4);
-  for (int i = 0; i < 4000; ++i)
-    for (std::size_t k = 0; k < 4; ++k)
-      if (solver->randomNeighbour(solver->population[1]) == solver->population[k]) ++hits[k];
-  EXPECT_EQ(hits[1], 0);
-  EXPECT_GT(hits[0] * hits[2] * hits[3], 0);
-  const auto alone = ready(1, 1, one);
-  EXPECT_EQ(alone->randomNeighbour(alone->population[0]), alone->population[0]);
-}
-
 TEST(Kept, Weight_grows) {
   std::vector<Candidate> two = {std::make_shared<OptVariable>(1), std::make_shared<OptVariable>(1)};
   two[0]->curVar = {0.0};
@@ -184,96 +134,11 @@ TEST(Kept, LG_age) {
   }
 }
 
-TEST(Kept, LG_mix4) {
-  const auto solver = stand(std::make_shared<LGSolver>(), 1, 4, -1000.0, 1000.0, one);
-  solver->evaluateAll();
-  solver->pickBest();
-  auto& all = solver->population;
-  for (const Candidate& c : all) c->curVar = {7.0};
-  solver->mix4(all[3], *all[0], *all[1], *all[2]);
-  EXPECT_NEAR(all[3]->trialVar[0], 7.0, 1e-12);  // the weights sum to one
-  solver->mix3(all[3], *all[0], *all[1], *all[2]);
-  EXPECT_NEAR(all[3]->trialVar[0], 7.0, 1e-12);
-  solver->rng.seed(3);
-  std::mt19937 same(3);
-  const auto u = [&] { return UniformDistribution()(same); };
-  all[3]->curVar = all[0]->curVar = all[1]->curVar = {0.0};
-  all[2]->curVar = {1.0};
-  solver->mix4(all[3], *all[0], *all[1], *all[2]);
-  const double s = u() + 0.16;
-  u();
-  u();
-  const double c1 = u() * s, c2 = u() * s;
-  EXPECT_DOUBLE_EQ(all[3]->trialVar[0], c1 + c2);
-}
-
-TEST(Kept, LG2_mark) {
-  // Nowhere more than 1 % above its minimum, so that no improvement counts as a jump.
-  const auto solver =
-      stand(std::make_shared<LGSolver2>(), 2, 6, -5.0, 5.0, [](const double* x) { return 1.0 + 1e-4 * x[0] * x[0]; });
-  for (const int64_t iterations : {1, 3, 20}) {
-    solver->maxIter = iterations;
-    const double before = solver->bestError;
-    double mark = 0.0, error = 0.0;
-    const auto iterate = solver->iterFun;
-    solver->iterFun = [&] {
-      error = solver->bestError;
-      const bool end = iterate();
-      mark = solver->restartMark;
-      return end;
-    };
-    EXPECT_TRUE(solver->run());
-    solver->iterFun = iterate;
-    EXPECT_LE(solver->bestError, before);
-    EXPECT_LE(mark, error);
-    EXPECT_GE(mark, solver->bestError);
-    EXPECT_EQ(solver->stuck, 0);
-    EXPECT_EQ(solver->rate, 0.36);
-  }
-}
-
-TEST(Descend, TakesTheFirstLowerStepOfAHalvedLength) {
-  const auto solver =
-      stand(std::make_shared<LGSolver2>(), 1, 2, -50.0, 50.0, [](const double* x) { return 1.0 + 1.1 * x[0] * x[0]; });
-  solver->evaluateAll();
-  solver->pickBest();
-  const Candidate c = solver->population[0];
-  c->curVar = {3.0};
-  c->curValue = c->bestValue = 10.9;
-  solver->bestError = 5.0;
-  solver->targetError = 0.0;
-  // Gradient 6.6: the steps 8, 4, 2 and 1 overshoot (3 - 6.6 = -3.6 is worse), 0.5 gives 3 - 3.3 = -0.3.
-  EXPECT_FALSE(solver->descend(c));
-  EXPECT_NEAR(c->curVar[0], -0.3, 1e-4);
-  EXPECT_EQ(solver->bestError, c->curValue);
+TEST(Descend, IsLeftOutInManyVariables) {
   const auto large = stand(std::make_shared<LGSolver2>(), 37, 2, -50.0, 50.0, one);
   const auto before = large->population[0]->curVar;
   EXPECT_FALSE(large->descend(large->population[0]));
   EXPECT_EQ(large->population[0]->curVar, before);
-}
-
-TEST(Kept, GTO_divisor) {
-  // No trial gains, so each candidate keeps its best position b and the first one is the best, B. The second phase
-  // moves by |sum/D| Lc (b - B), D being the number of variables and not the population's 5.
-  const auto solver = stand(std::make_shared<GTOSolver>(), 2, 5, -1e9, 1e9, nullptr);
-  std::vector<std::vector<double>> seen;
-  std::dynamic_pointer_cast<OptFunction>(solver->objective)->valueFun = [&](const double* x) {
-    seen.push_back({x[0], x[1]});
-    return static_cast<double>(seen.size());  // ever worse: the start's first candidate stays the best
-  };
-  solver->w = -1.0;  // the sum's branch at every C
-  for (std::size_t i = 0; i < 5; ++i) solver->population[i]->trialVar = {10.0 + static_cast<double>(i), 20.0};
-  solver->maxIter = 1;
-  EXPECT_TRUE(solver->run());
-  ASSERT_EQ(seen.size(), 15u);
-  // Where the candidates stood after the first phase, which takes every trial: its five points.
-  double sum = 0.0;
-  for (std::size_t i = 5; i < 10; ++i) sum += seen[i][0];
-  for (std::size_t i = 0; i < 5; ++i) {
-    const double b = 10.0 + static_cast<double>(i);
-    EXPECT_NEAR(seen[10 + i][0], std::abs(sum / 2.0) * solver->Lc * (b - 10.0) + b, 1e-9 * std::abs(sum) + 1e-9) << i;
-    if (i + 1 < 5) sum += seen[10 + i][0] - seen[5 + i + 1][0];
-  }
 }
 
 TEST(Kept, ConeRoot_120) {
@@ -302,19 +167,6 @@ TEST(Kept, SC_centre) {
   EXPECT_EQ(solver->centre, std::vector<double>(2, 0.0));
   EXPECT_EQ(solver->span, std::vector<double>(2, 9.6));
   EXPECT_EQ(solver->zeroPoint, std::vector<double>(2, -7.0));
-}
-
-TEST(SocialContact, CountsItsIterationsFromOne) {
-  const auto solver = stand(std::make_shared<SocialContact>(uint8_t{0}), 1, 6, -5.0, 5.0, one);
-  int calls = 0;
-  std::dynamic_pointer_cast<OptFunction>(solver->objective)->valueFun = [&](const double* x) {
-    ++calls;
-    return one(x);
-  };
-  solver->maxIter = 1;
-  EXPECT_TRUE(solver->run());
-  EXPECT_EQ(calls, 6);
-  EXPECT_EQ(solver->history.size(), 1u);
 }
 
 }  // namespace

@@ -1,15 +1,62 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <orvane/sym.h>
-#include <orvane/sym_diff.h>
-#include <orvane/sym_text.h>
+#include <gtest/gtest.h>
+#include <orvane/orvane.h>
 
-#include <memory>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Formulas over the exports, as a host in C++ might write them.
+namespace host {
+
+enum Code : uint8_t {
+  Number = 0,
+  Variable = 1,
+  Add = 2,
+  Mul = 3,
+  Pow = 5,
+  Sign = 6,
+  Subtract = 7,
+  Divide = 8,
+  Sqrt = 10,
+  Ln = 11,
+  Exp = 12,
+  Abs = 13,
+  Sin = 20,
+  Cos,
+  Tan,
+  Cot,
+  Asin,
+  Acos,
+  Atan,
+  Acot,
+  Sinh = 30,
+  Cosh,
+  Tanh,
+  Coth,
+  Asinh,
+  Acosh,
+  Atanh,
+  Acoth,
+  Erf = 50,
+  Gamma,
+  Beta,
+  LnGamma,
+  BesselI,
+  BesselJ,
+  BesselK,
+  BesselY,
+  InverseErf = 84,
+  Erfc = 98,
+  StepFun = 107,
+  InverseGamma = 138,
+  ConSelect = 157
+};
+
+/// A node of the store.
 struct Formula {
   Formula(double value) : node(sym_createDouble(value)) {}
   Formula(const char* name) : node(sym_createBaseSymVar(name)) {}
@@ -17,28 +64,75 @@ struct Formula {
   SymObject* node;
 };
 
+inline Formula num(double x) { return x; }
+inline Formula var(const char* name) { return name; }
+
+inline Formula call(uint8_t code, Formula a) { return Formula(sym_funOneParam(a.node, code)); }
+inline Formula call(uint8_t code, Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, code)); }
 inline Formula call(uint8_t code, const std::vector<Formula>& args) {
   std::vector<SymObject*> nodes;
   for (const Formula& arg : args) nodes.push_back(arg.node);
   return Formula(sym_funMulParam(nodes.data(), static_cast<int32_t>(nodes.size()), code));
 }
 
-inline Formula operator+(Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, 2)); }
-inline Formula operator-(Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, 7)); }
-inline Formula operator*(Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, 3)); }
-inline Formula operator/(Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, 8)); }
-inline Formula operator^(Formula a, Formula b) { return Formula(sym_funTwoParam(a.node, b.node, 5)); }
+inline Formula operator+(Formula a, Formula b) { return call(Add, a, b); }
+inline Formula operator-(Formula a, Formula b) { return call(Subtract, a, b); }
+inline Formula operator*(Formula a, Formula b) { return call(Mul, a, b); }
+inline Formula operator/(Formula a, Formula b) { return call(Divide, a, b); }
+inline Formula operator^(Formula a, Formula b) { return call(Pow, a, b); }
 
-using Matrix = std::unique_ptr<SymMatrix2d, decltype(&sym_freeMatrix2d)>;
+inline double valueOf(Formula f) { return sym_calcExpress(f.node); }
 
-inline Matrix owned(SymMatrix2d* matrix) { return {matrix, &sym_freeMatrix2d}; }
+/// A matrix that is released at the end of the scope. May hold none.
+class Matrix {
+ public:
+  explicit Matrix(SymMatrix2d* m) : matrix(m) {}
+  explicit Matrix(Formula element) : Matrix(1, 1, {element}) {}
+  /// Row by row; what is not given stays null.
+  Matrix(uint32_t rows, uint32_t cols, const std::vector<Formula>& elements) : matrix(sym_createSymMatrix(rows, cols)) {
+    for (std::size_t i = 0; i < elements.size(); ++i)
+      sym_setSymMatrixData(matrix, static_cast<int32_t>(i / cols), static_cast<int32_t>(i % cols), elements[i].node);
+  }
+  Matrix(Matrix&& other) noexcept : matrix(std::exchange(other.matrix, nullptr)) {}
+  Matrix& operator=(Matrix&& other) noexcept {
+    std::swap(matrix, other.matrix);
+    return *this;
+  }
+  ~Matrix() {
+    if (matrix != nullptr) sym_freeMatrix2d(matrix);
+  }
+
+  operator SymMatrix2d*() const { return matrix; }
+
+  double value(int32_t row = 0, int32_t col = 0) const { return sym_calcExpressValue(matrix, row, col); }
+  double coef() const {
+    double c = 0;
+    sym_getMatrixData(matrix, &c);
+    return c;
+  }
+  std::vector<double> values() const {
+    int32_t dim[2];
+    sym_getDataDim(matrix, dim);
+    std::vector<double> out(static_cast<std::size_t>(dim[0] * dim[1]));
+    sym_calcValue(matrix, out.data());
+    return out;
+  }
+  std::string names() const {
+    std::string text(static_cast<std::size_t>(sym_getAllBaseSym2(matrix, nullptr, 0)), ' ');
+    sym_getAllBaseSym2(matrix, text.data(), static_cast<int32_t>(text.size()));
+    return text;
+  }
+
+ private:
+  SymMatrix2d* matrix;
+};
 
 inline Matrix row(const std::vector<Formula>& elements) {
-  Matrix matrix = owned(sym_createSymMatrix(1, static_cast<uint32_t>(elements.size())));
-  for (std::size_t i = 0; i < elements.size(); ++i)
-    sym_setSymMatrixData(matrix.get(), 0, static_cast<int32_t>(i), elements[i].node);
-  return matrix;
+  return Matrix(1, static_cast<uint32_t>(elements.size()), elements);
 }
+
+/// True when the expression has been folded to a number.
+inline bool isNumber(Formula f) { return sym_isConstant(Matrix(f)); }
 
 /// Both calls of the two-call string pattern.
 template <class Get>
@@ -51,18 +145,20 @@ std::string handedOut(Get get, SymMatrix2d* matrix, int32_t row, int32_t col) {
 inline std::string textOf(SymMatrix2d* matrix, int32_t row = 0, int32_t col = 0) {
   return handedOut(sym_getSymStr, matrix, row, col);
 }
-inline std::string textOf(Formula f) { return textOf(row({f}).get()); }
-inline std::string latexOf(Formula f) { return handedOut(sym_getLatexStr, row({f}).get(), 0, 0); }
+inline std::string textOf(Formula f) { return textOf(Matrix(f)); }
+inline std::string latexOf(Formula f) { return handedOut(sym_getLatexStr, Matrix(f), 0, 0); }
 
 /// The derivative, or what the refusal says.
 struct Derivative {
   Derivative(Formula f, const char* name, uint32_t order = 1)
-      : matrix(owned(sym_diff(row({f}).get(), order, name, buffer))), message(matrix ? "" : buffer) {}
+      : matrix(sym_diff(Matrix(f), order, name, buffer)), message(matrix != nullptr ? "" : buffer) {}
 
-  double value() const { return matrix ? sym_calcExpressValue(matrix.get(), 0, 0) : 0.0 / 0.0; }
-  std::string text() const { return matrix ? textOf(matrix.get()) : "refused"; }
+  double value() const { return matrix != nullptr ? matrix.value() : 0.0 / 0.0; }
+  std::string text() const { return matrix != nullptr ? textOf(matrix) : "refused"; }
 
   char buffer[256] = {};
   Matrix matrix;
   std::string message;
 };
+
+}  // namespace host

@@ -4,9 +4,9 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "host.h"
 #include "sym/compare.h"
 #include "sym/edit.h"
+#include "sym/formula.h"
 #include "sym/kind.h"
 #include "sym/matrix.h"
 #include "sym/pool.h"
@@ -39,6 +39,27 @@ TEST(Node, TreesOfAnyDepthAreClonedSearchedAndReleased) {
   EXPECT_FALSE(containsVar(*matrix->at(0, 0), SymManger::instance().variable("y")));
   EXPECT_EQ(copy.names(), "x,");
   sym_freeMatrix2d(exported);
+}
+
+TEST(Node, TreesOfAnyDepthAreWrittenAndRead) {
+  constexpr int kDeep = 100000;
+  const auto matrix = std::make_shared<SymMatrix2d_t>(1, 1);
+  matrix->at(0, 0) = tower(kDeep);
+  const host::Matrix deep(reinterpret_cast<::SymMatrix2d*>(SymManger::instance().keep(matrix)));
+  std::vector<uint8_t> block(sym_write());
+  sym_getDataStr(block.data());
+  // One variable of one letter, one matrix; kind, coefficient and count a level; kind, coefficient and index below.
+  constexpr std::size_t kHead = 4 + (8 + 4 + 1) + 4 + 8, kLevel = 1 + 8 + 4;
+  ASSERT_EQ(block.size(), kHead + kDeep * kLevel + kLevel);
+  for (std::size_t i = 0; i < kDeep; ++i) {
+    ASSERT_EQ(block[kHead + i * kLevel], Code::Sin);
+    ASSERT_EQ(block[kHead + i * kLevel + 9], 1);
+  }
+  EXPECT_EQ(block[kHead + kDeep * kLevel], Code::Variable);
+  sym_read(block.data(), static_cast<uint32_t>(block.size()));
+  const host::Matrix read(sym_getMatrixByID(0));
+  EXPECT_EQ(sym_getMatrixID(deep), 1);
+  EXPECT_EQ(read.value(), 1) << "its coefficient";
 }
 
 TEST(Node, EvaluationBearsTheStatedDepth) {

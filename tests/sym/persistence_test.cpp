@@ -12,6 +12,8 @@
 
 namespace {
 
+using namespace host;
+
 using Bytes = std::vector<uint8_t>;
 
 /// Builds expected blocks field by field.
@@ -63,36 +65,36 @@ TEST_F(Persistence, BytesOfTheBlock) {
   EXPECT_EQ(written(), Block().u32(0).u32(1).u32(1).u32(1).u8(0).f64(2.5).bytes);
 
   // 3 sin(b) and a variable, with another that only a temporary node names
-  const Matrix two = row({call(20, {Formula("b")}) * 3.0, Formula("a")});
+  const Matrix two = row({call(20, Formula("b")) * 3.0, Formula("a")});
   const Formula gone("gone");
   sym_setSymValue("b", -7);
   Block expected;
   expected.u32(2).f64(0).u32(1).text("a").f64(-7).u32(1).text("b").u32(2);
   const auto putNumber = [&] { expected.u32(1).u32(1).u8(0).f64(2.5); };
   const auto putTwo = [&] { expected.u32(1).u32(2).u8(20).f64(3).u32(1).u8(1).f64(1).i32(1).u8(1).f64(1).i32(0); };
-  if (number.get() < two.get())
+  if (number < two)
     putNumber(), putTwo();
   else
     putTwo(), putNumber();
   EXPECT_EQ(written(), expected.bytes);
-  EXPECT_EQ(sym_getMatrixID(number.get()), number.get() < two.get() ? 0 : 1);
-  EXPECT_EQ(sym_getMatrixByID(sym_getMatrixID(two.get())), two.get());
+  EXPECT_EQ(sym_getMatrixID(number), number < two ? 0 : 1);
+  EXPECT_EQ(sym_getMatrixByID(sym_getMatrixID(two)), two);
 }
 
 TEST_F(Persistence, RoundTrip) {
   const double values[] = {1.5, -0.0, 1e300, 4e-320, 7, 8};
   Bytes block;
   {
-    const Matrix numbers = owned(sym_fromMatrix2dDouble(values, 2, 3));
-    const Matrix expression = row({call(20, {Formula("q")}) * 3.0});
+    const Matrix numbers = Matrix(sym_fromMatrix2dDouble(values, 2, 3));
+    const Matrix expression = row({call(20, Formula("q")) * 3.0});
     sym_setSymValue("q", 9);
     block = written();
   }
   const Matrix old = row({Formula("q")});
   sym_setSymValue("q", 1);
   read(block);
-  EXPECT_EQ(sym_calcExpressValue(old.get(), 0, 0), 9);  // the record is shared
-  EXPECT_EQ(sym_getMatrixID(old.get()), 2);
+  EXPECT_EQ(sym_calcExpressValue(old, 0, 0), 9);  // the record is shared
+  EXPECT_EQ(sym_getMatrixID(old), 2);
   for (int32_t id = 0; id < 2; ++id) {
     SymMatrix2d* matrix = sym_getMatrixByID(id);
     ASSERT_NE(matrix, nullptr);
@@ -107,8 +109,8 @@ TEST_F(Persistence, RoundTrip) {
       EXPECT_FALSE(sym_isConstant(matrix));
       EXPECT_EQ(sym_calcExpressValue(matrix, 0, 0), 3);
       EXPECT_EQ(textOf(matrix), "3");
-      const Matrix clone = owned(sym_cloneMatrix2d(matrix));  // and so is what is made of it
-      EXPECT_EQ(sym_calcExpressValue(clone.get(), 0, 0), 3);
+      const Matrix clone = Matrix(sym_cloneMatrix2d(matrix));  // and so is what is made of it
+      EXPECT_EQ(sym_calcExpressValue(clone, 0, 0), 3);
     }
   }
   EXPECT_EQ(Bytes(block), [&] {
@@ -131,7 +133,7 @@ TEST_F(Persistence, DeepTree) {
 
 /// Every prefix of a block, and counts that promise more than is there: nothing is added, nothing is lost.
 TEST_F(Persistence, ShortAndHostileBlocks) {
-  const Matrix matrix = row({call(2, {Formula("u"), call(20, {Formula("v")}), 4.0}), 7.0});
+  const Matrix matrix = row({call(2, {Formula("u"), call(20, Formula("v")), 4.0}), 7.0});
   sym_setSymValue("u", 5);
   const Bytes whole = written();
   sym_setSymValue("u", 6);
@@ -148,8 +150,8 @@ TEST_F(Persistence, ShortAndHostileBlocks) {
   blocks.push_back(Block().u32(0).u32(1).u32(1).u32(1).u8(1).f64(1).i32(-1).bytes);
   for (const Bytes& block : blocks) {
     read(block);
-    EXPECT_EQ(sym_getMatrixByID(0), matrix.get());
-    EXPECT_EQ(sym_calcExpressValue(matrix.get(), 0, 0), 10);
+    EXPECT_EQ(sym_getMatrixByID(0), matrix);
+    EXPECT_EQ(sym_calcExpressValue(matrix, 0, 0), 10);
   }
   // An unknown kind is taken as it stands.
   read(Block().u32(0).u32(1).u32(1).u32(1).u8(250).f64(4).u32(0).bytes);
@@ -157,8 +159,27 @@ TEST_F(Persistence, ShortAndHostileBlocks) {
   releaseRead(1);
 }
 
+/// Rows without columns take no bytes: a block must not buy memory with them.
+TEST_F(Persistence, RowsWithoutColumns) {
+  const auto block = [](const std::vector<uint32_t>& rows) {
+    Block result;
+    result.u32(0).u32(static_cast<uint32_t>(rows.size()));
+    for (const uint32_t count : rows) result.u32(count).u32(0);
+    return result.bytes;
+  };
+  read(block({65000, 3, 533}));
+  int32_t dim[2];
+  sym_getDataDim(sym_getMatrixByID(1), dim);
+  EXPECT_EQ(dim[0], 3);
+  EXPECT_EQ(dim[1], 0);
+  releaseRead(3);
+  read(block({65000, 3, 534}));
+  read(block(std::vector<uint32_t>(100, 65536)));
+  EXPECT_EQ(sym_getMatrixByID(0), nullptr);
+}
+
 TEST_F(Persistence, DamagedBlocksEnd) {
-  const Matrix matrix = row({call(2, {Formula("u"), call(20, {Formula("v")}), 4.0}), call(55, {1.0, Formula("u")})});
+  const Matrix matrix = row({call(2, {Formula("u"), call(20, Formula("v")), 4.0}), call(55, {1.0, Formula("u")})});
   const Bytes whole = written();
   std::mt19937 random(11);
   for (int round = 0; round < 20000; ++round) {
@@ -167,7 +188,7 @@ TEST_F(Persistence, DamagedBlocksEnd) {
       block[random() % block.size()] = static_cast<uint8_t>(random());
     read(block);
     for (int32_t id = 0; id < 3; ++id)
-      if (SymMatrix2d* found = sym_getMatrixByID(id); found && found != matrix.get()) {
+      if (SymMatrix2d* found = sym_getMatrixByID(id); found && found != matrix) {
         int32_t dim[2];
         sym_getDataDim(found, dim);
         std::vector<double> values(static_cast<size_t>(dim[0]) * static_cast<size_t>(dim[1]));
@@ -177,7 +198,7 @@ TEST_F(Persistence, DamagedBlocksEnd) {
   }
   sym_setSymValue("u", 2);
   sym_setSymValue("v", 0);
-  EXPECT_EQ(sym_calcExpressValue(matrix.get(), 0, 0), 6);
+  EXPECT_EQ(sym_calcExpressValue(matrix, 0, 0), 6);
 }
 
 }  // namespace

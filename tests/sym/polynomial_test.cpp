@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <orvane/orvane.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <cstdint>
@@ -12,6 +13,8 @@
 #include "sym/formula.h"
 
 namespace {
+
+using namespace host;
 
 using Complex = std::complex<double>;
 constexpr uint32_t kNone = 0xFFFFFFFF;
@@ -25,7 +28,7 @@ class Polynomial : public testing::Test {
 Matrix make(const std::vector<double>& ascending) {
   std::vector<double> exponents(ascending.size());
   for (size_t i = 0; i < ascending.size(); ++i) exponents[i] = static_cast<double>(i);
-  return owned(sym_createPolyByParam(ascending.data(), exponents.data(), static_cast<int32_t>(ascending.size())));
+  return Matrix(sym_createPolyByParam(ascending.data(), exponents.data(), static_cast<int32_t>(ascending.size())));
 }
 
 /// Coefficients, ascending; empty for what is no polynomial.
@@ -34,7 +37,7 @@ std::vector<double> coefficients(SymMatrix2d* matrix) {
   if (!out.empty()) sym_getPolyParam(matrix, out.data(), static_cast<int32_t>(out.size()));
   return out;
 }
-std::vector<double> coefficients(Formula f) { return coefficients(row({f}).get()); }
+std::vector<double> coefficients(Formula f) { return coefficients(row({f})); }
 
 std::vector<Complex> roots(SymMatrix2d* matrix) {
   const uint32_t count = sym_calcPolyRoot(matrix, nullptr, nullptr, 0);
@@ -53,7 +56,7 @@ std::string factors(SymMatrix2d* matrix) {
 }
 
 std::vector<double> run(SymMatrix2d* a, SymMatrix2d* b, uint8_t operation) {
-  return coefficients(owned(sym_runPolyFun(a, b, operation)).get());
+  return coefficients(Matrix(sym_runPolyFun(a, b, operation)));
 }
 
 using Vector = std::vector<double>;
@@ -63,67 +66,97 @@ TEST_F(Polynomial, WhatCounts) {
   EXPECT_EQ(coefficients(3.0), Vector{3});
   EXPECT_EQ(coefficients(x * 2.5), (Vector{0, 2.5}));
   EXPECT_EQ(coefficients(((x ^ 3.0) * 4.0 + x - 7.0) * 0.5), (Vector{-3.5, 0.5, 0, 2}));
-  for (const Formula& f : {x * Formula("y"), call(20, {x}), (x ^ -1.0) + 1.0, (x ^ 0.5) + x, (x + 1.0) ^ 2.0}) {
+  for (const Formula& f : {x * Formula("y"), call(20, x), (x ^ -1.0) + 1.0, (x ^ 0.5) + x, (x + 1.0) ^ 2.0}) {
     const Matrix matrix = row({f});
-    EXPECT_FALSE(sym_isPoly(matrix.get())) << textOf(f);
-    EXPECT_EQ(sym_getPolyParam(matrix.get(), nullptr, 0), 0);
-    EXPECT_EQ(sym_calcPolyRoot(matrix.get(), nullptr, nullptr, 0), kNone);
-    EXPECT_EQ(sym_polyFactor(matrix.get(), nullptr, 0), 0u);
-    EXPECT_EQ(sym_calcPolyFun(matrix.get(), nullptr, nullptr, 0), 0);
+    EXPECT_FALSE(sym_isPoly(matrix)) << textOf(f);
+    EXPECT_EQ(sym_getPolyParam(matrix, nullptr, 0), 0);
+    EXPECT_EQ(sym_calcPolyRoot(matrix, nullptr, nullptr, 0), kNone);
+    EXPECT_EQ(sym_polyFactor(matrix, nullptr, 0), 0u);
+    EXPECT_EQ(sym_calcPolyFun(matrix, nullptr, nullptr, 0), 0);
   }
   const Matrix two = row({x, x});
-  EXPECT_FALSE(sym_isPoly(two.get()));
-  EXPECT_EQ(sym_calcPolyRoot(two.get(), nullptr, nullptr, 0), kNone);
-  EXPECT_EQ(sym_polyFactor(two.get(), nullptr, 0), kNone);
+  EXPECT_FALSE(sym_isPoly(two));
+  EXPECT_EQ(sym_calcPolyRoot(two, nullptr, nullptr, 0), kNone);
+  EXPECT_EQ(sym_polyFactor(two, nullptr, 0), kNone);
 
   double wrong[5] = {9, 9, 9, 9, 9};
   const Matrix square = row({(x ^ 2.0) + 1.0});
-  EXPECT_EQ(sym_getPolyParam(square.get(), wrong, 5), 3);
+  EXPECT_EQ(sym_getPolyParam(square, wrong, 5), 3);
   EXPECT_EQ(wrong[0], 9);
   const double at[] = {0, 2, -3};
   double values[3];
-  EXPECT_EQ(sym_calcPolyFun(square.get(), at, values, 3), 1);
+  EXPECT_EQ(sym_calcPolyFun(square, at, values, 3), 1);
   EXPECT_EQ((Vector(values, values + 3)), (Vector{1, 5, 10}));
 }
 
 TEST_F(Polynomial, AnEditForgetsTheOldForm) {
   const Matrix matrix = row({x * 2.0 + 1.0});
-  EXPECT_EQ(coefficients(matrix.get()), (Vector{1, 2}));
-  sym_selfMul(matrix.get(), 3);
-  EXPECT_EQ(coefficients(matrix.get()), (Vector{3, 6}));
-  sym_setSymMatrixData3(matrix.get(), 0, 0, 4);
-  EXPECT_EQ(coefficients(matrix.get()), Vector{4});
+  EXPECT_EQ(coefficients(matrix), (Vector{1, 2}));
+  sym_selfMul(matrix, 3);
+  EXPECT_EQ(coefficients(matrix), (Vector{3, 6}));
+  sym_setSymMatrixData3(matrix, 0, 0, 4);
+  EXPECT_EQ(coefficients(matrix), Vector{4});
+}
+
+/// A variable is a polynomial whatever its coefficient, 0 included: the zero polynomial.
+TEST_F(Polynomial, SmallCoefficients) {
+  const Matrix small = row({x}), zero = row({x * 1.0});
+  sym_selfMul(small, 1e-20);
+  EXPECT_EQ(coefficients(small), (Vector{0, 1e-20}));
+  EXPECT_EQ(factors(small), "9.9999999999999994515e-21*x");
+  sym_selfMul(zero, 0);
+  EXPECT_EQ(coefficients(zero), (Vector{0, 0}));
+  EXPECT_TRUE(roots(zero).empty());
+  EXPECT_EQ(factors(zero), "0");
+  for (const uint8_t division : {3, 4}) {
+    EXPECT_EQ(sym_runPolyFun(small, zero, division), nullptr);
+    EXPECT_EQ(sym_runPolyFun(small, row({0.0}), division), nullptr);
+  }
+  EXPECT_EQ(run(small, row({0.0}), 10), Vector{1});
+  // In a sum a small one does not count, unless the sum was made as a polynomial.
+  EXPECT_FALSE(sym_isPoly(row({(x ^ 2.0) + x * 1e-16})));
+  const Matrix made = make({1.0 / 3, 1e-16, 2e-17});
+  EXPECT_EQ(coefficients(made), (Vector{1.0 / 3, 1e-16, 2e-17}));
+  sym_setSymValue("x", 1e8);
+  EXPECT_NEAR(sym_calcExpressValue(made, 0, 0), 1.0 / 3 + 0.20000001, 1e-15);
+  EXPECT_EQ(textOf(made).substr(0, 22), "0.33333333333333331483") << "not cut to six digits";
+  sym_selfMul(made, 2);
+  EXPECT_FALSE(sym_isPoly(made));
+  const double one = 1, high = 2e6, limit = 1e8, beyond = 1e8 + 1;
+  EXPECT_EQ(sym_getPolyParam(Matrix(sym_createPolyByParam(&one, &high, 1)), nullptr, 0), 1000001);
+  EXPECT_NE(Matrix(sym_createPolyByParam(&one, &limit, 1)), nullptr);
+  EXPECT_EQ(sym_createPolyByParam(&one, &beyond, 1), nullptr);
 }
 
 TEST_F(Polynomial, Creation) {
   const double c[] = {5, -1}, e[] = {3, 0}, fraction[] = {1, 0.5}, twice[] = {1, 1}, negative[] = {-1, 0};
-  EXPECT_EQ(coefficients(owned(sym_createPolyByParam(c, e, 2)).get()), (Vector{-1, 0, 0, 5}));
+  EXPECT_EQ(coefficients(Matrix(sym_createPolyByParam(c, e, 2))), (Vector{-1, 0, 0, 5}));
   for (const double* bad : {fraction, twice, negative}) EXPECT_EQ(sym_createPolyByParam(c, bad, 2), nullptr);
   const double data[] = {3, 1, 0, 4}, none[] = {0}, half[] = {1.5, 1}, endless[] = {INFINITY};
-  EXPECT_EQ(coefficients(owned(sym_createPoly(data)).get()), (Vector{1, 0, 4}));
+  EXPECT_EQ(coefficients(Matrix(sym_createPoly(data))), (Vector{1, 0, 4}));
   for (const double* bad : {none, half, endless, static_cast<const double*>(nullptr)})
     EXPECT_EQ(sym_createPoly(bad), nullptr);
 }
 
 TEST_F(Polynomial, Arithmetic) {
   const Matrix a = make({-1, 0, 0, 1}), b = make({-1, 0, 1}), three = make({3}), line = make({1, 2});
-  EXPECT_EQ(run(a.get(), b.get(), 0), (Vector{-2, 0, 1, 1}));
-  EXPECT_EQ(run(a.get(), b.get(), 1), (Vector{0, 0, -1, 1}));
-  EXPECT_EQ(run(a.get(), b.get(), 2), (Vector{1, 0, -1, -1, 0, 1}));
-  EXPECT_EQ(run(a.get(), b.get(), 3), (Vector{0, 1}));  // x^3 - 1 = x (x^2 - 1) + (x - 1)
-  EXPECT_EQ(run(a.get(), b.get(), 4), (Vector{-1, 1}));
-  EXPECT_EQ(run(a.get(), b.get(), 5), (Vector{-1, 1}));
-  EXPECT_EQ(run(a.get(), b.get(), 6), (Vector{-1, -1, 0, 1, 1}));  // (x^3 - 1)(x + 1)
-  EXPECT_EQ(run(b.get(), line.get(), 7), (Vector{0, 4, 4}));       // (2x + 1)^2 - 1
-  EXPECT_EQ(run(b.get(), line.get(), 8), (Vector{-2, 2, 6}));      // (2x^3 + x^2 - 2x - 1)'
-  EXPECT_EQ(run(b.get(), line.get(), 9), Vector{-3});              // 2^2 b(-1/2)
-  EXPECT_EQ(run(line.get(), three.get(), 10), (Vector{1, 6, 12, 8}));
-  EXPECT_EQ(run(a.get(), b.get(), 9), Vector{});  // a common root: 0, and so no term is left
-  EXPECT_EQ(sym_runPolyFun(a.get(), line.get(), 10), nullptr);
-  EXPECT_EQ(sym_runPolyFun(a.get(), a.get(), 1), nullptr);
-  EXPECT_EQ(sym_runPolyFun(a.get(), b.get(), 11), nullptr);
-  EXPECT_EQ(sym_runPolyFun(a.get(), row({Formula("z")}).get(), 0), nullptr);
-  EXPECT_EQ(run(a.get(), make({1e-15}).get(), 2), Vector{});
+  EXPECT_EQ(run(a, b, 0), (Vector{-2, 0, 1, 1}));
+  EXPECT_EQ(run(a, b, 1), (Vector{0, 0, -1, 1}));
+  EXPECT_EQ(run(a, b, 2), (Vector{1, 0, -1, -1, 0, 1}));
+  EXPECT_EQ(run(a, b, 3), (Vector{0, 1}));  // x^3 - 1 = x (x^2 - 1) + (x - 1)
+  EXPECT_EQ(run(a, b, 4), (Vector{-1, 1}));
+  EXPECT_EQ(run(a, b, 5), (Vector{-1, 1}));
+  EXPECT_EQ(run(a, b, 6), (Vector{-1, -1, 0, 1, 1}));  // (x^3 - 1)(x + 1)
+  EXPECT_EQ(run(b, line, 7), (Vector{0, 4, 4}));       // (2x + 1)^2 - 1
+  EXPECT_EQ(run(b, line, 8), (Vector{-2, 2, 6}));      // (2x^3 + x^2 - 2x - 1)'
+  EXPECT_EQ(run(b, line, 9), Vector{-3});              // 2^2 b(-1/2)
+  EXPECT_EQ(run(line, three, 10), (Vector{1, 6, 12, 8}));
+  EXPECT_EQ(run(a, b, 9), Vector{});  // a common root: 0, and so no term is left
+  EXPECT_EQ(sym_runPolyFun(a, line, 10), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a, a, 1), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a, b, 11), nullptr);
+  EXPECT_EQ(sym_runPolyFun(a, row({Formula("z")}), 0), nullptr);
+  EXPECT_EQ(run(a, make({1e-15}), 2), Vector{});
 }
 
 /// Random products: the common divisor and the quotient come back to rounding.
@@ -138,8 +171,8 @@ TEST_F(Polynomial, DivisionUndoesMultiplication) {
   };
   for (int round = 0; round < 50; ++round) {
     const Matrix a = draw(6), b = draw(4);
-    const Matrix ab = owned(sym_runPolyFun(a.get(), b.get(), 2));
-    const Vector quotient = run(ab.get(), b.get(), 3), expected = coefficients(a.get());
+    const Matrix ab = Matrix(sym_runPolyFun(a, b, 2));
+    const Vector quotient = run(ab, b, 3), expected = coefficients(a);
     ASSERT_EQ(quotient.size(), expected.size());
     for (size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(quotient[i], expected[i], 1e-9);
   }
@@ -147,24 +180,24 @@ TEST_F(Polynomial, DivisionUndoesMultiplication) {
 
 TEST_F(Polynomial, RootsByMultiplicity) {
   const Matrix square = make({1, 0, 1});
-  EXPECT_EQ(roots(square.get()), (std::vector<Complex>{{0, -1}, {0, 1}}));
-  EXPECT_TRUE(roots(make({7}).get()).empty());
+  EXPECT_EQ(roots(square), (std::vector<Complex>{{0, -1}, {0, 1}}));
+  EXPECT_TRUE(roots(make({7})).empty());
   // 3 x^3 (x - 1)^5 (x + 2)^2 (x^2 - 2x + 5)
   Matrix p = make({0, 0, 0, 3});
   for (const Vector& factor : {Vector{-1, 1}, {-1, 1}, {-1, 1}, {-1, 1}, {-1, 1}, {2, 1}, {2, 1}, {5, -2, 1}})
-    p = owned(sym_runPolyFun(p.get(), make(factor).get(), 2));
-  EXPECT_EQ(roots(p.get()), (std::vector<Complex>{-2, -2, 0, 0, 0, {1, -2}, 1, 1, 1, 1, 1, {1, 2}}));
-  EXPECT_EQ(factors(p.get()), "3*(x+2)^2*x^3*(x-1)^5*(x^2-2*x+5)");
-  EXPECT_EQ(factors(square.get()), "(x^2+1)");
-  EXPECT_EQ(factors(make({0.5, -1}).get()), "-(x-0.5)");
-  EXPECT_EQ(factors(make({-2.5}).get()), "-2.5");
+    p = Matrix(sym_runPolyFun(p, make(factor), 2));
+  EXPECT_EQ(roots(p), (std::vector<Complex>{-2, -2, 0, 0, 0, {1, -2}, 1, 1, 1, 1, 1, {1, 2}}));
+  EXPECT_EQ(factors(p), "3*(x+2)^2*x^3*(x-1)^5*(x^2-2*x+5)");
+  EXPECT_EQ(factors(square), "(x^2+1)");
+  EXPECT_EQ(factors(make({0.5, -1})), "-(x-0.5)");
+  EXPECT_EQ(factors(make({-2.5})), "-2.5");
   // Roots of very different sizes: 1e290 x^2 + 1e150 x + 1
-  const std::vector<Complex> wide = roots(make({1, 1e150, 1e290}).get());
+  const std::vector<Complex> wide = roots(make({1, 1e150, 1e290}));
   ASSERT_EQ(wide.size(), 2u);
   EXPECT_NEAR(wide[0].real() / -1e-140, 1, 1e-9);
   EXPECT_NEAR(wide[1].real() / -1e-150, 1, 1e-9);
   double unwritten = 4;
-  EXPECT_EQ(sym_calcPolyRoot(square.get(), &unwritten, &unwritten, 1), 2u);
+  EXPECT_EQ(sym_calcPolyRoot(square, &unwritten, &unwritten, 1), 2u);
   EXPECT_EQ(unwritten, 4);
 }
 
@@ -183,7 +216,7 @@ TEST_F(Polynomial, RootsAgainstReference) {
       ASSERT_EQ(place, found.size()) << name;
       std::getline(cells, name, ',');
       while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
-      found = roots(make(numbers).get());
+      found = roots(make(numbers));
       place = 0;
     } else if (kind == "root") {
       while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
@@ -198,6 +231,129 @@ TEST_F(Polynomial, RootsAgainstReference) {
   EXPECT_GT(checked, 200u);
 }
 
+/// NumPy's roots, eigenvalues of the companion matrix: each within the bound that a backward stable method has.
+TEST_F(Polynomial, RootsAgainstNumPy) {
+  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots_numpy.csv");
+  std::string name;
+  std::vector<Complex> found;
+  size_t checked = 0;
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream cells(line);
+    std::string kind, cell;
+    std::getline(cells, kind, ',');
+    Vector numbers;
+    if (kind == "poly") std::getline(cells, name, ',');
+    while (kind != "#" && std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
+    if (kind == "poly") found = roots(make(numbers));
+    if (kind != "root") continue;
+    const Complex expected(numbers[0], numbers[1]);
+    ASSERT_FALSE(found.empty()) << name;
+    const auto nearest = std::min_element(found.begin(), found.end(), [&](Complex a, Complex b) {
+      return std::abs(a - expected) < std::abs(b - expected);
+    });
+    EXPECT_LE(std::abs(*nearest - expected), numbers[2]) << name << " " << expected;
+    found.erase(nearest);  // one to one
+    ++checked;
+  }
+  EXPECT_GT(checked, 400u);
+}
+
+/// Reads a text of factors in x and multiplies them out; `sizes` are the coefficients of the product of |x - r|, with
+/// every sign +, which bound what the rounding of the roots moves.
+struct Product {
+  std::vector<long double> coefficients{1}, sizes{1};
+
+  explicit Product(const std::string& text) : at(text.c_str()) {
+    if (*at == '-' && (at[1] == 'x' || at[1] == '(')) multiply({-1}, {1}), ++at;
+    do {
+      std::vector<long double> factor{0, 0, 0}, size;
+      if (*at == '(') {
+        for (++at; *at != ')' && *at;) addTerm(factor);
+        ++at;
+      } else if (*at == 'x') {
+        factor[1] = 1;
+        ++at;
+      } else {
+        factor[0] = number();
+      }
+      while (factor.back() == 0) factor.pop_back();
+      for (const long double c : factor) size.push_back(std::abs(c));
+      // Of x^2 + b x + c with complex roots, b is -2 Re z: as sure as |z| allows.
+      if (factor.size() == 3) size[1] = 2 * std::sqrt(size[0]);
+      long times = 1;
+      if (*at == '^') ++at, times = static_cast<long>(number());
+      for (; times > 0; --times) multiply(factor, size);
+    } while (*at == '*' && *++at);
+  }
+
+  const char* at;  ///< where the reading stopped
+
+ private:
+  long double number() {
+    char* end;
+    const long double value = std::strtold(at, &end);
+    at = end;
+    return value;
+  }
+  /// One of c, c*x, x and x^2, with a sign.
+  void addTerm(std::vector<long double>& factor) {
+    const char* const start = at;
+    long double c = number();
+    if (at == start) {
+      c = *at == '-' ? -1 : 1;
+      if (*at != 'x') ++at;
+    } else if (*at == '*') {
+      ++at;
+    }
+    size_t power = 0;
+    if (*at == 'x') power = 1, ++at;
+    if (power == 1 && *at == '^') ++at, power = static_cast<size_t>(number());
+    factor.at(power) += c;
+  }
+  void multiply(const std::vector<long double>& factor, const std::vector<long double>& size) {
+    const auto product = [](const std::vector<long double>& a, const std::vector<long double>& b) {
+      std::vector<long double> c(a.size() + b.size() - 1);
+      for (size_t i = 0; i < a.size(); ++i)
+        for (size_t j = 0; j < b.size(); ++j) c[i + j] += a[i] * b[j];
+      return c;
+    };
+    coefficients = product(coefficients, factor);
+    sizes = product(sizes, size);
+  }
+};
+
+TEST_F(Polynomial, FactorsGiveThePolynomialBack) {
+  std::vector<Vector> all{{0, 0, 0, -1.5},      {-2, 1},         {1, 0, 1},          {4, -4, 1}, {2e-17, -2 - 1e-17, 1},
+                          {1, 1e150, 1e290},    {0.1, 3e-5},     {0, 1, 0, 0, 1e-9}, {-7},       {1e-30, 0, 4e10},
+                          {1, -2, 1 + 0x1p-52}, {-6, 11, -6, 1}, {0, 0, -3, 0, 0, 9}};
+  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots.csv");
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream cells(line);
+    std::string cell;
+    std::getline(cells, cell, ',');
+    if (cell != "poly") continue;
+    std::getline(cells, cell, ',');
+    for (all.emplace_back(); std::getline(cells, cell, ',');) all.back().push_back(std::strtod(cell.c_str(), nullptr));
+  }
+  ASSERT_GT(all.size(), 15u);
+  std::mt19937 random(8);
+  std::normal_distribution<double> normal;
+  for (const size_t degree : {3u, 12u, 50u, 150u}) {
+    all.emplace_back();
+    for (size_t i = 0; i <= degree; ++i) all.back().push_back(normal(random));
+  }
+  for (const Vector& c : all) {
+    const std::string text = factors(make(c));
+    const Product product(text);
+    EXPECT_EQ(*product.at, '\0') << text;
+    ASSERT_EQ(product.coefficients.size(), c.size()) << text;
+    for (size_t i = 0; i < c.size(); ++i)
+      EXPECT_LE(std::abs(product.coefficients[i] - static_cast<long double>(c[i])),
+                2 * static_cast<double>(c.size()) * 2.22e-16L * product.sizes[i])
+          << text << " x^" << i;
+  }
+}
+
 /// At the highest degree: every root to the backward error of rounding, and all of them (their sum is -c[n-1]/c[n]).
 TEST_F(Polynomial, DegreeOneThousand) {
   std::mt19937 random(6);
@@ -208,7 +364,7 @@ TEST_F(Polynomial, DegreeOneThousand) {
   spiral[0] = -1;
   spiral[1000] = 1;
   for (const Vector& p : {c, spiral}) {
-    const std::vector<Complex> found = roots(make(p).get());
+    const std::vector<Complex> found = roots(make(p));
     ASSERT_EQ(found.size(), 1000u);
     Complex sum = 0;
     for (const Complex z : found) {
@@ -226,33 +382,56 @@ TEST_F(Polynomial, DegreeOneThousand) {
     }
     EXPECT_NEAR(std::abs(sum + p[999] / p[1000]), 0, 1e-10 * (1 + std::abs(p[999] / p[1000])));
   }
-  EXPECT_EQ(sym_calcPolyRoot(row({(x ^ 1001.0) + 1.0}).get(), nullptr, nullptr, 0), kNone);
-  EXPECT_EQ(sym_calcPolyRoot(make({INFINITY, 1}).get(), nullptr, nullptr, 0), kNone);
+  EXPECT_EQ(sym_calcPolyRoot(row({(x ^ 1001.0) + 1.0}), nullptr, nullptr, 0), kNone);
+  EXPECT_EQ(sym_calcPolyRoot(make({INFINITY, 1}), nullptr, nullptr, 0), kNone);
 }
 
 TEST_F(Polynomial, Chebyshev) {
   // Exact for polynomials, and near best for exp: the error of degree 10 on [1, 3] is about 2 e^2 / (11! 2^10).
-  const Matrix cubic = owned(sym_polyApp(row({(x ^ 3.0) - x * 2.0}).get(), -1, 1, 3));
-  const Vector c = coefficients(cubic.get());
+  const Matrix cubic = Matrix(sym_polyApp(row({(x ^ 3.0) - x * 2.0}), -1, 1, 3));
+  const Vector c = coefficients(cubic);
   ASSERT_EQ(c.size(), 4u);
   EXPECT_NEAR(c[1], -2, 1e-15);
   EXPECT_NEAR(c[3], 1, 1e-15);
-  const Matrix exponential = row({call(12, {x})});
-  const Matrix low = owned(sym_polyApp(exponential.get(), 1, 3, 10));
-  const Matrix high = owned(sym_polyApp(exponential.get(), 3, 1, 25));
+  const Matrix exponential = row({call(12, x)});
+  const Matrix low = Matrix(sym_polyApp(exponential, 1, 3, 10));
+  const Matrix high = Matrix(sym_polyApp(exponential, 3, 1, 25));
   for (double at = 1; at <= 3; at += 0.125) {
     double value;
-    sym_calcPolyFun(low.get(), &at, &value, 1);
+    sym_calcPolyFun(low, &at, &value, 1);
     EXPECT_NEAR(value, std::exp(at), 4e-10);
-    sym_calcPolyFun(high.get(), &at, &value, 1);
+    sym_calcPolyFun(high, &at, &value, 1);
     EXPECT_NEAR(value, std::exp(at), 1e-12);
   }
-  EXPECT_EQ(coefficients(owned(sym_polyApp(row({2.5}).get(), 0, 1, 4)).get()), Vector{2.5});
-  for (SymMatrix2d* bad : {sym_polyApp(exponential.get(), 1, 1, 3), sym_polyApp(exponential.get(), 0, 1, -1),
-                           sym_polyApp(exponential.get(), 0, 1, 1001), sym_polyApp(exponential.get(), 0, INFINITY, 3),
-                           sym_polyApp(row({x + Formula("y")}).get(), 0, 1, 3),
-                           sym_polyApp(row({call(11, {x})}).get(), -2, -1, 3), sym_polyApp(row({x, x}).get(), 0, 1, 3)})
+  EXPECT_EQ(coefficients(Matrix(sym_polyApp(row({2.5}), 0, 1, 4))), Vector{2.5});
+  for (SymMatrix2d* bad :
+       {sym_polyApp(exponential, 1, 1, 3), sym_polyApp(exponential, 0, 1, -1), sym_polyApp(exponential, 0, 1, 1001),
+        sym_polyApp(exponential, 0, INFINITY, 3), sym_polyApp(row({x + Formula("y")}), 0, 1, 3),
+        sym_polyApp(row({call(11, x)}), -2, -1, 3), sym_polyApp(row({x, x}), 0, 1, 3)})
     EXPECT_EQ(bad, nullptr);
+}
+
+/// A wide range gives coefficients of every size; the result is a polynomial all the same.
+TEST_F(Polynomial, WideRanges) {
+  const Matrix wide = Matrix(sym_polyApp(row({call(12, x * -0.001)}), 0, 1e4, 24));
+  const Vector c = coefficients(wide);
+  ASSERT_GT(c.size(), 20u);
+  EXPECT_LT(std::abs(c[12]), 1e-40);
+  for (const double at : {0.0, 123.0, 5000.0, 9999.0}) {
+    double value;
+    ASSERT_EQ(sym_calcPolyFun(wide, &at, &value, 1), 1);
+    EXPECT_NEAR(value, std::exp(-0.001 * at), 1e-9) << at;
+  }
+  Vector xs, ys;
+  for (int i = 0; i <= 20; ++i) {
+    xs.push_back(1e6 * i);
+    ys.push_back(1 + 2e-7 * xs.back() - 3e-15 * xs.back() * xs.back());
+  }
+  const Vector fit = coefficients(Matrix(sym_solveRPoly(xs.data(), ys.data(), 21, nullptr, nullptr, 4)));
+  ASSERT_EQ(fit.size(), 4u);
+  EXPECT_NEAR(fit[1], 2e-7, 1e-19);
+  EXPECT_NEAR(fit[2], -3e-15, 1e-26);
+  EXPECT_NEAR(fit[3], 0, 1e-33);
 }
 
 TEST_F(Polynomial, Fit) {
@@ -263,14 +442,14 @@ TEST_F(Polynomial, Fit) {
     weights.push_back(1);
   }
   const int32_t powers[] = {0, 1, 4}, twice[] = {1, 1}, negative[] = {-1};
-  const Vector c = coefficients(owned(sym_solveRPoly(at.data(), y.data(), 12, nullptr, powers, 3)).get());
+  const Vector c = coefficients(Matrix(sym_solveRPoly(at.data(), y.data(), 12, nullptr, powers, 3)));
   ASSERT_EQ(c.size(), 5u);
   for (size_t i = 0; i < 5; ++i) EXPECT_NEAR(c[i], (Vector{2, -3, 0, 0, 0.5})[i], 1e-13);
   // A line through a constant and one far point without weight.
   y.assign(12, 4);
   y[11] = 1e6;
   weights[11] = 0;
-  const Vector flat = coefficients(owned(sym_solveRPoly(at.data(), y.data(), 12, weights.data(), nullptr, 1)).get());
+  const Vector flat = coefficients(Matrix(sym_solveRPoly(at.data(), y.data(), 12, weights.data(), nullptr, 1)));
   ASSERT_EQ(flat.size(), 1u);
   EXPECT_NEAR(flat[0], 4, 1e-14);
   EXPECT_EQ(sym_solveRPoly(at.data(), y.data(), 0, nullptr, nullptr, 2), nullptr);

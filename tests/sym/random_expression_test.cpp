@@ -6,7 +6,7 @@
 #include <memory>
 #include <random>
 
-#include "host.h"
+#include "sym/formula.h"
 
 namespace {
 
@@ -134,13 +134,13 @@ Plan randomPlan(Random& random, int depth) {
   return plan;
 }
 
-Node build(const Plan& plan) {
+Formula build(const Plan& plan) {
   if (plan.code == Number) return num(plan.number);
   if (plan.code == Variable) return var(kNames[plan.variable]);
-  std::vector<Node> args;
+  std::vector<Formula> args;
   for (const Plan& arg : plan.args) args.push_back(build(arg));
-  if (plan.code == Subtract || plan.code == Divide) return f(plan.code, args[0], args[1]);
-  return args.size() == 1 ? f(plan.code, args[0]) : f(plan.code, args);
+  if (plan.code == Subtract || plan.code == Divide) return call(plan.code, args[0], args[1]);
+  return args.size() == 1 ? call(plan.code, args[0]) : call(plan.code, args);
 }
 
 // Plain value; every step is disturbed by about `noise`, so that several runs show how well the value is determined.
@@ -198,7 +198,7 @@ TEST(RandomExpression, NormalFormKeepsTheValue) {
   int compared = 0, undefined = 0;
   for (int round = 0; round < 20000; ++round) {
     const Plan plan = randomPlan(random, 1 + round % 5);
-    const Node node = build(plan);
+    const Formula node = build(plan);
     for (int at = 0; at < 3; ++at) {
       for (int i = 0; i < 3; ++i) {
         point[i] = random.between(at == 0 ? 0.05 : -2.5, at == 0 ? 0.95 : 2.5);
@@ -221,7 +221,7 @@ TEST(RandomExpression, NormalFormKeepsTheValue) {
         ++undefined;
         continue;
       }
-      const double expected = evaluate(plan, random, 0), value = sym_calcExpress(node);
+      const double expected = evaluate(plan, random, 0), value = valueOf(node);
       ++compared;
       ASSERT_LE(std::abs(value - expected), 20 * (most - least) + 1e-11 * (1 + std::abs(expected)))
           << describe(plan) << " at " << point[0] << " " << point[1] << " " << point[2] << ": " << value << " for "

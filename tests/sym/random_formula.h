@@ -6,6 +6,8 @@
 
 #include "sym/formula.h"
 
+namespace host {
+
 /// Value, first and second derivative along x, by the rules of truncated power series.
 struct Jet {
   double v, d = 0, dd = 0;
@@ -101,27 +103,27 @@ class RandomFormula {
     if (which >= 6) {
       const Pair a = atLeastOne(depth);
       const double v = a.jet.v, r = std::sqrt(v);
-      if (which == 6) return {call(10, {a.formula}), a.jet.through(r, 0.5 / r, -0.25 / (r * v))};
-      return {call(11, {a.formula}), a.jet.through(std::log(v), 1 / v, -1 / (v * v))};
+      if (which == 6) return {call(10, a.formula), a.jet.through(r, 0.5 / r, -0.25 / (r * v))};
+      return {call(11, a.formula), a.jet.through(std::log(v), 1 / v, -1 / (v * v))};
     }
     Pair a = depth > 0 ? make(depth - 1) : leaf();
     if (std::abs(a.jet.v) > 30) a = leaf();  // where the hyperbolic functions are still far from overflow
     const double v = a.jet.v, s = std::sin(v), c = std::cos(v), t = std::tanh(v), q = 1 + v * v;
     switch (which) {
       case 0:
-        return {call(20, {a.formula}), a.jet.through(s, c, -s)};
+        return {call(20, a.formula), a.jet.through(s, c, -s)};
       case 1:
-        return {call(21, {a.formula}), a.jet.through(c, -s, -c)};
+        return {call(21, a.formula), a.jet.through(c, -s, -c)};
       case 2:
-        return {call(26, {a.formula}), a.jet.through(std::atan(v), 1 / q, -2 * v / (q * q))};
+        return {call(26, a.formula), a.jet.through(std::atan(v), 1 / q, -2 * v / (q * q))};
       case 3:
-        return {call(32, {a.formula}), a.jet.through(t, 1 - t * t, -2 * t * (1 - t * t))};
+        return {call(32, a.formula), a.jet.through(t, 1 - t * t, -2 * t * (1 - t * t))};
       case 4:
-        return {call(34, {a.formula}), a.jet.through(std::asinh(v), 1 / std::sqrt(q), -v / (q * std::sqrt(q)))};
+        return {call(34, a.formula), a.jet.through(std::asinh(v), 1 / std::sqrt(q), -v / (q * std::sqrt(q)))};
       default: {  // exp of a sine
         const Jet sine = a.jet.through(s, c, -s);
         const double e = std::exp(s);
-        return {call(12, {call(20, {a.formula})}), sine.through(e, e, e)};
+        return {call(12, call(20, a.formula)), sine.through(e, e, e)};
       }
     }
   }
@@ -129,3 +131,5 @@ class RandomFormula {
   std::mt19937 engine;
   double x, y;
 };
+
+}  // namespace host

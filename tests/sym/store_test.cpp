@@ -4,7 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "host.h"
+#include "sym/formula.h"
 
 namespace {
 
@@ -25,14 +25,14 @@ std::vector<BaseSym*> variablesOf(const Matrix& matrix, int32_t row = 0, int32_t
 }
 
 TEST(Store, NodesOfOneNameShareTheVariable) {
-  const Node a = var("x"), b = var("x");
-  EXPECT_NE(a, b);
+  const Formula a = var("x"), b = var("x");
+  EXPECT_NE(a.node, b.node);
   sym_setSymValue("x", 2);
-  EXPECT_EQ(sym_calcExpress(a), 2);
-  EXPECT_EQ(sym_calcExpress(b), 2);
+  EXPECT_EQ(valueOf(a), 2);
+  EXPECT_EQ(valueOf(b), 2);
   sym_setSymValue("nobody made this one", 3);
-  const Node late = var("nobody made this one");
-  EXPECT_EQ(sym_calcExpress(late), 0) << "a value for an unknown name must not make the variable";
+  const Formula late = var("nobody made this one");
+  EXPECT_EQ(valueOf(late), 0) << "a value for an unknown name must not make the variable";
 }
 
 TEST(Store, PiIsANumber) {
@@ -44,23 +44,23 @@ TEST(Store, PiIsANumber) {
 
 TEST(Store, ReciprocalCodes) {
   sym_setSymValue("x", 1.7);
-  const Node x = var("x");
+  const Formula x = var("x");
   sym_setSymValue("x", 1.7);
   const double at = 1.7;
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(38, x)), 1 / std::sin(at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(39, x)), 1 / std::cos(at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(40, x)), 1 / std::sinh(at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(41, x)), 1 / std::cosh(at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(42, x)), std::asin(1 / at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(43, x)), std::acos(1 / at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(44, x)), std::asinh(1 / at));
-  EXPECT_DOUBLE_EQ(sym_calcExpress(f(45, f(Divide, num(1), x))), std::acosh(at));
+  EXPECT_DOUBLE_EQ(valueOf(call(38, x)), 1 / std::sin(at));
+  EXPECT_DOUBLE_EQ(valueOf(call(39, x)), 1 / std::cos(at));
+  EXPECT_DOUBLE_EQ(valueOf(call(40, x)), 1 / std::sinh(at));
+  EXPECT_DOUBLE_EQ(valueOf(call(41, x)), 1 / std::cosh(at));
+  EXPECT_DOUBLE_EQ(valueOf(call(42, x)), std::asin(1 / at));
+  EXPECT_DOUBLE_EQ(valueOf(call(43, x)), std::acos(1 / at));
+  EXPECT_DOUBLE_EQ(valueOf(call(44, x)), std::asinh(1 / at));
+  EXPECT_DOUBLE_EQ(valueOf(call(45, call(Divide, num(1), x))), std::acosh(at));
 }
 
 TEST(Store, ACodeWithoutARowThrows) {
   for (const int code : {4, 7, 9, 14, 28, 46, 59, 87, 172, 255}) {
     try {
-      f(static_cast<uint8_t>(code), var("x"));
+      call(static_cast<uint8_t>(code), var("x"));
       ADD_FAILURE() << code;
     } catch (const std::out_of_range& error) {
       EXPECT_STREQ(error.what(), "invalid map<K, T> key");
@@ -69,26 +69,26 @@ TEST(Store, ACodeWithoutARowThrows) {
 }
 
 TEST(Store, ClearedNodesStayInMatricesOnly) {
-  const Node x = var("x"), y = var("y");
-  Matrix m(1, 2, {x, nullptr});
-  EXPECT_EQ(sym_getSymMatrixData(m, 0, 0), x) << "the node itself, no clone";
+  const Formula x = var("x"), y = var("y");
+  Matrix m(1, 2, {x});
+  EXPECT_EQ(sym_getSymMatrixData(m, 0, 0), x.node) << "the node itself, no clone";
   EXPECT_EQ(sym_getSymMatrixData(m, 0, 1), nullptr);
   sym_clearTempVar();
-  sym_setSymMatrixData(m, 0, 1, y);
+  sym_setSymMatrixData(m, 0, 1, y.node);
   EXPECT_EQ(sym_getSymMatrixData(m, 0, 1), nullptr) << "an address that left the store";
   sym_setSymValue("x", 5);
   EXPECT_EQ(m.value(), 5);
   EXPECT_TRUE(std::isnan(m.value(0, 1)));
   EXPECT_THROW(sym_calcExpressValue(m, 1, 0), std::out_of_range);
   // An unknown address gives a null argument and no crash until the node is used.
-  const Node unknown = sym_getSymMatrixData(m, 0, 0);
-  EXPECT_NE(f(Add, unknown, unknown), nullptr);
-  EXPECT_NE(f(Sin, unknown), nullptr);
+  const Formula unknown(sym_getSymMatrixData(m, 0, 0));
+  EXPECT_NE(call(Add, unknown, unknown).node, nullptr);
+  EXPECT_NE(call(Sin, unknown).node, nullptr);
   sym_clearTempVar();
 }
 
 TEST(Store, EditsInPlaceAreSeenByAllHolders) {
-  const Node x = f(Sin, var("x"));
+  const Formula x = call(Sin, var("x"));
   Matrix a(x), b(x);
   sym_setSymMatrixData3(a, 0, 0, 7);
   EXPECT_EQ(b.value(), 7);
@@ -123,7 +123,7 @@ TEST(Store, TablesOfNumbersGoInAndOut) {
   EXPECT_EQ(Matrix(sym_getRowCol(m, 1, 1)).values(), (std::vector<double>{4, 5, 6}));
   EXPECT_EQ(Matrix(sym_getRowCol(m, 1, 0)).values(), (std::vector<double>{2, 5}));
   sym_setSymValue("x", 9);
-  sym_setSymMatrixData(m, 0, 0, f(Mul, num(2), var("x")));
+  sym_setSymMatrixData(m, 0, 0, call(Mul, 2, "x").node);
   sym_setSymValue("x", 9);
   EXPECT_FALSE(sym_toMatrix2dDouble(m, out));
   EXPECT_EQ(out[0], 18);
@@ -168,7 +168,7 @@ TEST(Matrices, ProductsAndOperations) {
 // A matrix of symbols with a few numbers, against the numeric kernels of the library at one point.
 TEST(Matrices, InverseAndDeterminantOfSymbols) {
   for (const uint32_t n : {1u, 2u, 3u, 4u, 5u}) {
-    std::vector<Node> nodes;
+    std::vector<Formula> nodes;
     std::vector<double> values;
     for (uint32_t i = 0; i < n * n; ++i) {
       const std::string name = "m" + std::to_string(i);
@@ -179,7 +179,7 @@ TEST(Matrices, InverseAndDeterminantOfSymbols) {
         nodes.push_back(var(name.c_str()));
         sym_setSymValue(name.c_str(), value);
       }
-      values.push_back(sym_calcExpress(nodes.back()));
+      values.push_back(valueOf(nodes.back()));
     }
     Matrix m(n, n, nodes);
     const double det = matrixDet(values.data(), static_cast<int32_t>(n));
@@ -209,7 +209,7 @@ TEST(Matrices, RotationsTurnTheNextAxis) {
 }
 
 TEST(Variables, ListsOrderAndSnapshots) {
-  Matrix m(1, 2, {f(Add, var("vb"), f(Sin, var("va"))), f(Mul, var("vc"), var("vb"))});
+  Matrix m(1, 2, {call(Add, var("vb"), call(Sin, var("va"))), call(Mul, var("vc"), var("vb"))});
   EXPECT_EQ(sym_getAllBaseSym(m, 0, 0, nullptr, 1), 2) << "too many for the room: only counted";
   const std::vector<BaseSym*> found = variablesOf(m);
   EXPECT_TRUE(std::is_sorted(found.begin(), found.end(), std::less<>()));
@@ -226,19 +226,19 @@ TEST(Variables, ListsOrderAndSnapshots) {
   const int32_t all[] = {0, 1, 2};
   const double values[] = {3, 2, 1}, others[] = {9, 9, 9};
   sym_setBaseSymValue(m, all, values, 3);
-  EXPECT_EQ(sym_calcExpress(var("vc")), 3);
+  EXPECT_EQ(valueOf(var("vc")), 3);
   sym_updateSymValue(m, 1);
   sym_setBaseSymValue(m, all, others, 3);
   EXPECT_EQ(m.value(0, 1), 81);
   sym_updateSymValue(m, 0);
   EXPECT_EQ(m.value(0, 1), 6);
   EXPECT_EQ(sym_getBaseSymValue(found[0]) + sym_getBaseSymValue(found[1]), 3);
-  sym_setSymMatrixData(m, 0, 0, num(1));
+  sym_setSymMatrixData(m, 0, 0, num(1).node);
   EXPECT_EQ(m.names(), "vc,vb,va,") << "the list stays once it is made";
 }
 
 TEST(Replace, NamesAndNumbers) {
-  Matrix m(f(Add, {f(Mul, num(2), var("p")), f(Pow, var("q"), num(2)), num(1)}));
+  Matrix m(call(Add, {call(Mul, num(2), var("p")), call(Pow, var("q"), num(2)), num(1)}));
   const char* names[] = {"p", "q"};
   const char* byNumber[] = {"3", "-0.5e1"};
   const uint8_t numbers[] = {0, 0}, mixed[] = {1, 0};
@@ -252,7 +252,7 @@ TEST(Replace, NamesAndNumbers) {
   EXPECT_EQ(renamed.value(), 25);
   EXPECT_EQ(m.names(), "p,q,") << "the source stays";
   // Like terms meet after a renaming.
-  Matrix difference(f(Subtract, var("p"), var("q")));
+  Matrix difference(call(Subtract, var("p"), var("q")));
   EXPECT_TRUE(sym_isConstant(Matrix(sym_replaceSym(difference, names, toOther, mixed, 1))));
   const auto byText = [&](const char* text) {
     const char* name[] = {"p"};
@@ -274,23 +274,23 @@ TEST(Replace, NamesAndNumbers) {
 TEST(Classify, LinearAndQuadratic) {
   const auto x = [] { return var("x"); };
   const auto y = [] { return var("y"); };
-  const auto linear = [](Node node) { return sym_isLineExpress(Matrix(node), 0, 0); };
-  const auto quadratic = [](Node node) { return sym_isQuadExpress(Matrix(node), 0, 0); };
-  const Node form = f(Add, {f(Mul, num(2), x()), f(Mul, num(3), y()), num(1)});
+  const auto linear = [](Formula node) { return sym_isLineExpress(Matrix(node), 0, 0); };
+  const auto quadratic = [](Formula node) { return sym_isQuadExpress(Matrix(node), 0, 0); };
+  const Formula form = call(Add, {call(Mul, num(2), x()), call(Mul, num(3), y()), num(1)});
   EXPECT_TRUE(linear(form));
   EXPECT_TRUE(linear(num(4)));
-  EXPECT_TRUE(linear(f(Divide, x(), num(3))));
-  EXPECT_FALSE(linear(f(Mul, x(), y())));
-  EXPECT_FALSE(linear(f(Add, x(), f(Sin, y()))));
-  EXPECT_FALSE(linear(f(Divide, num(1), x())));
-  EXPECT_TRUE(quadratic(f(Add, f(Pow, x(), num(2)), y())));
-  EXPECT_TRUE(quadratic(f(Mul, x(), y())));
-  EXPECT_TRUE(quadratic(f(Mul, {num(-3), x(), x()})));
-  EXPECT_TRUE(quadratic(f(Add, {f(Mul, x(), y()), f(Mul, num(4), f(Mul, y(), y())), x(), num(2)})));
-  EXPECT_FALSE(quadratic(f(Add, f(Mul, num(2), x()), num(1))));
+  EXPECT_TRUE(linear(call(Divide, x(), num(3))));
+  EXPECT_FALSE(linear(call(Mul, x(), y())));
+  EXPECT_FALSE(linear(call(Add, x(), call(Sin, y()))));
+  EXPECT_FALSE(linear(call(Divide, num(1), x())));
+  EXPECT_TRUE(quadratic(call(Add, call(Pow, x(), num(2)), y())));
+  EXPECT_TRUE(quadratic(call(Mul, x(), y())));
+  EXPECT_TRUE(quadratic(call(Mul, {num(-3), x(), x()})));
+  EXPECT_TRUE(quadratic(call(Add, {call(Mul, x(), y()), call(Mul, num(4), call(Mul, y(), y())), x(), num(2)})));
+  EXPECT_FALSE(quadratic(call(Add, call(Mul, num(2), x()), num(1))));
   EXPECT_FALSE(quadratic(x()));
-  EXPECT_FALSE(quadratic(f(Pow, x(), num(3))));
-  EXPECT_FALSE(quadratic(f(Add, f(Pow, x(), num(2)), f(Exp, y()))));
+  EXPECT_FALSE(quadratic(call(Pow, x(), num(3))));
+  EXPECT_FALSE(quadratic(call(Add, call(Pow, x(), num(2)), call(Exp, y()))));
 
   Matrix m(form);
   BaseSym* variables[4];
@@ -303,7 +303,7 @@ TEST(Classify, LinearAndQuadratic) {
   sym_selfMul(m, 10);  // the coefficient of the sum itself
   ASSERT_EQ(sym_getLineExpress(m, 0, 0, variables, coefficients), 2);
   EXPECT_EQ(coefficients[1], 30);
-  EXPECT_EQ(sym_getLineExpress(Matrix(f(Mul, x(), y())), 0, 0, variables, coefficients), 0);
+  EXPECT_EQ(sym_getLineExpress(Matrix(call(Mul, x(), y())), 0, 0, variables, coefficients), 0);
   EXPECT_EQ(sym_getLineExpress(Matrix(num(1)), 0, 0, variables, coefficients), 0);
 }
 

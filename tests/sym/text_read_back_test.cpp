@@ -12,6 +12,8 @@
 
 namespace {
 
+using namespace host;
+
 /// sum = ["-"] product {("+"|"-") product}; product = power {("*"|"/") power}; power = atom ["^" atom].
 class Reader {
  public:
@@ -111,7 +113,8 @@ TEST(TextReadBack, RandomExpressionsAndTheirDerivatives) {
     sym_setSymValue("y", y);
     const Derivative derivative(pair.formula, "x");
     const Matrix itself = row({pair.formula});
-    for (SymMatrix2d* matrix : {itself.get(), derivative.matrix.get()}) {
+    for (const Matrix* written : {&itself, &derivative.matrix}) {
+      SymMatrix2d* matrix = *written;
       const double value = sym_calcExpressValue(matrix, 0, 0);
       const std::string text = textOf(matrix), latex = handedOut(sym_getLatexStr, matrix, 0, 0);
       EXPECT_EQ(faultOf(latex), "") << latex;

@@ -8,6 +8,8 @@
 
 namespace {
 
+using namespace host;
+
 class Text : public testing::Test {
  protected:
   void TearDown() override { sym_clearTempVar(); }
@@ -29,7 +31,7 @@ void check(const std::vector<Written>& cases) {
 /// The expression times a factor that stays in front of it, as sym_selfMul leaves it.
 Formula times(double factor, Formula f) {
   const Matrix matrix = row({f});
-  sym_selfMul(matrix.get(), factor);
+  sym_selfMul(matrix, factor);
   return f;
 }
 
@@ -88,7 +90,7 @@ TEST_F(Text, SumsProductsAndPowers) {
       {x ^ (y + 1.0), "x^(1+y)", "x^{1+y}"},
       {x ^ (2.0 * y), "x^(2*y)", "x^{2y}"},
       {2.0 ^ x, "2^x", "2^{x}"},
-      {call(20, {x}) ^ 2.0, "Sin(x)^2", "\\sin(x)^{2}"},
+      {call(20, x) ^ 2.0, "Sin(x)^2", "\\sin(x)^{2}"},
       {x ^ -0.5, "x^(-0.5)", "\\dfrac{1}{\\sqrt{x}}"},
   });
 }
@@ -115,18 +117,18 @@ TEST_F(Text, PolynomialForm) {
   };
   for (const auto& [f, text] : cases) {
     const Matrix matrix = row({f});
-    EXPECT_TRUE(sym_isPoly(matrix.get()));
-    EXPECT_EQ(textOf(matrix.get()), text);
+    EXPECT_TRUE(sym_isPoly(matrix));
+    EXPECT_EQ(textOf(matrix), text);
   }
 }
 
 TEST_F(Text, PrefixOfFunctions) {
   const Formula x("x");
   check({
-      {2.0 * call(20, {x}), "2*Sin(x)", "2\\times \\sin(x)"},
-      {-1.0 * call(20, {x}), "-Sin(x)", "-\\sin(x)"},
+      {2.0 * call(20, x), "2*Sin(x)", "2\\times \\sin(x)"},
+      {-1.0 * call(20, x), "-Sin(x)", "-\\sin(x)"},
       {0.25 * call(55, {"n", x}), "0.25*BesselJ(n,x)", "0.25\\times \\mathbf{BesselJ}_{n}(x)"},
-      {call(20, {1.0 + call(12, {2.0 * x})}), "Sin(1+Exp(2*x))", "\\sin(1+\\exp(2x))"},
+      {call(20, 1.0 + call(12, 2.0 * x)), "Sin(1+Exp(2*x))", "\\sin(1+\\exp(2x))"},
   });
 }
 
@@ -314,22 +316,22 @@ TEST_F(Text, EveryKindHasItsWord) {
 TEST_F(Text, TwoCallPattern) {
   const Matrix matrix = row({Formula("x") + Formula("y"), 2.0});
   char buffer[8] = "*******";
-  EXPECT_EQ(sym_getSymStr(matrix.get(), 0, 0, buffer, 2), 3);
+  EXPECT_EQ(sym_getSymStr(matrix, 0, 0, buffer, 2), 3);
   EXPECT_EQ(std::string(buffer), "*******");
-  EXPECT_EQ(sym_getSymStr(matrix.get(), 0, 0, buffer, 3), 3);
+  EXPECT_EQ(sym_getSymStr(matrix, 0, 0, buffer, 3), 3);
   EXPECT_EQ(std::string(buffer), "x+y****");
-  EXPECT_EQ(sym_getLatexStr(matrix.get(), 0, 1, buffer, 8), 1);
+  EXPECT_EQ(sym_getLatexStr(matrix, 0, 1, buffer, 8), 1);
   EXPECT_EQ(std::string(buffer), "2+y****");
 }
 
 // A cached text never outlives a change below or at its node.
 TEST_F(Text, CacheFollowsEdits) {
-  const Matrix matrix = row({call(20, {"x"})});
-  EXPECT_EQ(textOf(matrix.get()), "Sin(x)");
-  sym_selfMul(matrix.get(), 3);
-  EXPECT_EQ(textOf(matrix.get()), "3*Sin(x)");
-  sym_setSymMatrixData3(matrix.get(), 0, 0, 4);
-  EXPECT_EQ(textOf(matrix.get()), "4");
+  const Matrix matrix = row({call(20, "x")});
+  EXPECT_EQ(textOf(matrix), "Sin(x)");
+  sym_selfMul(matrix, 3);
+  EXPECT_EQ(textOf(matrix), "3*Sin(x)");
+  sym_setSymMatrixData3(matrix, 0, 0, 4);
+  EXPECT_EQ(textOf(matrix), "4");
   const Formula x("x");
   EXPECT_EQ(textOf(x), "x");
   EXPECT_EQ(textOf(2.0 * (x + 1.0)), "2+2*x");

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "array/scalar_table.h"
-#include "host.h"
 #include "special/special_function.h"
+#include "sym/formula.h"
 #include "sym/kind.h"
 
 namespace {
@@ -234,7 +234,7 @@ TEST(Values, EveryKindHasTheBitsOfItsFunction) {
   std::set<int> seen{Number, Variable, Add, Mul};  // below
   for (const Row& row : rows()) {
     seen.insert(row.code);
-    std::vector<Node> numbers, variables;
+    std::vector<Formula> numbers, variables;
     for (std::size_t i = 0; i < row.args.size(); ++i) {
       const std::string name = "value" + std::to_string(i);
       numbers.push_back(num(row.args[i]));
@@ -242,14 +242,14 @@ TEST(Values, EveryKindHasTheBitsOfItsFunction) {
       sym_setSymValue(name.c_str(), row.args[i]);
     }
     const std::string label = std::string(Sym::findKind(row.code)->name) + " at " + std::to_string(row.args[0]);
-    const double value = sym_calcExpress(f(row.code, variables));
+    const double value = valueOf(call(row.code, variables));
     EXPECT_TRUE(sameBits(value, row.expected)) << label << ": " << value << " for " << row.expected;
-    const Node folded = f(row.code, numbers);
-    EXPECT_TRUE(sameBits(row.code == Ln && row.args[0] <= 0 ? row.expected : sym_calcExpress(folded), row.expected))
+    const Formula folded = call(row.code, numbers);
+    EXPECT_TRUE(sameBits(row.code == Ln && row.args[0] <= 0 ? row.expected : valueOf(folded), row.expected))
         << label << " folded";
     EXPECT_EQ(isNumber(folded), !(row.code == Ln && row.args[0] <= 0)) << label;
     // The coefficient multiplies, but for the two kinds that ignore it.
-    Matrix scaled(f(row.code, variables));
+    Matrix scaled(call(row.code, variables));
     sym_selfMul(scaled, 4);
     const bool bare = row.code == Sign || row.code == StepFun;
     EXPECT_TRUE(sameBits(scaled.value(), bare ? row.expected : 4 * row.expected)) << label << " scaled";
@@ -292,16 +292,16 @@ TEST(Values, ArrayFunctionsHaveTheSameBits) {
 
 TEST(Values, StructuralKinds) {
   sym_setSymValue("value0", 3);
-  const Node x = var("value0");
+  const Formula x = var("value0");
   sym_setSymValue("value0", 3);
-  EXPECT_EQ(sym_calcExpress(num(2.5)), 2.5);
-  EXPECT_EQ(sym_calcExpress(f(Mul, num(2), x)), 6);
-  EXPECT_EQ(sym_calcExpress(f(Add, std::vector<Node>{})), 0);
-  EXPECT_EQ(sym_calcExpress(f(Mul, std::vector<Node>{})), 1);
-  EXPECT_EQ(sym_calcExpress(f(Add, {x, f(Exp, x), num(1)})), 3 + std::exp(3.0) + 1);
+  EXPECT_EQ(valueOf(num(2.5)), 2.5);
+  EXPECT_EQ(valueOf(call(Mul, num(2), x)), 6);
+  EXPECT_EQ(valueOf(call(Add, std::vector<Formula>{})), 0);
+  EXPECT_EQ(valueOf(call(Mul, std::vector<Formula>{})), 1);
+  EXPECT_EQ(valueOf(call(Add, {x, call(Exp, x), num(1)})), 3 + std::exp(3.0) + 1);
   // Beta_sign, BesselK_value
-  EXPECT_NEAR(sym_calcExpress(f(Beta, num(-0.5), num(2.25))), -math_beta(-0.5, 2.25), 1e-13);
-  const double j = math_BesselJ(1, 3), k = sym_calcExpress(f(BesselK, num(1), x));
+  EXPECT_NEAR(valueOf(call(Beta, num(-0.5), num(2.25))), -math_beta(-0.5, 2.25), 1e-13);
+  const double j = math_BesselJ(1, 3), k = valueOf(call(BesselK, num(1), x));
   EXPECT_TRUE(sameBits(k, j));
 }
 
