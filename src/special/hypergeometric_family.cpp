@@ -124,7 +124,7 @@ double calcHypergeometric2F1(double a, double b, double c, double z) {
   const double upper[] = {a, b};
   const double value = calcHypergeometricPFQ(upper, 2, &c, 1, z),
                size = std::max({std::abs(a), std::abs(b), std::abs(c)});
-  if (!(size > kSmallParameters && size < kLargeParameters) || !(std::abs(z) < 0.99) || isPole(c)) return value;
+  if (std::isnan(value) || !(size > kSmallParameters && size < kLargeParameters) || !(std::abs(z) < 0.99)) return value;
   // 2^-120 of the largest term is noise.
   if (largestTerm2F1(a, b, c, z) * 0x1p-120 <= 1e-13 * std::abs(value)) return value;
   return calcHypergeometricPFQByMoreBits(upper, 2, &c, 1, z);
