@@ -30,7 +30,8 @@ ORVANE_API double math_Hypergeometric1F1(double a, double b, double z);
 
 /**
  * Gauss's function 2F1(a, b; c; z) by its power series, which converges for |z| < 1; outside, the partial sum at which
- * the series was cut is returned (a whole a or b <= 0 ends it and is right anywhere).
+ * the series was cut is returned (a whole a or b <= 0 ends it and is right anywhere). Where the terms cancel beyond 128
+ * bits, more are taken for parameters up to 100 in size and |z| < 0.99.
  *
  * @param a  upper parameter
  * @param b  upper parameter

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // 0F1, 1F1 and 2F1. The shared series serves wherever its 128 bits and its absolute stop leave enough digits; for
 // arguments far left of 0, where its terms cancel, the same sum is taken by a road that keeps them.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -13,6 +14,7 @@ namespace {
 
 // The 128-bit series ends at an absolute 1e-17: above this size at least 13 digits stand.
 constexpr double kEnough = 1e-3;
+constexpr double kMostRight = 1000;      // the same for z > 0 and for the sizes of a and b there
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
 bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
@@ -77,6 +79,20 @@ std::optional<double> farLeft0F1(double b, double z) {
   return signOfGamma(b) * std::exp(calcLngamma(b) - nu * std::log(t / 2)) * wave;
 }
 
+constexpr double kSmallParameters = 8,
+                 kLargeParameters = 100;  // between them the terms of 2F1 may cancel beyond 128 bits
+
+// The largest of the first terms of 2F1, which fall behind the last sign of a parameter.
+double largestTerm2F1(double a, double b, double c, double z) {
+  double term = 1, largest = 1;
+  for (double n = 0; n < 100000; n += 1) {
+    term *= (a + n) / (c + n) * ((b + n) / (n + 1)) * z;
+    largest = std::fmax(largest, std::abs(term));
+    if (n > kLargeParameters && std::abs(term) < largest * 1e-3) break;
+  }
+  return largest;
+}
+
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
@@ -90,8 +106,13 @@ double calcHypergeometric0F1(double b, double z) {
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
-  const bool plain = !(z < 0) || !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
-  if (plain || isNonPositiveInteger(a)) return calcHypergeometricPFQ(&a, 1, &b, 1, z);
+  const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
+  if (outside || z >= 0 || isNonPositiveInteger(a)) {
+    const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
+    const bool cancels = !outside && std::abs(value) < kEnough && std::abs(a) < kMostRight &&
+                         std::abs(b) < kMostRight && std::abs(z) < kMostRight;
+    return cancels ? calcHypergeometricPFQByMoreBits(&a, 1, &b, 1, z) : value;
+  }
   if (z > -20) {
     const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
     if (std::abs(value) > kEnough) return value;
@@ -101,7 +122,12 @@ double calcHypergeometric1F1(double a, double b, double z) {
 
 double calcHypergeometric2F1(double a, double b, double c, double z) {
   const double upper[] = {a, b};
-  return calcHypergeometricPFQ(upper, 2, &c, 1, z);
+  const double value = calcHypergeometricPFQ(upper, 2, &c, 1, z),
+               size = std::max({std::abs(a), std::abs(b), std::abs(c)});
+  if (std::isnan(value) || !(size > kSmallParameters && size < kLargeParameters) || !(std::abs(z) < 0.99)) return value;
+  // 2^-120 of the largest term is noise.
+  if (largestTerm2F1(a, b, c, z) * 0x1p-120 <= 1e-13 * std::abs(value)) return value;
+  return calcHypergeometricPFQByMoreBits(upper, 2, &c, 1, z);
 }
 
 }  // namespace SpecialFunction

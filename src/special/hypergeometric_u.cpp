@@ -46,14 +46,17 @@ std::optional<double> asymptoticSum(double a, double b, double x) {
 }
 
 // U(a, b, x) x^a and U(a+1, b, x) x^a, a > 0, a-b+1 > 0, backwards from index `start`. With w_n = (a)_n U(a+n, b, x):
-// w_(n-1) = ((2a+2n+x-b) w_n - (a+n-b+1) w_(n+1))/(a+n-1), and sum of (a-b+1)_n/n! w_n = x^-a.
+// w_(n-1) = ((2a+2n+x-b) w_n - (a+n-b+1) w_(n+1))/(a+n-1), and sum of (a-b+1)_n/n! w_n = x^-a. In long double: w
+// changes slowly, and each rounding counts n times.
 std::pair<double, double> backward(double a, double b, double x, int start) {
-  double next = 0, now = 1e-250, weight = 1, sum = now;
+  long double next = 0, now = 1e-250L, weight = 1, sum = now;
   for (int n = start; n > 0; --n) {
-    const double before = ((2 * a + 2.0 * n + x - b) * now - (a + n - b + 1) * next) / (a + n - 1);
+    const long double before =
+        ((static_cast<long double>(2 * a + 2.0 * n) + x - b) * now - (static_cast<long double>(a) + n - b + 1) * next) /
+        (static_cast<long double>(a) + n - 1);
     next = now;
     now = before;
-    weight *= n / (a - b + n);
+    weight *= n / (static_cast<long double>(a) - b + n);
     sum += weight * now;
     if (now > 1e200 || sum > 1e200) {
       next *= 1e-200;
@@ -68,8 +71,8 @@ std::pair<double, double> backward(double a, double b, double x, int start) {
       sum *= 1e100;
     }
   }
-  const double scale = weight / sum;
-  return {now * scale, next * scale / a};
+  const long double scale = weight / sum;
+  return {static_cast<double>(now * scale), static_cast<double>(next * scale / a)};
 }
 
 constexpr int kMostSteps = 2000000;
@@ -114,7 +117,7 @@ std::optional<double> byTwoSeries(double a, double b, double x, bool force) {
   const double factor = inverseGamma(a) * inverseGamma(2 - b);
   const double right = factor == 0 ? 0 : std::pow(x, 1 - b) * second * factor;
   const double difference = left - right;
-  if (!force && !(std::abs(difference) > 0.02 * std::max(std::abs(left), std::abs(right)))) return std::nullopt;
+  if (!force && !(std::abs(difference) > 0.005 * std::max(std::abs(left), std::abs(right)))) return std::nullopt;
   const double whole = std::round(b);
   if (std::abs(b) < 1e15)  // sin(pi b) without the rounding of pi b
     return difference * kPi / std::sin(kPi * (b - whole)) * (std::fmod(whole, 2.0) == 0 ? 1 : -1);
@@ -152,7 +155,9 @@ Scaled tricomi(double a, double b, double x) {
   if (x > 20 || polynomial)
     if (const auto sum = asymptoticSum(a, b, x)) return {*sum, -a * std::log(x)};
   if (x < 0.05 && std::abs(a) * x < 1 && std::abs(a) < 100 && whole && !polynomial) return {logarithmic(a, x), 0};
-  if (x < 4 && std::abs(b) < 50 && std::abs(a) < 100 && std::abs(std::round(b) - b) > 0.002)
+  // Left of the turning point in a the difference of the series keeps its digits, and the recurrence does not.
+  const bool goesFarDown = std::max(-a, b - a - 1) > 6 && x < 60;
+  if ((x < 4 || goesFarDown) && std::abs(b) < 70 && std::abs(a) < 100 && std::abs(std::round(b) - b) > 0.002)
     if (const auto value = byTwoSeries(a, b, x, x < 0.001)) return {*value, 0};
   if (const auto value = byRecurrence(a, b, x)) return *value;
   return {byTwoSeries(a, b, x, true).value_or(kNaN), 0};

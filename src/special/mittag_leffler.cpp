@@ -91,7 +91,7 @@ std::optional<double> byContour(double a, double b, double x) {
 double negativeSide(double a, double b, double x) {
   if (a == 1 && b == 1) return std::exp(x);  // far below the parts of any sum
   const Sum series = seriesOfPairs(a, b, x);
-  if (series.largest <= 100 * std::abs(series.value)) return series.value;
+  if (std::isfinite(series.value) && series.largest <= 100 * std::abs(series.value)) return series.value;
   if (std::isinf(x)) return 0;
   return byContour(a, b, x).value_or(series.value);
 }

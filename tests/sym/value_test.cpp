@@ -279,11 +279,11 @@ TEST(Values, ArrayFunctionsHaveTheSameBits) {
   }
   // The array functions that have no kind: forms of their own, the secants, zeros of the Airy functions, and those that
   // an expression writes with other kinds.
-  for (const uint8_t code : {11, 13, 52, 54, 5, 6, 19, 20, 44, 45, 62, 114, 128, 139})
-    EXPECT_TRUE(one.insert(code).second) << int{code};
-  for (const uint8_t code : {24, 43, 49, 50, 118}) EXPECT_TRUE(one.insert(code).second) << int{code};
-  for (const uint8_t code : {7, 25, 31, 34, 48, 84, 88, 93, 122, 123, 124, 134, 135, 143, 144, 150})
-    EXPECT_TRUE(two.insert(code).second) << int{code};
+  for (const int code : {11, 13, 52, 54, 5, 6, 19, 20, 44, 45, 62, 114, 128, 139})
+    EXPECT_TRUE(one.insert(code).second) << code;
+  for (const int code : {24, 43, 49, 50, 118}) EXPECT_TRUE(one.insert(code).second) << code;
+  for (const int code : {7, 25, 31, 34, 48, 84, 88, 93, 122, 123, 124, 134, 135, 143, 144, 150})
+    EXPECT_TRUE(two.insert(code).second) << code;
   EXPECT_EQ(one.size(), std::size(kOneArgument) + std::size(kOwnForms));
   // math_BesselK has no kind of its own value (BesselK_value).
   EXPECT_TRUE(two.insert(29).second);

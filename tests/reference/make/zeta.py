@@ -36,7 +36,7 @@ def hypergeometric():
     pole = lambda b: b <= 0 and b == int(b)
     # The series ends at an absolute term of 1e-17; left of 0 the same sum is asked for to 1e-12.
     stop = lambda a, v: mp.mpf("2e-17")
-    left = lambda a, v: CLOSE * abs(v) / 10 if a[-1] < 0 else mp.mpf("2e-17")
+    left = lambda a, v: CLOSE * abs(v) / 10 if a[-1] < 0 or abs(v) < 1e-3 else mp.mpf("2e-17")
     write("math_Hypergeometric0F1", lambda b, z: NAN if pole(b) else mp.hyp0f1(b, z),
           [("ordinary", b, z) for b in (0.5, 2.25, 30.0, -1.5) for z in (1e-20, 0.3, -0.7, 25.0, -40.0)] +
           [("left", b, z) for b in (0.5, 1.75, 7.0) for z in (-99.9, -100.1, -900.0, -1010.0, -2e4, -1e6)] +
@@ -46,13 +46,15 @@ def hypergeometric():
            for z in (1e-15, 0.4, -0.8, 12.0, -19.9)] +
           [("left", a, b, z) for a, b in ((0.5, 1.5), (1.0, 2.0), (2.25, 0.75), (-1.3, 2.6), (4.0, -2.5), (12.5, 3.25))
            for z in (-20.1, -35.0, -37.0, -120.0, -800.0, -1e5)] +
-          [("ends", -3.0, 1.25, -500.0), ("kummer_ends", 4.5, 2.5, -60.0), ("right", 0.5, 1.5, 600.0)] +
+          [("ends", -3.0, 1.25, -500.0), ("kummer_ends", 4.5, 2.5, -60.0), ("right", 0.5, 1.5, 600.0),
+           ("small", -86.75, 57.875, 40.9), ("small", -40.0, 2.5, 30.0)] +
           [("pole", 1.0, b, 0.5) for b in (0.0, -2.0)], base=4, slack=left,
           exact=lambda a: a[1] - a[0] == -2)
     write("math_Hypergeometric2F1", lambda a, b, c, z: NAN if pole(c) else mp.hyp2f1(a, b, c, z),
           [("ordinary", a, b, c, z) for a, b, c in ((-0.5, 0.5, 1.0), (1.3, 1.0, 2.3), (2.5, -0.75, 1.25), (0.2, 8.0, -3.5))
            for z in (1e-18, 0.3, 0.5, -0.6, 0.9, -0.95)] +
-          [("near_one", 1.3, 1.0, 2.3, 0.995), ("near_one", 0.5, 0.5, 2.0, 0.999), ("ends", -4.0, 2.5, 1.5, 3.0)] +
+          [("near_one", 1.3, 1.0, 2.3, 0.995), ("near_one", 0.5, 0.5, 2.0, 0.999), ("ends", -4.0, 2.5, 1.5, 3.0),
+           ("cancels", 49.9866, 51.6643, -32.5387, -0.709353), ("cancels", 60.5, -35.25, -58.75, 0.8)] +
           [("pole", 1.0, 2.0, -1.0, 0.5)], base=4,
           slack=lambda a, v: mp.mpf("2e-17") / (1 - min(abs(a[3]), mp.mpf("0.9999"))))
     whole = lambda b: b == int(b) and b != 1
@@ -61,13 +63,15 @@ def hypergeometric():
            for x in (0.01, 0.049, 0.051, 0.6, 3.0, 19.0, 21.0, 150.0)] +
           [("order_one", a, 1.0, x) for a in (0.5, 2.0) for x in (1e-6, 0.04, 0.06, 2.0, 30.0)] +
           [("near_whole", 0.75, b, x) for b in (2.001, 1.9999999, 1.00001) for x in (0.3, 2.0, 12.0)] +
-          [("large", 40.5, 3.25, 2.0), ("large", -30.5, 0.75, 5.0), ("large", 200.25, 0.5, 30.0)] +
+          [("large", 40.5, 3.25, 2.0), ("large", -30.5, 0.75, 5.0), ("large", 200.25, 0.5, 30.0),
+           ("down", -8.8356, 20.7078, 4.39539), ("down", 1.3841, 42.3573, 11.9448), ("down", -39.97, -40.36, 11.94),
+           ("long", 45.8564, -50.3302, 0.19034)] +
           [("whole", 1.5, 2.0, 3.0), ("whole", 1.5, 0.0, 3.0), ("left", 0.5, 1.5, -1.0), ("left", -2.0, 2.5, -1.5)] +
           [("zero", 0.5, 0.25, 0.0)], base=8, slack=relative(CLOSE))
     grid = [("ordinary", k, m, x) for k, m in ((0.3, 0.7), (-1.25, 0.2), (2.5, 1.3), (0.0, 0.0)) for x in (0.02, 0.9, 6.0, 45.0)]
     far = [("far", 0.3, 0.7, x) for x in (199.0, 201.0, 1300.0)]
     write("math_whittakerM", mp.whitm, grid + far, base=8, slack=relative(CLOSE))
-    write("math_whittakerW", mp.whitw, grid + far, base=8, slack=relative(CLOSE))
+    write("math_whittakerW", mp.whitw, grid + far + [("down", 19.1895, -9.8539, 4.39539)], base=8, slack=relative(CLOSE))
 
     def wright(a, b, x):
         return mp.nsum(lambda k: x ** int(k) * mp.rgamma(a * k + b) / mp.factorial(k), [0, mp.inf], method="d")
@@ -91,7 +95,7 @@ def hypergeometric():
           [("ordinary", a, b, x) for a, b in ((0.5, 1.0), (1.0, 1.0), (1.0, 2.5), (1.7, 0.6), (2.0, 1.0), (3.5, 4.0))
            for x in (1e-12, 0.7, 3.97, 3.99, 8.0, -0.4, -1.57, -1.59, -5.0, -12.0)] +
           [("left", a, 1.0, x) for a in (0.75, 1.0, 1.2, 1.95, 2.0, 2.6) for x in (-40.0, -90.0)] +
-          [("right", 1.0, 1.0, 300.0), ("right", 2.0, 1.5, 5000.0), ("outside", 0.0, 1.0, 0.5), ("outside", 1.0, -1.0, 0.5)],
+          [("left", 0.5, 4.0, -32.0), ("left", 0.625, 1.0, -60.0), ("right", 1.0, 1.0, 300.0), ("right", 2.0, 1.5, 5000.0), ("outside", 0.0, 1.0, 0.5), ("outside", 1.0, -1.0, 0.5)],
           base=16, exact=lambda a: a[0] == a[1] == 1,
           slack=lambda a, v: CLOSE * max(abs(v), mp.mpf("1e-3") if a[2] < 0 and not a[0] == a[1] == 1 else 0) + mp.mpf("2e-14") * abs(v))
 
