@@ -35,7 +35,7 @@ std::string latexNumberFull(double x) {
 }
 
 std::string latexNumberShort(double x) {
-  const std::string text = streamText(x, 18);
+  std::string text = streamText(x, 18);
   const std::size_t e = text.rfind('e');
   if (e == std::string::npos) return text;
   return text.substr(0, e) + "\\times 10^{" + std::to_string(std::stoi(text.substr(e + 1))) + "}";
