@@ -2,9 +2,8 @@
 #include "special/precise_series.h"
 
 #include <limits>
-#include <vector>
 
-#include "highprecision/hp_by_gmp.h"
+#include "special/gmp_series.h"
 #include "special/hypergeometric_fast.h"
 
 namespace SpecialFunction {
@@ -15,42 +14,18 @@ constexpr mp_bitcnt_t kFirstBits = 256, kMostBits = 8192;
 constexpr long kGuardBits = 70;
 constexpr unsigned long kMaxTerms = 200000;
 
-long exponentOf(const HPByGMP& x) {
-  long exponent = std::numeric_limits<long>::min() / 2;
-  if (mpf_sgn(x.get()) != 0) mpf_get_d_2exp(&exponent, x.get());
-  return exponent;
-}
-
-std::vector<HPByGMP> numbers(const double* values, int32_t count, mp_bitcnt_t bits) {
-  std::vector<HPByGMP> result;
-  result.reserve(static_cast<std::size_t>(count));
-  for (int32_t i = 0; i < count; ++i) result.emplace_back(bits, values[i]);
-  return result;
-}
-
 enum class Outcome { kDone, kMoreBits, kNoValue };
 
 // `highest` becomes the exponent of the largest term.
 Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z, ScaledValue& result,
                 long& highest) {
-  std::vector<HPByGMP> upper = numbers(a, p, bits), lower = numbers(b, q, bits);
-  const HPByGMP argument(bits, z);
-  HPByGMP sum(bits, 1.0), term(bits, 1.0);
+  GMPSeries series(bits, a, p, b, q, z);
+  const HPByGMP &sum = series.sum, &term = series.term;
   long last = 1;
   highest = 1;
   for (unsigned long n = 1;; ++n) {
     if (n > kMaxTerms) return Outcome::kNoValue;
-    for (auto& parameter : upper) {
-      mpf_mul(term.get(), term.get(), parameter.get());
-      mpf_add_ui(parameter.get(), parameter.get(), 1);
-    }
-    for (auto& parameter : lower) {
-      mpf_div(term.get(), term.get(), parameter.get());
-      mpf_add_ui(parameter.get(), parameter.get(), 1);
-    }
-    mpf_div_ui(term.get(), term.get(), n);
-    mpf_mul(term.get(), term.get(), argument.get());
-    mpf_add(sum.get(), sum.get(), term.get());
+    series.add(n);
     const long size = exponentOf(term);
     if (size > highest) highest = size;
     if (mpf_sgn(term.get()) == 0) break;

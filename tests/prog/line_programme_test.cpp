@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "prog/drawn_problem.h"
+#include "prog/table.h"
 
 namespace {
 
@@ -20,19 +21,6 @@ struct Reference {
   int seed, status;
   double optimum;
 };
-
-std::vector<std::vector<std::string>> table(const std::string& name) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/prog/" + name);
-  std::vector<std::vector<std::string>> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    rows.emplace_back();
-    std::istringstream stream(line);
-    for (std::string cell; std::getline(stream, cell, ',');) rows.back().push_back(cell);
-  }
-  EXPECT_FALSE(rows.empty()) << name;
-  return rows;
-}
 
 /// A programme built call by call.
 struct Builder {

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "prog/drawn_problem.h"
+#include "prog/table.h"
 
 namespace {
 
@@ -15,19 +16,6 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 using Values = std::vector<double>;
 using Ids = std::vector<uint32_t>;
-
-std::vector<std::vector<std::string>> table(const std::string& name) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/prog/" + name);
-  std::vector<std::vector<std::string>> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    rows.emplace_back();
-    std::istringstream stream(line);
-    for (std::string cell; std::getline(stream, cell, ',');) rows.back().push_back(cell);
-  }
-  EXPECT_FALSE(rows.empty()) << name;
-  return rows;
-}
 
 struct Graph {
   Ids from, to;
