@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "special/hypergeometric.h"
-#include "special/hypergeometric_series_gmp.h"
+#include "special/hypergeometric/hypergeometric.h"
+#include "special/hypergeometric/hypergeometric_series_gmp.h"
 
 namespace {
 

@@ -31,6 +31,7 @@ KNOWS = {
     "solver": BASE,
     "filter": MIDDLE,
     "pdf": MIDDLE,
+    "statistics": MIDDLE | {"pdf"},
     "network": MIDDLE | {"filter", "pdf"},
     "expresssearch": MIDDLE | {"filter", "pdf", "network"},
     "classify": MIDDLE,
@@ -39,7 +40,7 @@ KNOWS = {
     "stores": GROUND,
 }
 HEAVY = re.compile(r"^(Eigen/|unsupported/Eigen/|gmp\.h|gmpxx\.h|osqp)")
-HEAVY_HEADERS = {"src/highprecision/hp_by_gmp.h", "src/sym/squarefree.h"}
+HEAVY_HEADERS = {"src/highprecision/binary/hp_by_gmp.h", "src/sym/poly/squarefree.h"}
 LONGEST_FILE = 800
 CODE = {".c", ".h", ".cpp", ".inc"}
 LICENSED = CODE | {".cmake", ".py", ".js", ".mjs", ".ts"}

@@ -27,23 +27,27 @@ auto& native(Handle* handle) {
     return static_cast<Native&>(*reinterpret_cast<BaseData*>(handle));
 }
 
+/// The handle of an object: the way back from `native`. Nobody else casts.
+template <class Handle>
+Handle* handleOf(NativeType<Handle>* object) {
+  return reinterpret_cast<Handle*>(static_cast<BaseData*>(object));
+}
+
 /// Gives a new object to the registry of owned objects and hands out its handle.
 template <class Handle>
 Handle* registered(std::unique_ptr<NativeType<Handle>> object) {
-  BaseData* root = object.get();
-  if (root == nullptr) return nullptr;
-  MemoryManagement_c::instance().addRaw(root);
-  object.release();
-  return reinterpret_cast<Handle*>(root);
+  if (object == nullptr) return nullptr;
+  MemoryManagement_c::instance().addRaw(object.get());
+  return handleOf<Handle>(object.release());
 }
 
 /// Enters a shared object in the registry and hands out its handle; null stays null.
 template <class Handle>
 Handle* registeredShared(std::shared_ptr<NativeType<Handle>> object) {
-  BaseData* root = object.get();
-  if (root == nullptr) return nullptr;
-  MemoryManagement_c::instance().addShared(root, std::move(object));
-  return reinterpret_cast<Handle*>(root);
+  if (object == nullptr) return nullptr;
+  Handle* handle = handleOf<Handle>(object.get());
+  MemoryManagement_c::instance().addShared(handle, std::move(object));
+  return handle;
 }
 
 /// A host's array and its 32-bit count as a span; a negative count is empty.

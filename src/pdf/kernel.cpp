@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "sym/number_text.h"
+#include "sym/text/number_text.h"
 
 namespace PDF {
 

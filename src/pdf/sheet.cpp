@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pdf/sheet.h"
 
-#include "sym/number_text.h"
+#include "sym/text/number_text.h"
 
 namespace PDF {
 namespace {

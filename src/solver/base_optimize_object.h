@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "solver/shared_value.h"
+#include "frame/shared_value.h"
 
 namespace Solver {
 

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "frame/random.h"
 #include "solver/anchor_fun.h"
 #include "solver/opt_variable.h"
-#include "solver/random.h"
 
 namespace Solver {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "special/hypergeometric.h"
+#include "special/hypergeometric/hypergeometric.h"
 
 /// The routines behind the math_ functions, called alike by the exports, by distributions and by expressions. A routine
 /// is named calc and the function's name; what each computes stands at its export in orvane/special.h.

@@ -4,11 +4,11 @@
 #include "frame/handle.h"
 #include "frame/text.h"
 #include "orvane/sym.h"
-#include "sym/classify.h"
-#include "sym/edit.h"
 #include "sym/handles.h"
-#include "sym/matrix.h"
-#include "sym/replace.h"
+#include "sym/matrix/matrix.h"
+#include "sym/node/edit.h"
+#include "sym/node/replace.h"
+#include "sym/normal/classify.h"
 
 namespace {
 

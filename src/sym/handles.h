@@ -2,7 +2,7 @@
 #pragma once
 
 #include "orvane/sym.h"
-#include "sym/store.h"
+#include "sym/store/store.h"
 
 /// Handles of this family are the addresses of what the store holds; these casts are the only ones.
 namespace Sym {

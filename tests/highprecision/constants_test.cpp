@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The stored digits of the constants and the series that take over beyond them come from different sources.
-#include "highprecision/constants.h"
+#include "highprecision/decimal/constants.h"
 
 #include <gtest/gtest.h>
 
-#include "highprecision/float_ops.h"
+#include "highprecision/binary/float_ops.h"
 
 using HighPrecision::Constant;
 

@@ -12,7 +12,7 @@
 #include "pdf/fit_range.h"
 #include "pdf/gamma_kin.h"
 #include "pdf/quick_math.h"
-#include "sym/number_text.h"
+#include "sym/text/number_text.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "special/hypergeometric.h"
+#include "special/hypergeometric/hypergeometric.h"
 
 #include <gmp.h>
 
@@ -13,9 +13,9 @@
 #include <random>
 #include <thread>
 
-#include "highprecision/hp_by_gmp.h"
-#include "special/hypergeometric_fast.h"
-#include "special/hypergeometric_series_gmp.h"
+#include "highprecision/binary/hp_by_gmp.h"
+#include "special/hypergeometric/hypergeometric_fast.h"
+#include "special/hypergeometric/hypergeometric_series_gmp.h"
 #include "support/reference.h"
 
 namespace {

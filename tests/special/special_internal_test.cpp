@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "special/bernoulli.h"
 #include "special/special_function.h"
+#include "special/zeta/bernoulli.h"
 
 namespace {
 

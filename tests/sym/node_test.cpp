@@ -4,12 +4,12 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "sym/compare.h"
-#include "sym/edit.h"
 #include "sym/formula.h"
-#include "sym/kind.h"
-#include "sym/matrix.h"
-#include "sym/pool.h"
+#include "sym/kinds/kind.h"
+#include "sym/matrix/matrix.h"
+#include "sym/node/edit.h"
+#include "sym/node/pool.h"
+#include "sym/normal/compare.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "sym/formula.h"
-#include "sym/kind.h"
-#include "sym/store.h"
+#include "sym/kinds/kind.h"
+#include "sym/store/store.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "array/scalar_table.h"
 #include "special/special_function.h"
 #include "sym/formula.h"
-#include "sym/kind.h"
+#include "sym/kinds/kind.h"
 
 namespace {
 

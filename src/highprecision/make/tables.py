@@ -75,5 +75,5 @@ def log_steps():
             *filled(cells)]
 
 
-for name, lines in (("constants_data.inc", constants()), ("log_steps_data.inc", log_steps())):
+for name, lines in (("decimal/constants_data.inc", constants()), ("decimal/log_steps_data.inc", log_steps())):
     (HERE / name).write_text("\n".join(lines) + "\n")

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes src/special/elliptic_series_data.inc: the integrals of Legendre as polynomials of a small amplitude.
+"""Writes src/special/elliptic/elliptic_series_data.inc: the integrals of Legendre as polynomials of a small amplitude.
 
 usage: elliptic_series.py            (standard library only; writes beside its parent folder, can run again)
 
@@ -68,4 +68,4 @@ text = ["// SPDX-License-Identifier: Apache-2.0",
         f"constexpr int kSeriesOrder = {ORDER};",
         *rows("kSeriesF", one_parameter(INVERSE_ROOT)), *rows("kSeriesE", one_parameter(ROOT)),
         *rows("kSeriesPi", two_parameters())]
-(HERE / "elliptic_series_data.inc").write_text("\n".join(text) + "\n")
+(HERE / "elliptic/elliptic_series_data.inc").write_text("\n".join(text) + "\n")

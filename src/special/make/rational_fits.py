@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes src/special/sine_cosine_data.inc from a table of coefficients.
+"""Writes src/special/integrals/sine_cosine_data.inc from a table of coefficients.
 
 usage: rational_fits.py TABLE     (tab-separated: code, what, power, coefficient; '#' begins a comment)
 
@@ -33,5 +33,5 @@ for code, (what, values) in fits.items():
             row = "   "
         row += text
     out += [row, "},"]
-target = pathlib.Path(__file__).resolve().parent.parent / "sine_cosine_data.inc"
+target = pathlib.Path(__file__).resolve().parent.parent / "integrals/sine_cosine_data.inc"
 target.write_text("\n".join(out) + "\n")

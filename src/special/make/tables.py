@@ -49,6 +49,6 @@ def bernoulli():
     return values
 
 
-write("power_of_two_residues_data.inc", "2^n mod 2 pi for n = 3..1023, correctly rounded.", residues())
-write("inverse_erf_data.inc", "Maclaurin coefficients of the inverse error function in odd powers of y.", inverse_erf())
-write("bernoulli_data.inc", "Bernoulli numbers B_0..B_259, B_1 = -1/2.", bernoulli())
+write("elementary/power_of_two_residues_data.inc", "2^n mod 2 pi for n = 3..1023, correctly rounded.", residues())
+write("error/inverse_erf_data.inc", "Maclaurin coefficients of the inverse error function in odd powers of y.", inverse_erf())
+write("zeta/bernoulli_data.inc", "Bernoulli numbers B_0..B_259, B_1 = -1/2.", bernoulli())

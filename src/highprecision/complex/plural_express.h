@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "highprecision/complex/plural.h"
+
+namespace HP {
+
+/// One node of a program.
+class PluralExpress {
+ public:
+  std::function<PluralValue(std::vector<PluralExpress*>&)> callable;
+  PluralValue value;
+  std::vector<PluralExpress*> parameters;
+
+  /// Binds the function with this code; an unknown code leaves the node as it is.
+  void setFun(uint8_t code);
+  /// Reads both parts; a text that is no number leaves its part as it was.
+  void setValue(const char* realText, const char* imaginaryText);
+};
+
+/// One program: the nodes in the order of their evaluation, and all nodes that it owns.
+class PluralCmd {
+ public:
+  std::vector<PluralExpress*> sorted;
+  std::vector<std::shared_ptr<PluralExpress>> owned;
+
+  PluralExpress* newExpress();
+  /// Evaluates the sorted nodes in order and gives the value of the last. A node without a function throws
+  /// std::bad_function_call.
+  PluralValue run();
+};
+
+/// What the host holds: objects by their address.
+template <class T>
+class HostTable {
+ public:
+  T* enter(std::shared_ptr<T> object) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    T* address = object.get();
+    if (address != nullptr) objects[address] = std::move(object);
+    return address;
+  }
+  /// Null for an unknown address.
+  std::shared_ptr<T> find(const T* address) const {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto entry = objects.find(address);
+    return entry == objects.end() ? nullptr : entry->second;
+  }
+  bool erase(const T* address) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    return objects.erase(address) != 0;
+  }
+
+ private:
+  mutable std::mutex mutex;
+  std::map<const T*, std::shared_ptr<T>> objects;
+};
+
+HostTable<PluralCmd>& commandTable();
+HostTable<HPPlural>& dataTable();
+
+/// Reads a decimal number into one part. Nothing changes when GMP's parser refuses the text, or when the exponent is
+/// beyond +-10^15, which GMP does not bear.
+void parsePart(const char* text, HPByGMP& part);
+
+/// The number as text, all digits of the parts: `0`, a real or an imaginary part alone, or both.
+std::string textOf(const HPPlural& z);
+
+/// Copies the text when it and one byte more fit into `size`; a text of both parts gets a terminator. A 0 needs one
+/// byte. Gives the length of the text.
+int32_t writeText(const HPPlural& z, char* buffer, int32_t size);
+
+}  // namespace HP

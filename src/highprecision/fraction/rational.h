@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "highprecision/binary/hp_by_gmp.h"
+
+namespace HP {
+
+/// One GMP rational number.
+class Rational {
+ public:
+  Rational() { mpq_init(value); }
+  Rational(Rational&& other) noexcept : Rational() { mpq_swap(value, other.value); }
+  Rational(const Rational&) = delete;
+  Rational& operator=(const Rational&) = delete;
+  ~Rational() { mpq_clear(value); }
+
+  mpq_ptr get() { return value; }
+  mpq_srcptr get() const { return value; }
+  mpz_ptr up() { return mpq_numref(value); }
+  mpz_srcptr up() const { return mpq_numref(value); }
+  mpz_ptr down() { return mpq_denref(value); }
+  mpz_srcptr down() const { return mpq_denref(value); }
+
+ private:
+  mpq_t value;
+};
+
+}  // namespace HP

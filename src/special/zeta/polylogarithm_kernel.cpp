@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: Apache-2.0
+// Li_s(+-exp(x)) by the method that keeps its digits there: the sum of powers, the series in x = log|z|, its
+// multiplication theorem, Lerch's sum for orders left of 0, and for z far left of 0 Sommerfeld's expansion.
+#include "special/zeta/polylogarithm_kernel.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <complex>
+#include <limits>
+#include <optional>
+
+#include "special/special_function.h"
+#include "special/zeta/bernoulli.h"
+#include "special/zeta/zeta_parts.h"
+
+namespace SpecialFunction {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr int kTerms = 120;
+constexpr int kDirectTerms = 102400;
+using Complex = std::complex<double>;
+
+// zeta(s-k)/k! for k < kTerms; `skip` (or -1) is the k whose zeta value is at or near the pole and stays 0.
+std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
+  std::array<double, kTerms> c{};
+  // zeta(w) = 2 (2 pi)^(w-1) sin(pi w/2) gamma(1-w) zeta(1-w) for w = s-k < -1.
+  double factorial = 1, scaled = 0;
+  for (int k = 0; k < kTerms; ++k) {
+    if (k > 0) factorial /= k;
+    const double w = s - k;
+    if (w >= -1) {
+      if (k != skip) c[static_cast<std::size_t>(k)] = calcZeta(w) * factorial;
+      continue;
+    }
+    if (scaled == 0)
+      scaled = std::tgamma(1 - w) * factorial * 2 * std::pow(2 * kPi, w - 1);
+    else
+      scaled *= -w / (2 * kPi * k);
+    const double v = 1 - w;
+    double zeta = 1;
+    if (v < 25)
+      zeta = calcZeta(v);
+    else if (v < 56)
+      zeta = 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
+    c[static_cast<std::size_t>(k)] = scaled * std::sin(kPi / 2 * std::fmod(w, 4.0)) * zeta;
+  }
+  return c;
+}
+
+// The parts of the logarithmic series that depend on the order only.
+struct LogSeries {
+  double s;
+  int pole;         // n-1 when s is within 1e-3 of n = 1, 2, ..., else -1
+  double singular;  // gamma(1-s), or 1/(n-1)!
+  double distance;  // s - n
+  double slope[5];  // Taylor coefficients of log(pi e/sin(pi e)) - log(gamma(n+e)/gamma(n))
+  std::array<double, kTerms> coefficients;
+  std::array<double, kTerms> alternating;  // eta(s-k)/k!
+
+  explicit LogSeries(double order) : s(order), pole(-1), singular(0), distance(0), slope{} {
+    const double n = std::round(s);
+    if (n >= 1 && std::abs(s - n) < 1e-3) {
+      pole = static_cast<int>(n) - 1;
+      distance = s - n;
+      singular = 1 / std::tgamma(n);
+      slope[0] = -calcDigamma(n);
+      slope[1] = kPi * kPi / 6 - calcPolyGamma(1, n) / 2;
+      slope[2] = -calcPolyGamma(2, n) / 6;
+      slope[3] = std::pow(kPi, 4) / 180 - calcPolyGamma(3, n) / 24;
+      slope[4] = -calcPolyGamma(4, n) / 120;
+    } else {
+      singular = calcGamma(1 - s);
+    }
+    coefficients = zetaOverFactorials(s, pole);
+    double factorial = 1;
+    for (int k = 0; k < kTerms; ++k) {
+      if (k > 0) factorial /= k;
+      const auto i = static_cast<std::size_t>(k);
+      alternating[i] = s - k > -0.1           ? calcDirichletEta(s - k) * factorial
+                       : coefficients[i] == 0 ? 0
+                                              : (1 - std::exp2(1 - s + k)) * coefficients[i];
+    }
+  }
+
+  // Li_s(-exp(x)) = -sum eta(s-k) x^k/k!, |x| < pi.
+  double ofNegative(double x) const {
+    double sum = 0, power = 1, last = kInf;
+    for (int k = 0; k < kTerms; ++k) {
+      const double term = alternating[static_cast<std::size_t>(k)] * power, size = std::abs(term);
+      sum += term;
+      power *= x;
+      if (k > s + 3 && std::max(size, last) < 1e-17 * std::abs(sum)) break;
+      last = size;
+    }
+    return -sum;
+  }
+
+  // Li_s(exp(x)) = gamma(1-s) (-x)^(s-1) + sum zeta(s-k) x^k/k!, |x| < 2 pi. Where s is close to n the pole of the
+  // first part and that of zeta(s-n+1) are taken together.
+  template <class Number>
+  Number operator()(Number x) const {
+    const Number l = -x, logarithm = std::log(l);
+    Number sum = 0.0, power = 1.0, first;
+    if (pole < 0) {
+      first = singular * std::exp((s - 1) * logarithm);
+    } else {
+      const double e = distance;
+      Number ratio = logarithm + (slope[0] + e * (slope[1] + e * (slope[2] + e * (slope[3] + e * slope[4]))));
+      const Number q = e * ratio;  // (exp(q) - 1)/e
+      ratio *= 1.0 + q / 2.0 * (1.0 + q / 3.0 * (1.0 + q / 4.0 * (1.0 + q / 5.0 * (1.0 + q / 6.0 * (1.0 + q / 7.0)))));
+      first = (zetaRestAtOne(e) - ratio) * singular;
+      for (int k = 0; k < pole; ++k) first *= x;
+    }
+    double last = kInf;
+    for (int k = 0; k < kTerms; ++k) {
+      const Number term = coefficients[static_cast<std::size_t>(k)] * power;
+      sum += term;
+      power *= x;
+      // Every other coefficient may be 0, so two terms decide.
+      const double size = std::abs(term);
+      if (k > s + 3 && std::max(size, last) < 1e-17 * std::abs(sum + first)) break;
+      last = size;
+    }
+    return first + sum;
+  }
+};
+
+// The series of the last order that this thread asked for: orders mostly stay while arguments change.
+const LogSeries& seriesOf(double s) {
+  thread_local std::optional<LogSeries> last;
+  if (!last || last->s != s) last.emplace(s);
+  return *last;
+}
+
+struct Direct {
+  double value, largest;
+};
+
+// z + z^2/2^s + ..., to 1e-14 of the sum, taken a little further.
+Direct directSum(double s, double z) {
+  double sum = 0, power = 1, largest = 0;
+  for (int k = 1; k <= kDirectTerms; ++k) {
+    power *= z;
+    const double term = k == 1 ? z : power * std::pow(k, -s);
+    sum += term;
+    largest = std::max(largest, std::abs(term));
+    if (std::abs(term) <= 1e-17 * std::abs(sum) && k > 2 && k > -s) break;
+    if (!std::isfinite(sum)) break;
+  }
+  return {sum, largest};
+}
+
+// Lerch: Li_s(exp(m)) = gamma(1-s) sum over all k of (2 pi i k - m)^(s-1), for s < 0.
+double lerchSum(double s, double x, int sign) {
+  const double scale = calcLngamma(1 - s);
+  const double first = sign > 0 ? 2 : 1;
+  double sum = sign > 0 ? std::exp(scale + (s - 1) * std::log(-x)) : 0;
+  for (int k = 0; k < 20000; ++k) {
+    const Complex place(-x, kPi * (first + 2 * k));
+    const Complex term = std::exp(scale + (s - 1) * std::log(place));
+    sum += 2 * term.real();
+    if (std::abs(term) <= 1e-18 * std::abs(sum) && k > 2) break;
+  }
+  return sum;
+}
+
+// Multiplication theorem: Li_s(-exp(x)) = m^(s-1) sum over j of Li_s(exp((x + pi i (2j+1))/m)).
+double byMultiplication(double s, double x) {
+  const LogSeries& series = seriesOf(s);
+  const int m = 2 * std::max(1, static_cast<int>(std::ceil(std::abs(x) / 5)));
+  double sum = 0;
+  for (int j = 0; j < m / 2; ++j) sum += 2 * series(Complex(x / m, kPi * (2 * j + 1) / m)).real();
+  return sum * std::pow(m, s - 1);
+}
+
+// Sommerfeld: -Li_s(-exp(x)) = 2 sum eta(2k) x^(s-2k)/gamma(s+1-2k), x large; the rest is below exp(-x).
+double farLeft(double s, double x) {
+  const double whole = std::round(s);
+  const bool ends = s == whole && s >= 0;
+  double factor = s < 150 ? std::pow(x, s) / std::tgamma(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
+  struct Table {
+    double eta[31];
+    Table() {
+      for (int k = 0; k <= 30; ++k) eta[k] = calcDirichletEta(2.0 * k);
+    }
+  };
+  static const Table table;
+  double sum = 0, last = kInf;
+  for (int k = 0; k < 400; ++k) {
+    const double eta = k > 30 ? 1 : table.eta[k];
+    const double term = 2 * eta * factor;
+    if (std::abs(term) > last && 2 * k > s + 1) break;
+    sum += term;
+    last = std::abs(term);
+    if (last <= 1e-18 * std::abs(sum) || (ends && 2 * k + 2 > s)) break;
+    factor *= (s - 2 * k) * (s - 2 * k - 1) / (x * x);
+  }
+  return -sum;
+}
+
+// (1/gamma(s)) integral of t^(s-1)/(exp(t-x)+1), t = exp(u), by the trapezoid rule; x in (0, 60], s >= 8.
+double byIntegral(double s, double x) {
+  const double step = 2 * std::atan(kPi / std::max(x, 1.0)) * kPi / 45;
+  const double scale = calcLngamma(s), end = std::log(x + s + 60 + 10 * std::sqrt(s));
+  double sum = 0, largest = 0;
+  for (double u = end; u > -60; u -= step) {
+    const double t = std::exp(u);
+    const double value = std::exp(s * u - scale - std::max(0.0, t - x)) / (1 + std::exp(-std::abs(t - x)));
+    sum += value;
+    largest = std::max(largest, value);
+    if (value < 1e-19 * largest && t < x) break;
+  }
+  return -sum * step;
+}
+
+}  // namespace
+
+double polyLogOfExp(double s, double x, int sign) {
+  if (std::isnan(s) || std::isnan(x)) return kNaN;
+  if (s == kInf) return sign * std::exp(x);
+  if (s == -kInf) return kNaN;
+  const double n = std::round(s);
+  const bool whole = std::abs(s - n) < 1e-15;
+  if (whole && n < 0 && x > 0) return (std::fmod(n, 2.0) == 0 ? -1 : 1) * polyLogOfExp(s, -x, sign);
+  if (std::isinf(x)) return x < 0 ? 0 : s > 0 ? -kInf : 0;
+  const double size = std::exp(x);
+  if (size < 0.71 && s > 0.5) return directSum(s, sign * size).value;
+  if (sign > 0) {
+    if (s >= 8) return directSum(s, size).value;
+    if (x < -1.2 && s > -160) return directSum(s, size).value;
+    if (s < -4) return lerchSum(s, x, sign);
+    return seriesOf(s)(x);
+  }
+  if (s >= 8 && x <= 0) return directSum(s, -size).value;
+  if (x < -1.2) {
+    const Direct direct = directSum(s, -size);
+    if (direct.largest <= 100 * std::abs(direct.value) || s >= -4) return direct.value;
+  }
+  if (s < -4) return lerchSum(s, x, sign);
+  if (x >= 40 || (whole && n >= 2 && x > 1)) {
+    // At whole orders the expansion ends and its rest is known: (-1)^(s-1) Li_s(-exp(-x)).
+    const double lead = farLeft(s, x);
+    if (!whole) return s > 100 && x < 40 + s ? byIntegral(s, x) : lead;
+    return lead + (std::fmod(n, 2.0) == 0 ? -1 : 1) * polyLogOfExp(s, -x, -1);
+  }
+  if (s < 8 && std::abs(x) < 1.7) return seriesOf(s).ofNegative(x);
+  return s >= 8 ? byIntegral(s, x) : byMultiplication(s, x);
+}
+
+}  // namespace SpecialFunction

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sym/node/node.h"
+
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+
+#include "sym/diff/diff.h"
+#include "sym/kinds/kind.h"
+#include "sym/node/edit.h"
+
+namespace Sym {
+namespace {
+
+// Moves out the children that have children of their own and no other owner: what is left falls without recursion.
+void gather(Args& args, std::vector<NodePtr>& pending) {
+  for (NodePtr& arg : args)
+    if (arg && arg.use_count() == 1 && !arg->args.empty()) pending.push_back(std::move(arg));
+}
+
+// A node like the source but for its arguments.
+NodePtr shell(const SymObject& source) {
+  // A node that was read back from a block has no arguments for the handlers of its kind: its copy is the number that
+  // it is worth.
+  const bool hollow = source.bound().code != source.kind && source.kind > Code::Variable;
+  if (hollow) return makeNumber(source.coef);
+  NodePtr copy = newNode(source.kind, source.coef);
+  if (source.var) copy->var = source.var;
+  if (!source.text.empty()) copy->text = source.text;
+  return copy;
+}
+
+void cloneArguments(const SymObject& source, SymObject& copy, int depth,
+                    std::vector<std::pair<const SymObject*, SymObject*>>& pending) {
+  constexpr int kDeep = 100;
+  if (source.args.empty()) return;
+  copy.args.reserve(source.args.size());
+  for (const NodePtr& arg : source.args) {
+    copy.args.push_back(arg ? shell(*arg) : nullptr);
+    if (!arg || arg->args.empty()) continue;
+    if (depth < kDeep)
+      cloneArguments(*arg, *copy.args.back(), depth + 1, pending);
+    else
+      pending.emplace_back(arg.get(), copy.args.back().get());
+  }
+}
+
+}  // namespace
+
+SymObject::SymObject(uint8_t kindCode, double coefficient) : kind(kindCode), coef(coefficient) { bindHandlers(); }
+
+SymObject::~SymObject() {
+  if (args.empty()) return;
+  std::vector<NodePtr> pending;
+  gather(args, pending);
+  while (!pending.empty()) {
+    const NodePtr node = std::move(pending.back());
+    pending.pop_back();
+    gather(node->args, pending);
+  }
+}
+
+void SymObject::bindHandlers() {
+  const Kind* row = findKind(kind);
+  if (row == nullptr) throw std::out_of_range("invalid map<K, T> key");
+  row_ = row;
+  poly.reset();
+}
+
+void SymObject::fnUpdate() {
+  text.clear();
+  poly.reset();
+  // A null argument or a missing one: nothing to normalise, and the writers of the host's mistake find it later.
+  if (args.size() < row_->minArgs) return;
+  for (const NodePtr& arg : args)
+    if (!arg) return;
+  row_->update(*this);
+}
+
+double SymObject::fnValue() const { return row_->value(*this); }
+
+void SymObject::fnText() { row_->text(*this); }
+
+std::string SymObject::fnLatex() {
+  std::string out;
+  writeLatex(*this, out);
+  return out;
+}
+
+NodePtr SymObject::fnDiff(const VarPtr& variable, std::string& message) const {
+  return differentiate(*this, *row_->diff, variable, message);
+}
+
+NodePtr newNode(uint8_t kind, double coef) {
+  return std::allocate_shared<SymObject>(PoolAllocator<SymObject>(), kind, coef);
+}
+
+NodePtr makeNumber(double value) { return newNode(Code::Number, value); }
+
+NodePtr makeVariable(const VarPtr& variable) {
+  NodePtr node = newNode(Code::Variable);
+  node->var = variable;
+  return node;
+}
+
+NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args) {
+  NodePtr node = newNode(kind);
+  node->args = std::move(args);
+  node->fnUpdate();
+  return node;
+}
+
+NodePtr makeUnary(uint8_t kind, NodePtr a) {
+  NodePtr node = newNode(kind);
+  node->args.push_back(std::move(a));
+  node->fnUpdate();
+  return node;
+}
+
+NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b) {
+  NodePtr node = newNode(kind);
+  node->args.reserve(2);
+  node->args.push_back(std::move(a));
+  node->args.push_back(std::move(b));
+  node->fnUpdate();
+  return node;
+}
+
+NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code) {
+  if (code == Code::Divide && b.kind == Code::Number) return scaledClone(a, 1 / b.coef);
+  NodePtr node = newNode(Code::Number);
+  setBinary(*node, cloneNode(a), cloneNode(b), code == Code::Gamma ? Code::IncompleteGamma : code);
+  return node;
+}
+
+NodePtr cloneNode(const SymObject& node, double scale) {
+  NodePtr top = shell(node);
+  if (!(std::abs(scale - 1) < kTol)) {
+    top->coef *= scale;
+    top->text.clear();
+  }
+  // Below a depth that the stack bears for certain, copies wait for their arguments.
+  std::vector<std::pair<const SymObject*, SymObject*>> pending;
+  cloneArguments(node, *top, 0, pending);
+  while (!pending.empty()) {
+    const auto [source, copy] = pending.back();
+    pending.pop_back();
+    cloneArguments(*source, *copy, 0, pending);
+  }
+  return top;
+}
+
+void scaleNode(SymObject& node, double factor) {
+  node.coef *= factor;
+  node.text.clear();
+  node.poly.reset();
+}
+
+bool containsVar(const SymObject& node, const VarPtr& variable) {
+  std::vector<const SymObject*> pending{&node};
+  while (!pending.empty()) {
+    const SymObject* at = pending.back();
+    pending.pop_back();
+    if (at->kind == Code::Variable && at->var == variable) return true;
+    for (const NodePtr& arg : at->args)
+      if (arg) pending.push_back(arg.get());
+  }
+  return false;
+}
+
+}  // namespace Sym

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "sym/node/args.h"
+#include "sym/node/cached_text.h"
+
+namespace Sym {
+
+/// A variable; every node that names it shares the one record.
+struct BaseSym_s {
+  int32_t id = 0;  ///< given when the store is written out
+  double value = 0;
+  std::string name;
+};
+
+struct Kind;
+using VarPtr = std::shared_ptr<BaseSym_s>;
+
+/// The polynomial form of a node in its single variable: exponent to coefficient.
+struct PolyForm {
+  VarPtr base;
+  std::map<int64_t, double> terms;
+};
+
+/// One node of an expression: coef times the function named by kind, applied to args. Nodes are owned by shared
+/// pointers alone; a subtree has one parent. A node keeps the row of its kind from the last binding: what it does
+/// changes with bindHandlers, not with a bare write to kind.
+class SymObject {
+ public:
+  explicit SymObject(uint8_t kind = 0, double coef = 1.0);  ///< binds; throws as bindHandlers does
+  virtual ~SymObject();                                     ///< without recursion, however deep the tree
+
+  SymObject(const SymObject&) = delete;
+  SymObject& operator=(const SymObject&) = delete;
+
+  [[no_unique_address]] Args args;  ///< the two codes stand in what its two words leave free
+  uint8_t flag = 0;                 ///< mark of a term absorbed in a merge
+  uint8_t kind;
+  double coef;
+  VarPtr var;                      ///< of a variable only
+  CachedText text;                 ///< cached plain text, empty when not built
+  std::unique_ptr<PolyForm> poly;  ///< cached polynomial form, null when not built or not a polynomial
+
+  /// Takes the row of the present kind and drops the polynomial form. Throws "invalid map<K, T> key" for a code without
+  /// a row.
+  void bindHandlers();
+
+  void fnUpdate();                                                     ///< normalises in place
+  double fnValue() const;                                              ///< coef times the function
+  void fnText();                                                       ///< fills text
+  std::string fnLatex();                                               ///< LaTeX text
+  NodePtr fnDiff(const VarPtr& variable, std::string& message) const;  ///< null with a message when there is no rule
+
+  const Kind& bound() const { return *row_; }
+
+ private:
+  const Kind* row_ = nullptr;
+};
+
+// Codes of the kinds that rules name, as in the table of kinds.
+namespace Code {
+inline constexpr uint8_t Number = 0, Variable = 1, Add = 2, Mul = 3, Pow = 5, Sqrt = 10, Ln = 11, Exp = 12, Abs = 13;
+inline constexpr uint8_t Sin = 20, Cos = 21, Tan = 22, Cot = 23, Asin = 24, Acos = 25, Atan = 26, Acot = 27;
+inline constexpr uint8_t Sinh = 30, Cosh = 31, Tanh = 32, Coth = 33, Asinh = 34, Acosh = 35, Atanh = 36, Acoth = 37;
+inline constexpr uint8_t Erf = 50, Gamma = 51, LnGamma = 53, BarnesG = 69, IncompleteGamma = 82, Erfi = 97, Erfc = 98;
+inline constexpr uint8_t LnErfi = 149, LnBarnesG = 150;
+/// Meanings at construction only.
+inline constexpr uint8_t Subtract = 7, Divide = 8;
+}  // namespace Code
+
+NodePtr newNode(uint8_t kind, double coef = 1.0);  ///< from the pool, without arguments
+NodePtr makeNumber(double value);
+NodePtr makeVariable(const VarPtr& variable);
+NodePtr makeNode(uint8_t kind, std::vector<NodePtr> args);  ///< takes the arguments as they are, runs fnUpdate
+NodePtr makeUnary(uint8_t kind, NodePtr a);
+NodePtr makeBinary(uint8_t kind, NodePtr a, NodePtr b);
+NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code);  ///< on clones
+NodePtr cloneNode(const SymObject& node, double scale = 1.0);
+void scaleNode(SymObject& node, double factor);
+bool containsVar(const SymObject& node, const VarPtr& variable);
+
+}  // namespace Sym
