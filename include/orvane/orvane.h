@@ -18,6 +18,7 @@
 #include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
 #include <orvane/line_programme.h>
+#include <orvane/map_coordinates.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
 #include <orvane/paths.h>
@@ -25,6 +26,7 @@
 #include <orvane/pdf_manager.h>
 #include <orvane/polynomial_functions.h>
 #include <orvane/quadratic_programme.h>
+#include <orvane/rotation.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
