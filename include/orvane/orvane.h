@@ -20,6 +20,7 @@
 #include <orvane/line_programme.h>
 #include <orvane/map_coordinates.h>
 #include <orvane/matrix.h>
+#include <orvane/mesh.h>
 #include <orvane/optimizer.h>
 #include <orvane/paths.h>
 #include <orvane/pdf.h>
@@ -28,6 +29,7 @@
 #include <orvane/quadratic_programme.h>
 #include <orvane/rotation.h>
 #include <orvane/special.h>
+#include <orvane/stock.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
