@@ -33,7 +33,8 @@ consteval auto rowsByCode() {
   return [&]<std::size_t... k>(std::index_sequence<k...>) {
     return std::array{Row{SpecialFunction::kFunctions[places[k]].arrayCode,
                           Row::template loop<SpecialFunction::kRoutine<places[k]>>}...};
-  }(std::make_index_sequence<places.size()>());
+  }
+  (std::make_index_sequence<places.size()>());
 }
 
 }  // namespace ArrayFun
