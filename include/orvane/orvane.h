@@ -9,6 +9,7 @@
 #include <orvane/array.h>
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
+#include <orvane/decision_tree.h>
 #include <orvane/elliptic.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
@@ -31,6 +32,7 @@
 #include <orvane/special.h>
 #include <orvane/statistics.h>
 #include <orvane/stock.h>
+#include <orvane/support_vector_machine.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
