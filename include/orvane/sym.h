@@ -31,7 +31,9 @@
  * FermiDirac, 171 Glasser. Add and Mul take any number of arguments; the others as many as the math_ function of the
  * like name, in its order. Wherever a code of two arguments is taken, 7 subtracts and 8 divides; where one of one
  * argument is, 38 1/Sin, 39 1/Cos, 40 1/Sinh, 41 1/Cosh, 42 Asin(1/x), 43 Acos(1/x), 44 Asinh(1/x), 45 Acosh(1/x). A
- * code without a meaning throws std::out_of_range with the text "invalid map<K, T> key".
+ * code without a meaning throws std::out_of_range with the text "invalid map<K, T> key". Where a node is built,
+ * arguments beyond the count of its kind are dropped; fewer than that throw std::invalid_argument, and so does the code
+ * 1, as a variable is made by its name alone. Nothing is added to the store then.
  *
  * Values that may surprise: BesselK evaluates as BesselJ; Sign and StepFun ignore a coefficient that sym_selfMul gives
  * them; Beta loses the sign at negative arguments; x^0 and 1^x are the number 1 whatever their coefficient.
@@ -45,8 +47,9 @@
  * cloned, searched for variables and released. Evaluation recurses: with a stack of 8 MiB it bears 150,000 levels;
  * merging two like terms or factors of a sum or product compares them and bears 50,000.
  *
- * Memory: 88 bytes a node and 16 an argument, so 192 bytes for the sine of a variable, both nodes together. Released
- * memory of nodes is used again for nodes and not returned to the system.
+ * Memory: 88 bytes a node and 16 an argument, so 192 bytes for the sine of a variable, both nodes together; a matrix
+ * takes 16 bytes an element and 24 a row beside its nodes. Nothing bounds a matrix but that: what does not fit throws
+ * std::bad_alloc. Released memory of nodes is used again for nodes and not returned to the system.
  */
 #ifndef ORVANE_SYM_H
 #define ORVANE_SYM_H
@@ -82,7 +85,7 @@ ORVANE_API SymObject* sym_createBaseSymVar(const char* name);
  *
  * @param node  node of the store; one that is unknown there, an element of a matrix for one, gives a null argument, and
  *              the result must not be evaluated or written
- * @param code  kind of one argument, or 38 to 45
+ * @param code  kind that can do with one argument, or 38 to 45
  * @return node, in the store until sym_clearTempVar
  */
 ORVANE_API SymObject* sym_funOneParam(SymObject* node, uint8_t code);
@@ -209,13 +212,14 @@ ORVANE_API void sym_selfMul(SymMatrix2d* matrix, double factor);
  * Matrix product; sums over the columns of a.
  *
  * @param a  [rows][n]
- * @param b  [n][cols]
+ * @param b  [n][cols]; rows beyond n are not read, fewer throw std::out_of_range
  * @return [rows][cols] matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_dot(const SymMatrix2d* a, const SymMatrix2d* b);
 
 /**
- * Cross product of two vectors of three elements, lying or standing.
+ * Cross product of two vectors of three elements, lying or standing. Further elements, counted row by row, are not
+ * read; fewer throw std::out_of_range.
  *
  * @return vector that lies or stands as a does, released by sym_freeMatrix2d
  */
@@ -233,6 +237,12 @@ ORVANE_API SymMatrix2d* sym_sameTwoFun(const SymMatrix2d* a, const SymMatrix2d* 
 
 /**
  * Matrix operation.
+ *
+ * The determinant and the inverse are those of the leading square of as many columns as there are rows; fewer columns
+ * throw std::out_of_range. They are formulas that grow fast: n by n symbols make 2^n minors, the larger of them
+ * written out as often as they occur. Beyond 8 by 8 evaluate first and use matrixDet and matrixInverse. A determinant
+ * that is the number 0 makes an inverse of infinities and NaN. The skew matrix takes the first three elements, row by
+ * row; fewer throw std::out_of_range.
  *
  * @param matrix  matrix of expressions
  * @param code    200 trace, 201 inverse (cofactors over the determinant), 202 determinant (expansion by cofactors),

@@ -98,11 +98,17 @@ ORVANE_API SymMatrix2d* sym_createPoly(const double* data);
  * Polynomial that approximates the element on [a, b]: its Chebyshev interpolation at degree + 1 nodes, written in
  * powers of the element's one variable. The variable's value is that of the last node afterwards.
  *
+ * Coefficients of the Chebyshev series below 1e-30 are left out. Besides those only what is the samples' rounding for
+ * certain: of an element that is a polynomial of degree d, also in factors such as (x + 1)^2, all beyond d. On an
+ * interval about 0 the coefficients of the other parity are 0 for an odd or even element. All others stay, noise of
+ * some 1e-16 of the samples among them, and powers of x multiply that by up to 2.4^degree times the scale of the
+ * interval: ask for no higher degree than the accuracy needs, 15 for exp on [-1, 1].
+ *
  * @param matrix  1-by-1 matrix of any expression in one variable; a constant gives itself
  * @param a, b    interval, a not b
  * @param degree  0 to 1000
  * @return new matrix, released by sym_freeMatrix2d; null for another shape, interval or degree, for more than one
- *         variable, or when the element is not finite at a node
+ *         variable, or when the element at a node or a coefficient is not finite
  */
 ORVANE_API SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double b, int32_t degree);
 
@@ -113,7 +119,8 @@ ORVANE_API SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double 
  * @param n          number of points
  * @param weights    [n] of the squared residuals, or null for 1
  * @param exponents  [terms] whole numbers from 0, each at most once, or null for 0 to terms - 1
- * @param terms      number of powers; when the points do not determine them, the coefficients of least norm
+ * @param terms      number of powers; when the points do not determine them, the coefficients of least norm. The
+ *                   table takes n times terms doubles in memory, and time of that times terms
  * @return new matrix, released by sym_freeMatrix2d; null without points or powers, for a bad exponent, or when a value
  * is not finite
  */

@@ -140,6 +140,9 @@ TEST_F(Persistence, ShortAndHostileBlocks) {
   std::vector<Bytes> blocks;
   for (size_t length = 0; length < whole.size(); ++length)
     blocks.emplace_back(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(length));
+  blocks.push_back(whole);
+  blocks.back().push_back(0);
+  blocks.push_back(Block().u32(0).u32(0).u8(0).bytes);
   blocks.push_back(Block().u32(0xFFFFFFFF).bytes);
   blocks.push_back(Block().u32(1).f64(1).u32(0xFFFFFFFF).bytes);
   blocks.push_back(Block().u32(0).u32(1).u32(0xFFFFFFFF).u32(0xFFFFFFFF).u8(0).f64(1).bytes);

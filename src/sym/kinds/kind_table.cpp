@@ -22,8 +22,8 @@ using namespace Rules;
 // clang-format off
 constexpr Kind kKinds[] = {
     // code, name, fewest and most arguments, properties, kind that it undoes, value, update, text, LaTeX, derivative
-    {0, "Number", 0, 0, none, 0, numberValue, updateNothing, textNumber, texBy(latexNumber), &dNumber},
-    {1, "Variable", 0, 0, none, 0, variableValue, updateNothing, textVariable, texBy(latexVariable), &dVariable},
+    {0, "Number", 0, 0, none, 0, numberValue, updateNumber, textNumber, texBy(latexNumber), &dNumber},
+    {1, "Variable", 0, 0, none, 0, variableValue, updateVariable, textVariable, texBy(latexVariable), &dVariable},
     {2, "Add", 0, kAnyArgs, none, 0, addValue, updateAdd, textAdd, texBy(latexAdd), &dAdd},
     {3, "Mul", 0, kAnyArgs, none, 0, mulValue, updateMul, textMul, texBy(latexMul), &dMul},
     {5, "Pow", 2, 2, none, 0, value2<Plain::power>, updatePow, textPow, texBy(latexPow), &dPow},

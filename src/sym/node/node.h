@@ -51,7 +51,8 @@ class SymObject {
   /// a row.
   void bindHandlers();
 
-  void fnUpdate();                                                     ///< normalises in place
+  /// Normalises in place. Arguments beyond the kind's count go; too few throw std::invalid_argument.
+  void fnUpdate();
   double fnValue() const;                                              ///< coef times the function
   void fnText();                                                       ///< fills text
   std::string fnLatex();                                               ///< LaTeX text

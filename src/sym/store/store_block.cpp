@@ -20,7 +20,7 @@ void writeNode(DataStream& stream, const SymObject* root) {
     stream.put(node ? node->coef : std::numeric_limits<double>::quiet_NaN());
     if (!node || node->kind == Code::Number) continue;
     if (node->kind == Code::Variable) {
-      stream.put(node->var ? node->var->id : int32_t{-1});
+      stream.put(node->var->id);
       continue;
     }
     stream.put(static_cast<uint32_t>(node->args.size()));
@@ -133,7 +133,7 @@ void readStore(SymManger& store, std::span<const uint8_t> block) {
   store.stream = std::make_shared<DataStream>();
   store.stream->bytes.assign(block.begin(), block.end());
   Contents contents = readContents(*store.stream);
-  if (store.stream->bad()) return;
+  if (store.stream->bad() || store.stream->left() > 0) return;
   // Old matrices stand above the ids of the new ones.
   if (!contents.matrices.empty())
     for (const auto& [address, matrix] : store.matrices) matrix->id = static_cast<int32_t>(contents.matrices.size());
