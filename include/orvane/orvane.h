@@ -29,6 +29,7 @@
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
+#include <orvane/sym_kinds.h>
 #include <orvane/sym_polynomial.h>
 #include <orvane/sym_store.h>
 #include <orvane/sym_text.h>

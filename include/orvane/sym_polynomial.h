@@ -53,12 +53,27 @@ ORVANE_API int32_t sym_calcPolyFun(SymMatrix2d* matrix, const double* x, double*
  */
 ORVANE_API uint32_t sym_calcPolyRoot(SymMatrix2d* matrix, double* re, double* im, uint32_t capacity);
 
+/** Operations of sym_runPolyFun on a and b. */
+enum {
+  ORVANE_POLY_SUM = 0,
+  ORVANE_POLY_DIFFERENCE = 1,
+  ORVANE_POLY_PRODUCT = 2,
+  ORVANE_POLY_QUOTIENT = 3,
+  ORVANE_POLY_REMAINDER = 4,
+  ORVANE_POLY_GCD = 5,         /**< greatest common divisor, monic */
+  ORVANE_POLY_LCM = 6,         /**< least common multiple, monic */
+  ORVANE_POLY_COMPOSITION = 7, /**< a(b(x)) */
+  ORVANE_POLY_DERIVATIVE = 8,  /**< of the product a b */
+  ORVANE_POLY_RESULTANT = 9,   /**< a constant */
+  ORVANE_POLY_POWER = 10       /**< a to the power of b, a non-negative integer constant */
+};
+
 /**
- * Arithmetic of two polynomials in the same variable (a constant goes with any): 0 a + b, 1 a - b, 2 a b, 3 quotient
- * and 4 remainder of a by b, 5 greatest common divisor (monic), 6 least common multiple (monic), 7 a(b(x)), 8
- * derivative of a b, 9 resultant as a constant, 10 a to the power of b when b is a non-negative whole constant. Terms
- * below 1e-14 in size are left out of the result; 5, 6 and 9 take a remainder for zero that rounding explains.
+ * Arithmetic of two polynomials in the same variable (a constant goes with any). Terms below 1e-14 in size are left out
+ * of the result; common divisor, common multiple and resultant take a remainder for zero that rounding explains.
  *
+ * @param a, b       polynomials
+ * @param operation  ORVANE_POLY_SUM to ORVANE_POLY_POWER
  * @return new matrix, released by sym_freeMatrix2d; null when there is no such polynomial or operation, or when no term
  *         is left of the result
  */

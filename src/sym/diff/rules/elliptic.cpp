@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dGamma{[](Arg u) { return DiGamma(u) * Gamma(u); }};
 const Rule dLnGamma{[](Arg u) { return DiGamma(u); }};
