@@ -6,47 +6,47 @@
 
 using namespace SpecialFunction;
 
-double math_sin(double x) { return std::sin(guardAngle(x)); }
+double math_sin(double x) { return calcSin(x); }
 
-double math_cos(double x) { return std::cos(guardAngle(x)); }
+double math_cos(double x) { return calcCos(x); }
 
-double math_tan(double x) { return std::tan(guardAngle(x)); }
+double math_tan(double x) { return calcTan(x); }
 
-double math_csc(double x) { return 1 / std::sin(guardAngle(x)); }
+double math_csc(double x) { return calcCsc(x); }
 
-double math_sec(double x) { return 1 / std::cos(guardAngle(x)); }
+double math_sec(double x) { return calcSec(x); }
 
-double math_cot(double x) { return 1 / std::tan(guardAngle(x)); }
+double math_cot(double x) { return calcCot(x); }
 
-double math_acsc(double x) { return std::asin(1 / x); }
+double math_acsc(double x) { return calcAcsc(x); }
 
-double math_asec(double x) { return std::acos(1 / x); }
+double math_asec(double x) { return calcAsec(x); }
 
-double math_acot(double x) { return std::atan(1 / x); }
+double math_acot(double x) { return calcAcot(x); }
 
-double math_csch(double x) { return 1 / std::sinh(x); }
+double math_csch(double x) { return calcCsch(x); }
 
-double math_sech(double x) { return 1 / std::cosh(x); }
+double math_sech(double x) { return calcSech(x); }
 
-double math_coth(double x) { return 1 / std::tanh(x); }
+double math_coth(double x) { return calcCoth(x); }
 
-double math_acsch(double x) { return std::asinh(1 / x); }
+double math_acsch(double x) { return calcAcsch(x); }
 
-double math_asech(double x) { return std::acosh(1 / x); }
+double math_asech(double x) { return calcAsech(x); }
 
-double math_asinh(double x) { return std::asinh(x); }
+double math_asinh(double x) { return calcAsinh(x); }
 
-double math_acosh(double x) { return std::acosh(x); }
+double math_acosh(double x) { return calcAcosh(x); }
 
-double math_atanh(double x) { return std::atanh(x); }
+double math_atanh(double x) { return calcAtanh(x); }
 
 double math_acoth(double x) { return calcAcoth(x); }
 
-double math_log10(double x) { return std::log10(x); }
+double math_log10(double x) { return calcLog10(x); }
 
-double math_log2(double x) { return std::log2(x); }
+double math_log2(double x) { return calcLog2(x); }
 
-double math_pow(double base, double exponent) { return std::pow(base, exponent); }
+double math_pow(double base, double exponent) { return calcPow(base, exponent); }
 
 double math_sign(double x) { return calcSign(x); }
 
@@ -56,7 +56,7 @@ double math_logSign(double x) { return calcLogSign(x); }
 
 double math_expSign(double x) { return calcExpSign(x); }
 
-double math_ConSelect(double c, double a, double b) { return 0 > c ? a : b; }
+double math_ConSelect(double c, double a, double b) { return calcConSelect(c, a, b); }
 
 void math_polyValue(const double* coefficients, const double* xs, double* out, int32_t coefficientCount,
                     int32_t pointCount) {
@@ -97,9 +97,9 @@ double math_ibeta(double x, double a, double b) { return calcIBeta(x, a, b); }
 
 double math_InverseBeta(double y, double a, double b) { return calcInverseBeta(y, a, b); }
 
-double math_erf(double x) { return std::erf(x); }
+double math_erf(double x) { return calcErf(x); }
 
-double math_erfc(double x) { return std::erfc(x); }
+double math_erfc(double x) { return calcErfc(x); }
 
 double math_erfi(double x) { return calcErfi(x); }
 
@@ -131,6 +131,6 @@ double math_voigtDiffLY(double x, double y) { return calcVoigtDiffKX(x, y); }
 
 double math_lambertW(double x) { return calcLambertW(x); }
 
-double math_invLambertW(double x) { return x * std::exp(x); }
+double math_invLambertW(double x) { return calcInvLambertW(x); }
 
 double math_wrightOmega(double x) { return calcWrightOmega(x); }

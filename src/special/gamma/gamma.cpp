@@ -69,4 +69,7 @@ double calcPolyGamma(double n, double x) {
 // KEPT: gamma values that overflow make it 0, infinite or NaN; one would expect the value (kept.csv: Beta_overflow)
 double calcBeta(double a, double b) { return calcGamma(b) * calcGamma(a) / calcGamma(a + b); }
 
+// KEPT: loses the sign of Beta at negative arguments; expected: the sign of math_beta (kept.csv: Beta_sign)
+double calcBetaByLogs(double a, double b) { return std::exp(calcLngamma(a) + calcLngamma(b) - calcLngamma(a + b)); }
+
 }  // namespace SpecialFunction
