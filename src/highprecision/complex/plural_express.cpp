@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "highprecision/complex/plural_express.h"
 
-#include <algorithm>
-#include <iterator>
+#include "frame/code_table.h"
 
 namespace HP {
 namespace {
@@ -31,7 +30,6 @@ struct FunctionRow {
   PluralValue (*function)(Parameters&);
 };
 
-// Ordered by code.
 constexpr FunctionRow kFunctions[] = {
     {0, binary<add>},
     {1, binary<subtract>},
@@ -54,14 +52,11 @@ constexpr FunctionRow kFunctions[] = {
     {151, unary<tangent>},
     {152, unary<hyperbolicTangent>},
 };
-static_assert(std::is_sorted(std::begin(kFunctions), std::end(kFunctions),
-                             [](const FunctionRow& a, const FunctionRow& b) { return a.code <= b.code; }));
 
 }  // namespace
 
 void PluralExpress::setFun(uint8_t code) {
-  for (const FunctionRow& row : kFunctions)
-    if (row.code == code) callable = row.function;
+  if (const FunctionRow* row = CodeTable<kFunctions>::find(code)) callable = row->function;
 }
 
 void PluralExpress::setValue(const char* realText, const char* imaginaryText) {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "numeric/integral_equation.h"
 #include "numeric/ode.h"
@@ -107,7 +107,7 @@ void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double sta
     for (const NodePtr& element : row) elements.push_back(element.get());
   const bool fits =
       elements.size() == n && variables.size() == n + 1 && !std::count(elements.begin(), elements.end(), nullptr);
-  std::fill(out, out + n * positions.size(), std::numeric_limits<double>::quiet_NaN());
+  std::fill(out, out + n * positions.size(), kNaN);
   if (!fits) return;
 
   auto derivative = [&](double t, const double* y, double* dy) {

@@ -17,7 +17,6 @@
 namespace {
 
 using Sym::kept;
-using Sym::native;
 using Sym::PolyForm;
 using Sym::PolyTerms;
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sym/store/store_block.h"
 
-#include <limits>
 #include <vector>
 
 #include "frame/data_stream.h"
+#include "frame/numbers.h"
 
 namespace Sym {
 
@@ -17,7 +17,7 @@ void writeNode(DataStream& stream, const SymObject* root) {
     const SymObject* node = pending.back();
     pending.pop_back();
     stream.put(node ? node->kind : Code::Number);
-    stream.put(node ? node->coef : std::numeric_limits<double>::quiet_NaN());
+    stream.put(node ? node->coef : kNaN);
     if (!node || node->kind == Code::Number) continue;
     if (node->kind == Code::Variable) {
       stream.put(node->var->id);

@@ -74,8 +74,8 @@ std::string numeratorText(const SymObject& product, const std::vector<SymObject*
 }  // namespace
 
 void coefPrefix(double coef, const char* times, std::string& out) {
-  if (within(coef, 1, kEps)) return;
-  if (within(coef, -1, kEps))
+  if (within(coef, 1, kEpsilon)) return;
+  if (within(coef, -1, kEpsilon))
     out += "-";
   else
     out.append(numberText(coef)).append(times);
