@@ -13,6 +13,15 @@ namespace PDF {
 /// Continuous Bernoulli with parameter c on y = a x + b in [0, 1]. At c = 1/2, the default, both functions are NaN.
 class PDFFunByBernoulli final : public PlainPDFFun<PDFFunByBernoulli> {
  public:
+  static constexpr Defaults kDefaults = {1, 0, 0.5};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(c^{ax+b}(1-c)^{1-ax-b}\dfrac{a}{2c-1}\ln(\dfrac{c}{1-c}))",
+                                        R"(\dfrac{1-c}{2c-1}(c^{ax+b}(1-c)^{-ax-b}-1))",
+                                        "",
+                                        "",
+                                        R"(a>0, 0<c<1, 0\leq ax+b\leq 1)"};
+  static void range(const Sample&, const FitRange& r) { r.set({0, -100, 0}, {100, 500, 1}, {1, 0, 0.5}); }
+
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     odds = c / (1 - c);
@@ -39,6 +48,13 @@ class PDFFunByBernoulli final : public PlainPDFFun<PDFFunByBernoulli> {
 /// Binomial: a trials, rounded, with probability b.
 class PDFFunByBinomial final : public PlainPDFFun<PDFFunByBinomial> {
  public:
+  static constexpr Defaults kDefaults = {0.8, 1000};
+  static constexpr SheetTexts kSheet = {"PDF", R"(\dbinom{a}{x}b^x(1-b)^{a-x})",      "I_{1-b}(a-x,x+1)", "ab",
+                                        "",    R"(a>0, 0\leq b\leq 1, 0\leq x\leq a)"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0.6, 0}, {std::abs(s.xn) + s.W, 1}, {std::abs(s.xn + 1), 0.5});
+  }
+
   void updateParam() override {
     trials = roundToInt(params[0]);
     b = params[1];
@@ -65,6 +81,12 @@ class PDFFunByBinomial final : public PlainPDFFun<PDFFunByBinomial> {
 /// Poisson of mean a. The offset b is rounded and otherwise not used.
 class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
  public:
+  static constexpr Defaults kDefaults = {0.5, 0};
+  static constexpr SheetTexts kSheet = {
+      "PMF", R"(\dfrac{a^x}{x!}\exp(-a))", R"(\dfrac{\Gamma(x+1,a)}{x!})", "a+b", "a", R"(a>0, x\geq 0)"};
+  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_Poisson)
+  static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.xm}, {0.5, 0}); }
+
   void updateParam() override {
     a = params[0];
     lnMean = std::log(a);

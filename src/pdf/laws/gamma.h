@@ -2,7 +2,7 @@
 #pragma once
 
 #include "pdf/formula.h"
-#include "pdf/power_series.h"
+#include "pdf/laws/power_series.h"
 #include "special/special_function.h"
 
 /// Distributions whose distribution function is an incomplete gamma or a hypergeometric function.
@@ -60,6 +60,17 @@ class AmorosoPDFFun : public SeriesPDFFun<Self> {
 /// Amoroso with c as its upper end (d < 0).
 class PDFFunByAmorosoLower final : public AmorosoPDFFun<PDFFunByAmorosoLower> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0, -1};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{|b|}{|d|\Gamma(a)}(\dfrac{x-c}{d})^{ab-1}\exp(-(\dfrac{x-c}{d})^b))",
+                                        R"(1-\dfrac{\gamma(a,(\dfrac{x-c}{d})^b)}{\Gamma(a)})",
+                                        "",
+                                        "",
+                                        "a>0, b>0, d<0, x<c"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0, 0, s.xm, -s.wide}, {100, 100, s.high, 0}, {1, 1, s.high, -s.wide / 2});
+  }
+
   double density(double x) const { return c > x ? inside(x) : 0; }
   double near(double x, double t, double sum) const { return choose(c > x, 1 - share(t, sum), 1); }
   double far(double x) const { return c > x ? 1 - lowerShare(x) : 1; }
@@ -68,6 +79,17 @@ class PDFFunByAmorosoLower final : public AmorosoPDFFun<PDFFunByAmorosoLower> {
 /// Amoroso with c as its lower end (d > 0).
 class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0, 1};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{|b|}{|d|\Gamma(a)}(\dfrac{x-c}{d})^{ab-1}\exp(-(\dfrac{x-c}{d})^b))",
+                                        R"(\dfrac{\gamma(a,(\dfrac{x-c}{d})^b)}{\Gamma(a)})",
+                                        "",
+                                        "",
+                                        R"(a>0, b>0, d>0, x\geq c)"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0, 0, s.low, 0}, {100, 100, s.xm, s.wide}, {1, 1, s.low, s.wide / 2});
+  }
+
   double density(double x) const { return x < c ? 0 : inside(x); }
   double near(double x, double t, double sum) const { return choose(x < c, 0, share(t, sum)); }
   double far(double x) const { return x < c ? 0 : lowerShare(x); }
@@ -76,6 +98,17 @@ class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
 /// Chi with a degrees of freedom from b on.
 class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
  public:
+  static constexpr int kTurn = 5;
+  static constexpr Defaults kDefaults = {1, 0};
+  static constexpr SheetTexts kSheet = {
+      "PDF",
+      R"(\dfrac{2^{1-\frac{a}{2}}}{\Gamma(\frac{a}{2})}(x-b)^{a-1}\exp(-\dfrac{(x-b)^2}{2}))",
+      R"(\dfrac{\gamma(\frac{a}{2},\frac{(x-b)^2}{2})}{\Gamma(\frac{a}{2})})",
+      R"(b+\sqrt{2}\dfrac{\Gamma(\frac{a+1}{2})}{\Gamma(\frac{a}{2})})",
+      "",
+      R"(a>0, x\geq b)"};
+  static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.xm}, {1, s.x1 - s.W / 100}); }
+
   void updateParam() override {
     a = params[0], b = params[1];
     gammaHalf = std::tgamma(a / 2);
@@ -131,6 +164,17 @@ class LowerGammaPDFFun : public SeriesPDFFun<Self> {
 /// Chi squared with a degrees of freedom from b on.
 class PDFFunByChiSquared final : public LowerGammaPDFFun<PDFFunByChiSquared, End::closed> {
  public:
+  static constexpr int kTurn = 4;
+  static constexpr Defaults kDefaults = {3, 0};
+  static constexpr SheetTexts kSheet = {
+      "PDF",
+      R"(\dfrac{2^{-\frac{a}{2}}}{\Gamma(\frac{a}{2})}(x-b)^{\frac{a}{2}-1}\exp(-\dfrac{x-b}{2}))",
+      R"(\dfrac{\gamma(\frac{a}{2},\frac{x-b}{2})}{\Gamma(\frac{a}{2})})",
+      "a + b",
+      "2a",
+      R"(a>0, x\geq b)"};
+  static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.xm}, {3, s.x1 - s.W / 100}); }
+
   void updateParam() override {
     a = params[0], from = params[1];
     setShape(a / 2);
@@ -146,6 +190,17 @@ class PDFFunByChiSquared final : public LowerGammaPDFFun<PDFFunByChiSquared, End
 /// Gamma with shape a and scale b from c on.
 class PDFFunByGamma final : public LowerGammaPDFFun<PDFFunByGamma, End::closed> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{(x-c)^{a-1}}{b^a\Gamma(a)}\exp(-\dfrac{x-c}{b}))",
+                                        R"(\dfrac{\gamma(a,\frac{x-c}{b})}{\Gamma(a)})",
+                                        "ab+c",
+                                        "ab^2",
+                                        R"(a>0, b>0, x\geq c)"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0, 0, s.low}, {100, s.wide, s.xm}, {1, s.wide / 2, s.low});
+  }
+
   void updateParam() override {
     setShape(params[0]);
     b = params[1], from = params[2];
@@ -161,6 +216,15 @@ class PDFFunByGamma final : public LowerGammaPDFFun<PDFFunByGamma, End::closed> 
 /// Inverted gamma: 1/((x-c) b) has the gamma distribution of shape a.
 class PDFFunByInvertedGamma final : public SeriesPDFFun<PDFFunByInvertedGamma> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{1}{\Gamma(a)(b(x-c))^a(x-c)}\exp(-\dfrac{1}{b(x-c)}))",
+                                        R"(\dfrac{\Gamma(a,\frac{1}{b(x-c)})}{\Gamma(a)})",
+                                        R"(\dfrac{1}{b(a-1)}+c,a>1)",
+                                        R"(\dfrac{1}{b^2(a-1)^2(a-2)},a>2)",
+                                        "a>0, b>0, x>c"};
+  static void range(const Sample& s, const FitRange& r) { r.set({0, 0, s.low}, {100, 100, s.xm}, {1, 1, s.low}); }
+
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     gammaA = std::tgamma(a);
@@ -184,6 +248,17 @@ class PDFFunByInvertedGamma final : public SeriesPDFFun<PDFFunByInvertedGamma> {
 /// Nakagami with shape a and spread b from c on.
 class PDFFunByNakagami final : public LowerGammaPDFFun<PDFFunByNakagami, End::open> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{2a^a}{b^a\Gamma(a)}(x-c)^{2a-1}\exp(-\dfrac{a}{b}(x-c)^2))",
+                                        R"(\dfrac{\gamma(a,\frac{a}{b}(x-c)^2)}{\Gamma(a)})",
+                                        R"(\dfrac{\Gamma(a+\frac{1}{2})}{\Gamma(a)}\sqrt{\dfrac{b}{a}}+c)",
+                                        "",
+                                        R"(a\geq 0.5, b>0, x>c)"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0.5, 0, s.low}, {100, s.wide, s.xm}, {1, s.wide / 2, s.low});
+  }
+
   void updateParam() override {
     setShape(params[0]);
     rate = shape / params[1], from = params[2];
@@ -199,6 +274,18 @@ class PDFFunByNakagami final : public LowerGammaPDFFun<PDFFunByNakagami, End::op
 /// Symmetric generalised normal with scale a and power b around c.
 class PDFFunBySymGenNormal final : public SeriesPDFFun<PDFFunBySymGenNormal> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0};
+  static constexpr SheetTexts kSheet = {
+      "PDF",
+      R"(\dfrac{b}{2a\Gamma(\frac{1}{b})}\exp(-|\dfrac{x-c}{a}|^b))",
+      R"(\dfrac{1}{2}+\mathbf{Sign}(x-c)\dfrac{\gamma(\frac{1}{b},|\frac{x-c}{a}|^b)}{2\Gamma(\frac{1}{b})})",
+      "c",
+      R"(\dfrac{a^2\Gamma(\frac{3}{b})}{\Gamma(\frac{1}{b})})",
+      "a>0, b>0"};
+  static void range(const Sample& s, const FitRange& r) {
+    r.set({0, 0, s.low}, {s.wide, 100, s.high}, {s.wide / 2, 1, s.xm});
+  }
+
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     gammaInverse = std::tgamma(1 / b);
@@ -256,6 +343,15 @@ class InsideSeries {
 /// leaves its circle of convergence, and the values are what the series engine gives.
 class PDFFunByInvertedBeta final : public SeriesPDFFun<PDFFunByInvertedBeta> {
  public:
+  static constexpr Defaults kDefaults = {1, 1, 0};
+  static constexpr SheetTexts kSheet = {"PDF",
+                                        R"(\dfrac{\Gamma(a+b)}{\Gamma(a)\Gamma(b)}(x-c)^{b-1}(x-c+1)^{-(a+b)})",
+                                        R"(\dfrac{\Gamma(a+b)}{b\Gamma(a)\Gamma(b)}(x-c)^b{}_2F_1(b,a+b;b+1;c-x))",
+                                        "",
+                                        "",
+                                        "a>0, b>0, x>c"};
+  static void range(const Sample& s, const FitRange& r) { r.set({1, 1, s.low}, {100, 100, s.xm}, {1, 1, s.low}); }
+
   void updateParam() override {
     a = params[0], b = params[1], c = params[2];
     factor = std::exp(lnGamma(a + b) - lnGamma(a) - lnGamma(b));
@@ -287,6 +383,16 @@ class PDFFunByInvertedBeta final : public SeriesPDFFun<PDFFunByInvertedBeta> {
 /// convergence, and the values are what the series engine gives.
 class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
  public:
+  static constexpr Defaults kDefaults = {3};
+  static constexpr SheetTexts kSheet = {
+      "PDF",
+      R"(\dfrac{\Gamma(\frac{a+1}{2})}{\sqrt{a\pi}\Gamma(\frac{a}{2})}(\dfrac{x^2}{a}+1)^{-\frac{a+1}{2}})",
+      R"(\dfrac{1}{2}+x\dfrac{\Gamma(\frac{a+1}{2})}{\sqrt{a\pi}\Gamma(\frac{a}{2})}{}_2F_1(\dfrac{1}{2},\dfrac{a+1}{2};\dfrac{3}{2};-\dfrac{x^2}{a}))",
+      "0",
+      R"(\dfrac{a}{a-2},a>2)",
+      "a>0"};
+  static void range(const Sample& s, const FitRange& r) { r.set({0}, {s.wide}, {s.wide / 2}); }
+
   void updateParam() override {
     a = params[0];
     half = (a + 1) / 2;
