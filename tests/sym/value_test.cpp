@@ -260,36 +260,6 @@ TEST(Values, EveryKindHasTheBitsOfItsFunction) {
   EXPECT_EQ(seen.size(), 141u);
 }
 
-// Too few arguments throw where a node is built; what is beyond the count is dropped, also from a folded node.
-TEST(Values, NumberOfArguments) {
-  const std::vector<Formula> letters{"a", "b", "c", "d"};
-  for (int code = 0; code < 256; ++code) {
-    const Sym::Kind* kind = Sym::findKind(static_cast<uint8_t>(code));
-    if (kind == nullptr || kind->maxArgs == Sym::kAnyArgs || code == Number) continue;
-    const auto build = [&](std::vector<Formula> args) { return call(kind->code, args); };
-    if (code == Variable) {
-      for (const Formula& one : {letters[0], num(1)}) EXPECT_THROW(call(Variable, one), std::invalid_argument);
-      EXPECT_THROW(call(Variable, letters[0], letters[1]), std::invalid_argument);
-      EXPECT_THROW(build({}), std::invalid_argument);
-      continue;
-    }
-    EXPECT_THROW(build({letters.begin(), letters.begin() + kind->minArgs - 1}), std::invalid_argument) << kind->name;
-    std::vector<Formula> args(letters.begin(), letters.begin() + kind->maxArgs), numbers(kind->maxArgs, num(0.5));
-    const std::string text = textOf(build(args));
-    args.push_back(var("spare"));
-    numbers.push_back(var("spare"));
-    EXPECT_EQ(textOf(build(args)), text);
-    EXPECT_TRUE(isNumber(build(numbers))) << kind->name;
-  }
-  EXPECT_THROW(call(BesselJ, letters[0]), std::invalid_argument);
-  EXPECT_THROW(call(Pow, letters[0]), std::invalid_argument);
-  EXPECT_THROW(call(133, letters[0], letters[1]), std::invalid_argument);
-  EXPECT_THROW(sym_sameTwoFun(row({"a"}), row({"b"}), 134), std::invalid_argument);
-  EXPECT_TRUE(isNumber(call(Sin, num(0.5), letters[0])));
-  EXPECT_EQ(Derivative(call(113, {2.0 * letters[0], "b"}), "b").text(), "0") << "nor does it refuse";
-  sym_clearTempVar();
-}
-
 double byArray(const Row& row) {
   double out = 0;
   if (row.args.size() == 1)
