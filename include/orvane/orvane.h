@@ -29,6 +29,7 @@
 #include <orvane/quadratic_programme.h>
 #include <orvane/rotation.h>
 #include <orvane/special.h>
+#include <orvane/statistics.h>
 #include <orvane/stock.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
