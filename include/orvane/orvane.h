@@ -9,9 +9,12 @@
 #include <orvane/array.h>
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
+#include <orvane/elementary.h>
 #include <orvane/elliptic.h>
+#include <orvane/error.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
+#include <orvane/gamma.h>
 #include <orvane/highprecision.h>
 #include <orvane/hypergeometric.h>
 #include <orvane/integral.h>
