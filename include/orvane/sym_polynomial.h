@@ -4,7 +4,7 @@
  * Polynomials among the expressions: coefficients, values, roots, factors, arithmetic, approximation.
  *
  * A 1-by-1 matrix is a polynomial when its expression is a number, a multiple of a variable, or depends on one variable
- * alone and is, as normalised, a monomial or a sum of monomials c x^k with whole k from 0 to 1000000 and |c| above
+ * alone and is, as normalised, a monomial or a sum of monomials c x^k with integer k from 0 to 1000000 and |c| above
  * 1e-15: x^2 + 1 is one, x y, sin(x) and (x + 1)^2 are not. What the functions here make is a polynomial in any case,
  * with smaller coefficients and higher exponents too, until it is changed; copies of it go by the rule. Every function
  * answers for anything else with the value that it states, and changes nothing.
@@ -95,7 +95,7 @@ ORVANE_API uint32_t sym_polyFactor(SymMatrix2d* matrix, char* out, int32_t capac
  * New polynomial in the variable "x": the sum of coefficients[i] x^exponents[i].
  *
  * @param coefficients  [n]
- * @param exponents     [n], whole numbers (to 1e-14) from 0 to 1e8, each at most once
+ * @param exponents     [n], integers (to 1e-14) from 0 to 1e8, each at most once
  * @param n             number of terms; 0 gives the number 0
  * @return new matrix, released by sym_freeMatrix2d; null for another exponent
  */
@@ -104,7 +104,7 @@ ORVANE_API SymMatrix2d* sym_createPolyByParam(const double* coefficients, const 
 /**
  * New polynomial in the variable "x".
  *
- * @param data  the number n of coefficients, a whole number from 1 to 1000001, and behind it n coefficients, ascending
+ * @param data  the number n of coefficients, an integer from 1 to 1000001, and behind it n coefficients, ascending
  * @return new matrix, released by sym_freeMatrix2d; null for null or another n
  */
 ORVANE_API SymMatrix2d* sym_createPoly(const double* data);
@@ -133,7 +133,7 @@ ORVANE_API SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double 
  * @param x, y       [n] points
  * @param n          number of points
  * @param weights    [n] of the squared residuals, or null for 1
- * @param exponents  [terms] whole numbers from 0, each at most once, or null for 0 to terms - 1
+ * @param exponents  [terms] integers from 0, each at most once, or null for 0 to terms - 1
  * @param terms      number of powers; when the points do not determine them, the coefficients of least norm. The
  *                   table takes n times terms doubles in memory, and time of that times terms
  * @return new matrix, released by sym_freeMatrix2d; null without points or powers, for a bad exponent, or when a value

@@ -72,7 +72,7 @@ std::vector<double> interleaved(std::span<const double> re, std::span<const doub
 bool realEig(std::span<const double> a, std::ptrdiff_t n, std::span<double> values, std::span<double> vectors) {
   const Eig all = eig(a, n);
   for (std::ptrdiff_t i = 0; i < n; ++i) {
-    // KEPT: pairs before the first complex value have been written; expected all or nothing (kept.csv: EVD_partial)
+    // KEPT: pairs before the first complex value have been written; expected: all or nothing (kept.csv: EVD_partial)
     if (std::abs(all.valuesIm[i]) > 1e-12) return false;
     values[i] = all.valuesRe[i];
     for (std::ptrdiff_t j = 0; j < n; ++j) vectors[j * n + i] = all.vectorsRe[j * n + i];

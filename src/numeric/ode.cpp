@@ -94,8 +94,8 @@ void ODESolverByRKF45::march(std::vector<ODEData_t>& points, double direction) {
       if (stopFlag != 0) return;
       const double h = size > 0 ? std::min(size, remainder) : remainder;
       const double error = tryStep(t, y, direction * h);
-      // KEPT: below the minimum step any error is accepted without a report; expected a failure (kept.csv: ODE_minStep)
-      // The same holds where a smaller step would no longer move t.
+      // KEPT: below the minimum step any error is accepted without a report; expected: a failure (kept.csv:
+      // ODE_minStep) The same holds where a smaller step would no longer move t.
       if (!(error < errorLimit) && h >= minStep && t + direction * h / 2 != t) {
         size = h / 2;
         continue;

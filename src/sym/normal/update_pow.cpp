@@ -12,7 +12,7 @@ namespace {
 
 bool isInteger(double x) { return std::abs(x) < 0x1p63 && within(x, std::nearbyint(x), kEpsilon); }
 
-// KEPT: a power that is 1 loses its coefficient; one would expect the coefficient (kept.csv: Pow_zero_coef,
+// KEPT: a power that is 1 loses its coefficient; expected: the coefficient (kept.csv: Pow_zero_coef,
 // Pow_one_coef)
 void becomeOne(SymObject& node) { setConstant(node, 1); }
 
@@ -56,8 +56,8 @@ void moveCoefficientOut(SymObject& node, SymObject& base, double exponent) {
 void powerOfPower(SymObject& node, const NodePtr& base, double exponent) {
   if (base->coef != 1) return;
   NodePtr u = base->args[0], k = base->args[1];
-  const bool whole = isInteger(exponent);
-  if (!whole && !neverNegative(*u)) {
+  const bool integer = isInteger(exponent);
+  if (!integer && !neverNegative(*u)) {
     if (k->kind != Code::Number) return;
     if (isInteger(k->coef / 2)) u = makeUnary(Code::Abs, std::move(u));
   }

@@ -39,7 +39,7 @@ struct Contents {
 };
 
 // KEPT: a node read back has its kind and coefficient but neither arguments nor the behaviour of its kind: it is worth
-// its coefficient; one would expect the expression (kept.csv: Read_node)
+// its coefficient; expected: the expression (kept.csv: Read_node)
 NodePtr readNode(DataStream& stream, const Contents& contents) {
   auto top = std::make_shared<SymObject>();
   uint64_t pending = 1;
