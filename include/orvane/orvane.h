@@ -10,9 +10,12 @@
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
 #include <orvane/decision_tree.h>
+#include <orvane/elementary.h>
 #include <orvane/elliptic.h>
+#include <orvane/error.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
+#include <orvane/gamma.h>
 #include <orvane/highprecision.h>
 #include <orvane/hypergeometric.h>
 #include <orvane/integral.h>
@@ -36,6 +39,7 @@
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
+#include <orvane/sym_kinds.h>
 #include <orvane/sym_polynomial.h>
 #include <orvane/sym_store.h>
 #include <orvane/sym_text.h>

@@ -7,7 +7,7 @@
 #include "special/hypergeometric/hypergeometric.h"
 
 /// The routines behind the math_ functions, called alike by the exports, by distributions and by expressions. A routine
-/// is named calc and the function's name; what each computes stands at its export in orvane/special.h.
+/// is named calc and the function's name; what each computes stands at its export in the header of its room.
 namespace SpecialFunction {
 
 inline constexpr double kEps = 2.220446049250313e-16;

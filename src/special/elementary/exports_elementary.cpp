@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cmath>
-
-#include "orvane/special.h"
+#include "orvane/elementary.h"
 #include "special/special_function.h"
 
 using namespace SpecialFunction;
@@ -67,67 +65,6 @@ void math_calcUnsymSin(double amplitude, double centre, double leftWidth, double
                        double* out, int32_t count) {
   for (int32_t i = 0; i < count; ++i) out[i] = calcUnsymSin(amplitude, centre, leftWidth, rightWidth, xs[i]);
 }
-
-double math_gamma(double x) { return calcGamma(x); }
-
-double math_lngamma(double x) { return calcLngamma(x); }
-
-double math_invGamma(double y) { return calcInvGamma(y); }
-
-double math_digamma(double x) { return calcDigamma(x); }
-
-double math_polyGamma(double n, double x) { return calcPolyGamma(n, x); }
-
-double math_beta(double a, double b) { return calcBeta(a, b); }
-
-bool math_incompleteGamma(double a, double x, uint8_t lower, double* result) {
-  *result = lower != 0 ? calcIncompleteGammaLower(a, x) : calcIGamma(a, x);
-  return std::isnan(*result);
-}
-
-double math_igamma(double a, double x) { return calcIGamma(a, x); }
-
-double math_RLowerIncompleteGamma(double a, double x) { return calcRLowerIncompleteGamma(a, x); }
-
-double math_RUpperIncompleteGamma(double a, double x) { return calcRUpperIncompleteGamma(a, x); }
-
-double math_InverseRUpperIncompleteGamma(double a, double q) { return calcInverseRUpperIncompleteGamma(a, q); }
-
-double math_ibeta(double x, double a, double b) { return calcIBeta(x, a, b); }
-
-double math_InverseBeta(double y, double a, double b) { return calcInverseBeta(y, a, b); }
-
-double math_erf(double x) { return calcErf(x); }
-
-double math_erfc(double x) { return calcErfc(x); }
-
-double math_erfi(double x) { return calcErfi(x); }
-
-double math_drawson(double x) { return calcDrawson(x); }
-
-double math_lnErfi(double x) { return calcLnErfi(x); }
-
-double math_invErf(double y) { return calcInvErf(y); }
-
-double math_invErfc(double y) { return calcInvErfc(y); }
-
-double math_invErfi(double y) { return calcInvErfi(y); }
-
-double math_invLnErfi(double y) { return calcInvLnErfi(y); }
-
-void math_erfz(double re, double im, double* outRe, double* outIm) { calcErfz(re, im, *outRe, *outIm); }
-
-double math_voigtFunK(double x, double y) { return calcVoigtFunK(x, y); }
-
-double math_voigtFunL(double x, double y) { return calcVoigtFunL(x, y); }
-
-double math_voigtDiffKX(double x, double y) { return calcVoigtDiffKX(x, y); }
-
-double math_voigtDiffKY(double x, double y) { return calcVoigtDiffKY(x, y); }
-
-double math_voigtDiffLX(double x, double y) { return calcVoigtDiffLX(x, y); }
-
-double math_voigtDiffLY(double x, double y) { return calcVoigtDiffKX(x, y); }
 
 double math_lambertW(double x) { return calcLambertW(x); }
 

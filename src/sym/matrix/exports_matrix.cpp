@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "frame/handle.h"
 #include "frame/text.h"
 #include "orvane/sym.h"
 #include "sym/handles.h"
 #include "sym/matrix/matrix.h"
 #include "sym/node/edit.h"
-#include "sym/node/replace.h"
-#include "sym/normal/classify.h"
 
 namespace {
 
 using Sym::kept;
-using Sym::native;
 using Sym::NodePtr;
-using Sym::SymManger;
 
-SymManger& store() { return SymManger::instance(); }
-
-NodePtr find(SymObject* node) { return store().find(native(node)); }
+Sym::SymManger& store() { return Sym::SymManger::instance(); }
 
 std::size_t index(int32_t i) { return static_cast<std::size_t>(i); }
 
@@ -33,35 +26,11 @@ void forEachElement(const Sym::SymMatrix2d_t& matrix, Write&& write) {
 
 }  // namespace
 
-SymObject* sym_createDouble(double value) { return kept(Sym::makeNumber(value)); }
-
-SymObject* sym_createBaseSymVar(const char* name) { return kept(Sym::makeNamed(name)); }
-
-SymObject* sym_funOneParam(SymObject* node, uint8_t code) { return kept(Sym::applyOne(find(node), code)); }
-
-SymObject* sym_funTwoParam(SymObject* a, SymObject* b, uint8_t code) {
-  return kept(Sym::applyTwo(find(a), find(b), code));
-}
-
-SymObject* sym_funMulParam(SymObject* const* nodes, int32_t count, uint8_t code) {
-  Sym::Args clones;
-  clones.reserve(span(nodes, count).size());
-  for (SymObject* node : span(nodes, count)) {
-    const NodePtr* known = store().tempNodes.find(native(node));
-    clones.push_back(known == nullptr ? nullptr : Sym::cloneNode(**known));
-  }
-  return kept(Sym::applyMany(std::move(clones), code));
-}
-
-void sym_clearTempVar(void) { store().tempNodes.clear(); }
-
-double sym_calcExpress(const SymObject* node) { return native(node)->fnValue(); }
-
 SymMatrix2d* sym_createSymMatrix(uint32_t rows, uint32_t cols) {
   return kept(std::make_shared<Sym::SymMatrix2d_t>(rows, cols));
 }
 
-void sym_freeMatrix2d(SymMatrix2d* matrix) { store().matrices.erase(&native(matrix)); }
+void sym_freeMatrix2d(SymMatrix2d* matrix) { store().matrices.erase(pointerOf(matrix)); }
 
 SymMatrix2d* sym_cloneMatrix2d(const SymMatrix2d* matrix) { return kept(Sym::cloneMatrix(native(matrix))); }
 
@@ -71,11 +40,11 @@ void sym_getDataDim(const SymMatrix2d* matrix, int32_t* out) {
 }
 
 SymObject* sym_getSymMatrixData(SymMatrix2d* matrix, int32_t row, int32_t col) {
-  return Sym::handle(native(matrix).at(index(row), index(col)).get());
+  return handleOf<SymObject>(native(matrix).at(index(row), index(col)).get());
 }
 
 void sym_setSymMatrixData(SymMatrix2d* matrix, int32_t row, int32_t col, SymObject* node) {
-  native(matrix).at(index(row), index(col)) = find(node);
+  native(matrix).at(index(row), index(col)) = store().find(pointerOf(node));
 }
 
 void sym_setSymMatrixData2(SymMatrix2d* matrix, int32_t row, int32_t col, const SymMatrix2d* source) {
@@ -122,7 +91,7 @@ int32_t sym_getMatrixID(const SymMatrix2d* matrix) { return native(matrix).id; }
 SymMatrix2d* sym_getMatrixByID(int32_t id) {
   const auto found = std::find_if(store().matrices.begin(), store().matrices.end(),
                                   [id](const auto& entry) { return entry.second->id == id; });
-  return found == store().matrices.end() ? nullptr : Sym::handle(found->first);
+  return found == store().matrices.end() ? nullptr : handleOf<SymMatrix2d>(found->first);
 }
 
 bool sym_isConstant(const SymMatrix2d* matrix) { return Sym::allNumbers(native(matrix)); }
@@ -147,23 +116,12 @@ SymMatrix2d* sym_createSO3ByAxis(const char* name, uint8_t axis) {
   return kept(Sym::rotation(Sym::makeNamed(name), axis));
 }
 
-void sym_setSymValue(const char* name, double value) {
-  const auto entry = store().symbols.find(name);
-  if (entry != store().symbols.end()) entry->second->value = value;
-}
-
-double sym_getBaseSymValue(const BaseSym* variable) { return native(variable).value; }
-
-int32_t sym_getBaseSymName(const BaseSym* variable, char* out, int32_t capacity) {
-  return handOut(native(variable).name, out, capacity);
-}
-
 int32_t sym_getAllBaseSym(const SymMatrix2d* matrix, int32_t row, int32_t col, BaseSym** out, int32_t capacity) {
   std::vector<Sym::VarPtr> found;
   Sym::collectVariables(*native(matrix).at(index(row), index(col)), found);
   const auto count = static_cast<int32_t>(found.size());
   if (count <= capacity)
-    std::transform(found.begin(), found.end(), out, [](const Sym::VarPtr& v) { return Sym::handle(v.get()); });
+    std::transform(found.begin(), found.end(), out, [](const Sym::VarPtr& v) { return handleOf<BaseSym>(v.get()); });
   return count;
 }
 
@@ -187,29 +145,4 @@ void sym_updateSymValue(SymMatrix2d* matrix, int32_t snapshot) {
   if (snapshot != 0) m.saved.resize(m.baseSyms.size());
   for (std::size_t i = 0; i < std::min(m.saved.size(), m.baseSyms.size()); ++i)
     (snapshot != 0 ? m.saved[i] : m.baseSyms[i]->value) = snapshot != 0 ? m.baseSyms[i]->value : m.saved[i];
-}
-
-SymMatrix2d* sym_replaceSym(const SymMatrix2d* matrix, const char* const* names, const char* const* replacements,
-                            const uint8_t* flags, int32_t count) {
-  const Sym::MatrixPtr result = Sym::cloneMatrix(native(matrix));
-  for (int32_t i = 0; i < count; ++i) Sym::replaceSym(*result, names[i], replacements[i], flags[i] != 0);
-  return kept(result);
-}
-
-bool sym_isLineExpress(const SymMatrix2d* matrix, int32_t row, int32_t col) {
-  return Sym::isLineExpress(*native(matrix).at(index(row), index(col)));
-}
-
-bool sym_isQuadExpress(const SymMatrix2d* matrix, int32_t row, int32_t col) {
-  return Sym::isQuadExpress(*native(matrix).at(index(row), index(col)));
-}
-
-int32_t sym_getLineExpress(const SymMatrix2d* matrix, int32_t row, int32_t col, BaseSym** variables,
-                           double* coefficients) {
-  const auto terms = Sym::getLineExpress(*native(matrix).at(index(row), index(col)));
-  for (const auto& [variable, coefficient] : terms) {
-    *variables++ = Sym::handle(variable.get());
-    *coefficients++ = coefficient;
-  }
-  return static_cast<int32_t>(terms.size());
 }
