@@ -52,10 +52,10 @@ double acoth(double x) { return std::atanh(1 / x); }
 double erf(double x) { return std::erf(x); }
 double erfc(double x) { return std::erfc(x); }
 double gamma(double x) { return std::tgamma(x); }
-double lnGamma(double x) { return std::lgamma(x); }
+double lnGamma(double x) { return SpecialFunction::calcLngamma(x); }
 
 // KEPT: loses the sign of Beta at negative arguments; one would expect the sign of math_beta (kept.csv: Beta_sign)
-double beta(double a, double b) { return std::exp(std::lgamma(a) + std::lgamma(b) - std::lgamma(a + b)); }
+double beta(double a, double b) { return std::exp(lnGamma(a) + lnGamma(b) - lnGamma(a + b)); }
 
 double inverseLambertW(double x) { return x * std::exp(x); }
 double round(double x) { return std::round(x); }
