@@ -20,6 +20,8 @@
 #include <orvane/line_programme.h>
 #include <orvane/loss.h>
 #include <orvane/matrix.h>
+#include <orvane/network.h>
+#include <orvane/network_layer.h>
 #include <orvane/optimizer.h>
 #include <orvane/paths.h>
 #include <orvane/pdf.h>
