@@ -139,8 +139,7 @@ bool NetWork_c::addGradients(SampleRows in, SampleRows targets) {
     for (std::size_t s = 0; s < samples; ++s) std::copy_n(in[s], input->size(), input->y + s * input->size());
     forward(training != 0);
     const std::size_t n = output->size();
-    for (std::size_t s = 0; s < samples; ++s)
-      costGrad({output->y + s * n, n}, targets[s], {output->dy + s * n, n});
+    for (std::size_t s = 0; s < samples; ++s) costGrad({output->y + s * n, n}, targets[s], {output->dy + s * n, n});
     backward();
     in = in.subspan(samples);
     targets = targets.subspan(samples);

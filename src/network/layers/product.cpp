@@ -82,7 +82,8 @@ template <std::size_t kRows>
   for (; j < cols; ++j)
     for (std::size_t r = 0; r < kRows; ++r) {
       double sum = c[r * cols + j];
-      for (std::size_t k = 0; k < inner; ++k) sum += left.at[r * left.rowStep + k * left.innerStep] * right[k * cols + j];
+      for (std::size_t k = 0; k < inner; ++k)
+        sum += left.at[r * left.rowStep + k * left.innerStep] * right[k * cols + j];
       c[r * cols + j] = sum;
     }
 }
