@@ -115,6 +115,11 @@ class NetOptimizer_c final : public BaseData {
   void oneTry();
   void makeSteps();
   void makeDenseSteps(NetSolverByDogLeg& dense);
+  struct PenaltyRow {
+    std::size_t place;  ///< in the flat variables
+    double factor;
+  };
+  std::vector<PenaltyRow> penaltyRows() const;
   bool residuals(std::span<double> r);
   bool jacobian(std::span<double> rows);
 
