@@ -13,7 +13,7 @@ using PDF::quickExp;
 using PDF::quickExpm1;
 using PDF::quickLog1p;
 
-/// x with the sign of s.
+/// |x| with the sign of s.
 inline double withSign(double x, double s) { return std::copysign(x, s); }
 
 /// Derivative of |x|: 0 at 0.

@@ -69,7 +69,7 @@ struct Mish {
 };
 
 struct AntiSym {
-  static double value(double x) { return 16 * x / (x * x + 64); }
+  static double value(double x) { return 16 / (x + 64 / x); }
   static double slope(double x, double) {
     const double w = 1 / (x * x + 64);
     return 16 * w * (128 * w - 1);

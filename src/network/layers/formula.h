@@ -47,6 +47,12 @@ template <bool kVector, class Term>
   }
 }
 
+/// The gradient that passes an entry. None passes where none comes in, infinite slopes or not.
+[[gnu::always_inline]] inline double passed(double dy, double slope) {
+  const double product = dy * slope;
+  return dy == 0 ? 0 : product;
+}
+
 /// y = value(x); slope(x, y) is the derivative.
 template <auto value, auto slope>
 struct ElementLoops {
@@ -64,7 +70,7 @@ struct ElementLoops {
     double* __restrict dx = layer.input1->dy;
     const std::size_t n = layer.size() * static_cast<std::size_t>(layer.samples);
     vectorised([=] {
-      for (std::size_t i = 0; i < n; ++i) dx[i] += dy[i] * slope(x[i], y[i]);
+      for (std::size_t i = 0; i < n; ++i) dx[i] += passed(dy[i], slope(x[i], y[i]));
     });
   }
 };
@@ -105,9 +111,9 @@ struct PairLoops {
     for (std::size_t s = 0; s < static_cast<std::size_t>(layer.samples); ++s) {
       const double *xs = x.value + s * x.step, *as = a.value + s * a.step, *y = layer.y + s * n, *dy = layer.dy + s * n;
       addTerms<kX>(x.delta + s * x.step, n,
-                   [=](std::size_t i) { return dy[i] * F::byX(entry<kX>(xs, i), entry<kA>(as, i), y[i]); });
+                   [=](std::size_t i) { return passed(dy[i], F::byX(entry<kX>(xs, i), entry<kA>(as, i), y[i])); });
       addTerms<kA>(a.delta + s * a.step, n,
-                   [=](std::size_t i) { return dy[i] * F::byA(entry<kX>(xs, i), entry<kA>(as, i), y[i]); });
+                   [=](std::size_t i) { return passed(dy[i], F::byA(entry<kX>(xs, i), entry<kA>(as, i), y[i])); });
     }
   }
 
@@ -147,7 +153,7 @@ struct TripleLoops {
     vectorised([=] {
       for (std::size_t s = 0; s < samples * n; s += n) {
         const auto by = [=](auto slope) {
-          return [=](std::size_t i) { return dy[s + i] * slope(x[s + i], a[i], b[i], y[s + i]); };
+          return [=](std::size_t i) { return passed(dy[s + i], slope(x[s + i], a[i], b[i], y[s + i])); };
         };
         addTerms<true>(dx + s, n, by(F::byX));
         addTerms<true>(da, n, by(F::byA));

@@ -97,13 +97,13 @@ struct Gaussian {
 struct InverseQuadratic {
   static double value(double b, double d) { return 1 / (1 + b * b * d); }
   static double byDistance(double b, double y) { return -b * b * y * y; }
-  static double byB(double b, double y, double d) { return -2 * b * d * y * y; }
+  static double byB(double b, double y, double d) { return -2 * b * (d * y) * y; }
 };
 
 struct InverseMultiquadric {
   static double value(double b, double d) { return 1 / std::sqrt(1 + b * b * d); }
   static double byDistance(double b, double y) { return -0.5 * b * b * y * y * y; }
-  static double byB(double b, double y, double d) { return -b * d * y * y * y; }
+  static double byB(double b, double y, double d) { return -b * (d * y) * y * y; }
 };
 
 const std::vector<NetVar_s*>& varsOf(const NetLayer_s& layer) {

@@ -5,6 +5,7 @@
 
 #include "network/layers/activation.h"
 #include "network/layers/formula.h"
+#include "network/layers/root_of_squares.h"
 #include "orvane/network_layer.h"
 
 namespace NetWork {
@@ -36,15 +37,8 @@ double mean(In x) { return sum(x) / static_cast<double>(x.size()); }
 std::size_t largest(In x) { return static_cast<std::size_t>(std::ranges::max_element(x) - x.begin()); }
 std::size_t smallest(In x) { return static_cast<std::size_t>(std::ranges::min_element(x) - x.begin()); }
 
-/// |x|, without overflow of the squares.
 double length(In x) {
-  const double plain = dot(x, x);
-  if (plain > 1e-280 && plain < 1e290) return std::sqrt(plain);
-  const double unit = std::abs(*std::ranges::max_element(x, {}, [](double v) { return std::abs(v); }));
-  if (unit == 0 || !std::isfinite(unit)) return unit;
-  double scaled = 0;
-  for (const double v : x) scaled += (v / unit) * (v / unit);
-  return unit * std::sqrt(scaled);
+  return rootOfSquares([=](const auto& f) { std::ranges::for_each(x, f); });
 }
 
 /// x/|x|.
@@ -88,37 +82,38 @@ struct SoftMax {
   }
 };
 
-/// (x - mean)/sd; F gives the factor 1/sd from sd^2 = mean of (x - mean)^2.
+/// (x - mean) F(sd), sd^2 = mean of (x - mean)^2.
 template <class F>
 struct Standardise {
-  static double factor(In x, double centre) {
-    double squares = 0;
-    for (const double v : x) squares += (v - centre) * (v - centre);
-    return F::factor(squares / static_cast<double>(x.size()));
+  static double deviation(In x, double centre) {
+    const auto visit = [=](const auto& f) {
+      for (const double v : x) f(v - centre);
+    };
+    return rootOfSquares(visit) / std::sqrt(static_cast<double>(x.size()));
   }
   static void forward(In x, Out y) {
-    const double centre = mean(x), scale = factor(x, centre);
+    const double centre = mean(x), scale = F::factor(deviation(x, centre));
     for (std::size_t i = 0; i < x.size(); ++i) y[i] = (x[i] - centre) * scale;
   }
   static void backward(const Sample& s) {
-    const double scale = factor(s.x, mean(s.x)), centre = mean(s.dy);
-    const double along = F::scales(scale) ? dot(s.y, s.dy) / static_cast<double>(s.x.size()) : 0;
+    const double sd = deviation(s.x, mean(s.x)), scale = F::factor(sd), centre = mean(s.dy);
+    const double along = F::scales(sd) ? dot(s.y, s.dy) / static_cast<double>(s.x.size()) : 0;
     for (std::size_t i = 0; i < s.x.size(); ++i) s.dx[i] += (s.dy[i] - centre - s.y[i] * along) * scale;
   }
 };
 
-/// Of equal entries there is no scale to take.
+/// Equal entries have no scale.
 struct Zscore {
   static constexpr double kLeast = 1e-16;
-  static double factor(double variance) { return std::sqrt(variance) < kLeast ? 1 : 1 / std::sqrt(variance); }
-  static bool scales(double factor) { return factor != 1; }
+  static bool scales(double sd) { return !(sd < kLeast); }
+  static double factor(double sd) { return scales(sd) ? 1 / sd : 1; }
 };
 
 /// Ba et al. 2016, without gain and bias.
 struct Layer {
-  static constexpr double kOffset = 1e-12;
-  static double factor(double variance) { return 1 / std::sqrt(variance + kOffset); }
+  static constexpr double kOffset = 1e-6;
   static bool scales(double) { return true; }
+  static double factor(double sd) { return 1 / std::hypot(sd, kOffset); }
 };
 
 /// (x - min)/(max - min).

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "network/layers/kind_table.h"
+#include "network/layers/root_of_squares.h"
 #include "orvane/network_layer.h"
 
 namespace NetWork {
@@ -135,7 +136,7 @@ struct Stochastic {
   }
 };
 
-/// Pools over all cells: F::value of a window, F::slope of one cell, given what F::Window has kept.
+/// Pools over all cells: F is made from a window and gives its value and the derivative by a cell.
 template <class F>
 struct PoolAll {
   static void forward(NetLayer_s& layer) {
@@ -166,11 +167,10 @@ class Mean {
 
 class Norm2 {
  public:
-  Norm2(const Grid& g, const double* x, std::size_t first) : count(static_cast<double>(g.cells)) {
-    double squares = 0;
-    g.forWindow(first, [&](std::size_t p) { squares += x[p] * x[p]; });
-    norm = std::sqrt(squares);
-  }
+  Norm2(const Grid& g, const double* x, std::size_t first)
+      : count(static_cast<double>(g.cells)), norm(rootOfSquares([&](const auto& f) {
+          g.forWindow(first, [&](std::size_t p) { f(x[p]); });
+        })) {}
   double value() const { return norm / count; }
   double slope(double x) const { return norm == 0 ? 0 : x / norm / count; }
 

@@ -19,7 +19,7 @@ struct Swish {
     const double t = x * a;
     return sigmoid(t) + t * sigmoidSlope(t);
   }
-  static double byA(double x, double a, double) { return x * x * sigmoidSlope(x * a); }
+  static double byA(double x, double a, double) { return x * (x * sigmoidSlope(x * a)); }
 };
 
 struct ELU {
@@ -153,23 +153,28 @@ using XCos2 = Wave<[](double x) { return std::cos(x) * std::cos(x); }, [](double
 /// Density of Weibull's distribution with rate a and shape b, continued as an odd function; with z = a |x|
 /// f = a b z^(b-1) exp(-z^b). At 0 the value is 0 and so is what has no finite limit.
 struct Weibull {
+  /// term(z, z^b) exp(-z^b); 0 where the decay is, whatever the powers.
+  template <class Term>
+  static double decaying(double x, double a, double b, const Term& term) {
+    const double z = std::abs(x) * a, q = std::pow(z, b), decay = std::exp(-q);
+    return x == 0 || decay == 0 ? 0 : term(z, q) * decay;
+  }
   static double value(double x, double a, double b) {
-    const double z = std::abs(x) * a;
-    return x == 0 ? 0 : withSign(a * b * std::pow(z, b - 1) * std::exp(-std::pow(z, b)), x);
+    return withOdd(x, decaying(x, a, b, [=](double z, double) { return a * b * std::pow(z, b - 1); }));
   }
   static double byX(double x, double a, double b, double) {
-    const double z = std::abs(x) * a, q = std::pow(z, b);
     if (x == 0) return b == 2 ? 2 * a * a : 0;
-    return a * a * b * std::pow(z, b - 2) * std::exp(-q) * (b - 1 - b * q);
+    return decaying(x, a, b, [=](double z, double q) { return a * a * b * std::pow(z, b - 2) * (b - 1 - b * q); });
   }
   static double byA(double x, double a, double b, double) {
-    const double z = std::abs(x) * a, q = std::pow(z, b);
-    return x == 0 ? 0 : withSign(b * b * std::pow(z, b - 1) * std::exp(-q) * (1 - q), x);
+    return withOdd(x, decaying(x, a, b, [=](double z, double q) { return b * b * std::pow(z, b - 1) * (1 - q); }));
   }
   static double byB(double x, double a, double b, double) {
-    const double z = std::abs(x) * a, q = std::pow(z, b);
-    return x == 0 ? 0 : withSign(a * std::pow(z, b - 1) * std::exp(-q) * (1 + b * std::log(z) * (1 - q)), x);
+    return withOdd(x, decaying(x, a, b, [=](double z, double q) {
+      return a * std::pow(z, b - 1) * (1 + b * std::log(z) * (1 - q));
+    }));
   }
+  static double withOdd(double x, double size) { return x < 0 ? -size : size; }
 };
 
 struct AMulXB {
