@@ -83,7 +83,8 @@ ORVANE_API NetOptimizer* api_CreateOptimizer(void);
  * New step rule. The dog-leg minimises the sum of squares of all outputs less all targets over all training rows: its
  * matrix has rows*outputs by variables entries, so it is for small networks, and for starts near a solution: its steps
  * are long. Sign rules, tests and penalties of kind 2 act on it, and a small penalty helps where variables are
- * redundant; costs, batches, penalties of kind 1, drop, step limit and look-ahead do not. An iteration counts as a step.
+ * redundant; costs, batches, penalties of kind 1, drop, step limit and look-ahead do not. An iteration counts as a
+ * step.
  *
  * @param kind  an ORVANE_STEPPER_
  * @return handle, released by api_FreeHandle; null for any other kind

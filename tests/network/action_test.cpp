@@ -140,7 +140,8 @@ TEST(Actions, CodesOfInit) {
     const Member member(host, 1);
     OptNetSet* set = driver(host);
     for (int32_t slot = 0; slot < 4; ++slot)
-      if (const Slot& s = c.slots[static_cast<std::size_t>(slot)]) action_OptNetSet_SetDataDim(set, s->first, s->second, slot);
+      if (const Slot& s = c.slots[static_cast<std::size_t>(slot)])
+        action_OptNetSet_SetDataDim(set, s->first, s->second, slot);
     EXPECT_EQ(action_OptNetSet_Init(set), 100);
     action_OptNetSet_SetRoot(set, net(host, member.network));
     EXPECT_EQ(action_OptNetSet_Init(set), 100) << "not one that trains";

@@ -94,8 +94,9 @@ TEST(Steppers, ShortStreamIsBad) {
 }
 
 TEST(Steppers, TypeCodes) {
-  const std::map<int, int> codes{{0, 60}, {1, 60}, {2, 28},  {3, 24},  {4, 34},  {5, 26},  {6, 27},  {7, 25},  {8, 23},
-                                 {9, 29}, {10, 30}, {11, 31}, {12, 32}, {13, 33}, {14, 63}, {15, 66}, {16, 67}, {17, 68}};
+  const std::map<int, int> codes{{0, 60},  {1, 60},  {2, 28},  {3, 24},  {4, 34},  {5, 26},
+                                 {6, 27},  {7, 25},  {8, 23},  {9, 29},  {10, 30}, {11, 31},
+                                 {12, 32}, {13, 33}, {14, 63}, {15, 66}, {16, 67}, {17, 68}};
   for (int kind = -1; kind < 300; ++kind) {
     const auto stepper = NetWork::makeStepper(kind);
     ASSERT_EQ(stepper != nullptr, codes.count(kind) == 1) << kind;

@@ -127,12 +127,9 @@ TEST(Training, StepLimit) {
 
 TEST(Training, SignRules) {
   // One step of rate 1 goes to the target, then the rule.
-  const std::vector<std::pair<uint8_t, Values>> cases{{0, {-4, 3, 5e-9, -5e-9}},
-                                                      {1, {0.001, 3, 0.001, 0.001}},
-                                                      {2, {0, 3, 5e-9, -5e-9}},
-                                                      {3, {-4, -0.001, -0.001, -0.001}},
-                                                      {4, {-4, 0, 5e-9, -5e-9}},
-                                                      {5, {-4, 3, 0.001, -0.001}}};
+  const std::vector<std::pair<uint8_t, Values>> cases{{0, {-4, 3, 5e-9, -5e-9}}, {1, {0.001, 3, 0.001, 0.001}},
+                                                      {2, {0, 3, 5e-9, -5e-9}},  {3, {-4, -0.001, -0.001, -0.001}},
+                                                      {4, {-4, 0, 5e-9, -5e-9}}, {5, {-4, 3, 0.001, -0.001}}};
   for (const auto& [flag, expected] : cases) {
     Host host;
     NetVar* a;
@@ -193,7 +190,8 @@ TEST(Training, Costs) {
     return sum;
   };
   const std::vector<std::function<double(const Values&)>> losses{
-      [&](const Values& v) { return squares(v, 1); }, [&](const Values& v) { return squares(v, 3); },
+      [&](const Values& v) { return squares(v, 1); },
+      [&](const Values& v) { return squares(v, 3); },
       [&](const Values& v) {
         double sum = 0;
         for (std::size_t i = 0; i < 3; ++i) sum -= (t[i] * std::log(v[i]) + (1 - t[i]) * std::log(1 - v[i])) / 3;
@@ -309,7 +307,8 @@ TEST(Training, ByClass) {
 }
 
 TEST(Training, Rescales) {
-  // y = x + a with a = 0 and targets that are the rescaled inputs: nothing to learn. Test rows have the training's scale.
+  // y = x + a with a = 0 and targets that are the rescaled inputs: nothing to learn. Test rows have the training's
+  // scale.
   const double d = std::sqrt(1.5);
   const std::vector<std::pair<uint8_t, Values>> cases{{0, {0, 0, 0.5, 0, 1, 0, 2, -4}},
                                                       {1, {-d, 0, 0, 0, d, 0, 3 * d, -4}}};
@@ -442,7 +441,8 @@ TEST(Training, Files) {
   NetOptimizer* opt = host.optimizer(host.shift(1, 0.0), ORVANE_STEPPER_SGD);
   const auto path = std::filesystem::temp_directory_path() / ("orvane_training_" + std::to_string(std::rand()));
   const auto write = [&](const Values& values, std::size_t bytes) {
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(values.data()), static_cast<std::streamsize>(bytes));
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(values.data()), static_cast<std::streamsize>(bytes));
   };
   const auto read = [&](int32_t rows, int32_t in, int32_t out) {
     api_OptReadDataFromFile(opt, path.c_str(), rows, in, out, 1);

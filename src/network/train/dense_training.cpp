@@ -30,8 +30,7 @@ void NetOptimizer_c::makeDenseSteps(NetSolverByDogLeg& dense) {
   };
   dogLeg.resFun = [&](std::span<const double> x, std::span<double> r) {
     net->setVar(x.data());
-    for (std::size_t i = 0; i < penalties.size(); ++i)
-      r[outputCount + i] = penalties[i].factor * x[penalties[i].place];
+    for (std::size_t i = 0; i < penalties.size(); ++i) r[outputCount + i] = penalties[i].factor * x[penalties[i].place];
     if (!residuals(r)) std::ranges::fill(r, kNaN);  // ends the solve with the best point so far
   };
   int32_t sinceTest = 0;
@@ -67,8 +66,7 @@ std::vector<NetOptimizer_c::PenaltyRow> NetOptimizer_c::penaltyRows() const {
     const auto found = regVar.find(var);
     const bool has = found != regVar.end() && found->second.kind == 2 && found->second.weight > 0.0;
     for (std::size_t i = 0; i < var->value.size(); ++i, ++place)
-      if (has)
-        all.push_back({place, std::sqrt(2.0 * static_cast<double>(data.trainX->size()) * found->second.weight)});
+      if (has) all.push_back({place, std::sqrt(2.0 * static_cast<double>(data.trainX->size()) * found->second.weight)});
   }
   return all;
 }

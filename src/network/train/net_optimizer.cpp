@@ -178,7 +178,7 @@ void NetOptimizer_c::use(const DataSets& rows) {
     data.testY = data.trainY;
   }
   if (dxCorrection == nullptr) dxCorrection = std::make_unique<NetDxCorrectionByNothing_c>();
-  if (costGrad == nullptr) setCost(0);
+  if (costGrad == nullptr) costGrad = costGradient(0);
   net->costGrad = costGrad;
 }
 
