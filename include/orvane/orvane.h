@@ -6,6 +6,7 @@
 #ifndef ORVANE_ORVANE_H
 #define ORVANE_ORVANE_H
 
+#include <orvane/action.h>
 #include <orvane/array.h>
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
@@ -25,6 +26,11 @@
 #include <orvane/map_coordinates.h>
 #include <orvane/matrix.h>
 #include <orvane/mesh.h>
+#include <orvane/loss.h>
+#include <orvane/matrix.h>
+#include <orvane/network.h>
+#include <orvane/network_layer.h>
+#include <orvane/network_training.h>
 #include <orvane/optimizer.h>
 #include <orvane/paths.h>
 #include <orvane/pdf.h>
