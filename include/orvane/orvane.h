@@ -18,6 +18,7 @@
 #include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
 #include <orvane/line_programme.h>
+#include <orvane/loss.h>
 #include <orvane/matrix.h>
 #include <orvane/optimizer.h>
 #include <orvane/paths.h>
