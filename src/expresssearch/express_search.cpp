@@ -3,31 +3,14 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 #include <numeric>
 
 #include "expresssearch/kinds.h"
+#include "expresssearch/run_mark.h"
 #include "frame/random.h"
 
 namespace Search {
 namespace {
-
-/// Marks a search as running while it lives; `first` is false where one runs already.
-class RunMark {
- public:
-  explicit RunMark(std::atomic<bool>& running) : flag(running), first(!running.exchange(true)) {}
-  ~RunMark() {
-    if (first) flag = false;
-  }
-  RunMark(const RunMark&) = delete;
-  RunMark& operator=(const RunMark&) = delete;
-
- private:
-  std::atomic<bool>& flag;
-
- public:
-  const bool first;
-};
 
 std::vector<double> copyOf(std::span<const double> data) { return {data.begin(), data.end()}; }
 
@@ -146,15 +129,15 @@ void ExpressSearch_c::keep(const Judgement& judged, FunctionRef<void(Result&)> f
 }
 
 Solver::SolverByDogLeg_c& ExpressSearch_c::makeSolver(int32_t varCount, int32_t resCount) {
-  auto solver = std::make_unique<Solver::SolverByDogLeg_c>();
-  solver->rng = &rng;
-  solver->iterLimit = solverIter;
-  solver->noImproveLimit = solverNoImprove;
-  solver->targetError = solverTarget;
-  solver->tol = solverTol;
-  solver->init(varCount, resCount);
+  auto made = std::make_unique<Solver::SolverByDogLeg_c>();
+  made->rng = &rng;
+  made->iterLimit = solver.iter;
+  made->noImproveLimit = solver.noImprove;
+  made->targetError = solver.target;
+  made->tol = solver.tol;
+  made->init(varCount, resCount);
   const std::lock_guard guard(solverLock);
-  denseSolver = std::move(solver);
+  denseSolver = std::move(made);
   if (stopped()) denseSolver->stop = 1;
   return *denseSolver;
 }
@@ -163,11 +146,6 @@ void ExpressSearch_c::askStop() {
   stop = true;
   const std::lock_guard guard(solverLock);
   if (denseSolver != nullptr) denseSolver->stop = 1;
-}
-
-void calExpress(const SearchSettings& settings, const Result& result, double* out) {
-  const KindRow* row = findKind(result.kind);
-  if (row != nullptr) row->evaluate(settings, result, {out, rowsOf(settings, *row)});
 }
 
 }  // namespace Search

@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "expresssearch/flock.h"
 #include "expresssearch/results.h"
 #include "expresssearch/transformations.h"
 #include "frame/base_data.h"
@@ -37,10 +38,11 @@ struct SearchSettings {
   Vectors columns;  ///< raw data of peaks and surfaces
   std::vector<double> columnShift;
 
-  int32_t birdPop = 32, birdIter = 8;
-  uint8_t birdFlag = 4;
-  int32_t solverIter = 512, solverNoImprove = 16;
-  double solverTarget = 0.001, solverTol = 1e-6;
+  OptimizerByNbird_c::Settings bird;
+  struct LeastSquares {
+    int32_t iter = 512, noImprove = 16;
+    double tol = 1e-6, target = 0.001;
+  } solver;  ///< of denseSolver
 };
 
 /// The search for a formula. Search, and all that changes settings, on one thread; stop and the getters on any.

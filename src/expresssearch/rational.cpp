@@ -72,7 +72,7 @@ class RationalFit {
   void evaluate(std::span<const uint32_t> positions) {
     if (transformation == nullptr) return;
     const std::span<const double> all = coef, data = owner.originalY;
-    const LinearForm over{all[0], all.subspan(1, split.numerator), &columns[1]};
+    const LinearForm over{all[0], all.subspan(1, split.numerator), columns.data() + 1};
     const LinearForm under{1.0, all.subspan(top()), columns.data() + top()};
     const double bound = owner.store.errorBound(owner.limits);
     LaneSums sums{};
@@ -133,6 +133,14 @@ void searchSplits(ExpressSearch_c& search, int64_t first, int64_t last) {
 }  // namespace
 
 void searchRational(ExpressSearch_c& search) { searchSplits(search, 0, search.maxTerms); }
+
+void evaluateRational(const SearchSettings& data, const Result& result, std::span<double> out) {
+  std::vector<const double*> columns;
+  for (const auto* indices : {&result.numIdx, &result.denIdx})
+    for (const int32_t index : *indices) columns.push_back(data.terms[static_cast<std::size_t>(index)].data());
+  rationalValues({result.c0, result.numCoef, columns.data()},
+                 {result.d0, result.denCoef, columns.data() + result.numIdx.size()}, 0, out);
+}
 
 void searchRationalStage(ExpressSearch_c& search) {
   const int64_t half = search.maxTerms / 2;

@@ -42,6 +42,11 @@ int32_t SearchResultByTwoIndex_c::lists(double* coef, int32_t* idx, double* coef
   return static_cast<int32_t>(denIdx.empty() ? denCoef.size() : denIdx.size());
 }
 
+const Result* noResult(double* out) {
+  if (out != nullptr) *out = kNoResult;
+  return nullptr;
+}
+
 double ResultStore::errorBound(const Limits& limits) const {
   return bestResult == nullptr ? kInfinity : std::max(limits.error, bestResult->error);
 }
@@ -93,10 +98,7 @@ const Result* ResultStore::at(int64_t i, double* out) {
 }
 
 const Result* ResultStore::handOut(const Held& result, double* out) {
-  if (result == nullptr) {
-    if (out != nullptr) *out = kNoResult;
-    return nullptr;
-  }
+  if (result == nullptr) return noResult(out);
   if (out != nullptr) result->info(out);
   handedOut.insert(result);
   return result.get();

@@ -47,6 +47,9 @@ struct Limits {
   double error = 0.0, fit = 0.0;
 };
 
+/// The answer where there is no result: null, and out[0] = 255.
+const Result* noResult(double* out);
+
 /// The accepted results and the best one. One thread writes; others may read at any time. A result that was handed out
 /// stays alive as long as this object.
 class ResultStore {
@@ -55,6 +58,9 @@ class ResultStore {
 
   /// A candidate with an error above this, below kNoError, is forgotten whatever else it is. For the writing thread.
   double errorBound(const Limits& limits) const;
+
+  /// Whether an error is no worse than the best one. For the writing thread.
+  bool reaches(double error) const { return bestResult == nullptr || error <= bestResult->error; }
 
   void countCandidate() { searchNum = searchNum.get() + 1; }
   Verdict verdict(const Judgement& judgement, const Limits& limits) const;
