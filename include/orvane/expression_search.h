@@ -3,9 +3,9 @@
  * @file
  * Expression search: formulas for data.
  *
- * The host gives a vector y and candidate terms x_0, x_1, .. (variables, their powers, products, any functions of them),
- * all of one length. api_ES_Search tries rational formulas of the terms with a budget of `maxTerms` parameters, fits
- * each one, and keeps those that pass the limits. Peaks and implicit surfaces are fitted to raw columns instead.
+ * The host gives a vector y and candidate terms x_0, x_1, .. (variables, their powers, products, any functions of
+ * them), all of one length. api_ES_Search tries rational formulas of the terms with a budget of `maxTerms` parameters,
+ * fits each one, and keeps those that pass the limits. Peaks and implicit surfaces are fitted to raw columns instead.
  *
  *     kind  model                                                               parameters, maxTerms
  *     0     (c0 + sum a_i x_i) / (1 + sum b_j x_j)                              1 + |P| + |Q|
@@ -45,14 +45,14 @@ typedef struct SearchResult SearchResult;
 
 /** Kinds of models. */
 enum {
-  ES_KIND_RATIONAL = 0,       /**< linear in its terms above and below */
-  ES_KIND_POWERS = 1,         /**< every term with a free exponent */
-  ES_KIND_POWERS_BELOW = 2,   /**< the denominator's terms with a free exponent */
-  ES_KIND_PEAKS = 16,         /**< columns x, y: Gaussian and Lorentzian peaks over a constant */
-  ES_KIND_SURFACE = 60,       /**< m columns: a plane (m+1 terms), a quadric along the axes (2m+1), any quadric
-                                   (2m+1+m(m-1)/2, m at least 2) */
-  ES_KIND_PAIR_SURFACE = 61,  /**< m columns: a power of each and products of powers of each pair */
-  ES_KIND_POWER_SURFACE = 62  /**< m columns: powers of single columns, taken by turns, the last column first */
+  ES_KIND_RATIONAL = 0,      /**< linear in its terms above and below */
+  ES_KIND_POWERS = 1,        /**< every term with a free exponent */
+  ES_KIND_POWERS_BELOW = 2,  /**< the denominator's terms with a free exponent */
+  ES_KIND_PEAKS = 16,        /**< columns x, y: Gaussian and Lorentzian peaks over a constant */
+  ES_KIND_SURFACE = 60,      /**< m columns: a plane (m+1 terms), a quadric along the axes (2m+1), any quadric
+                                  (2m+1+m(m-1)/2, m at least 2) */
+  ES_KIND_PAIR_SURFACE = 61, /**< m columns: a power of each and products of powers of each pair */
+  ES_KIND_POWER_SURFACE = 62 /**< m columns: powers of single columns, taken by turns, the last column first */
 };
 
 /**
@@ -107,8 +107,8 @@ ORVANE_API void api_ES_AddX(ExpressSearch* es, const double* data, int32_t n);
 ORVANE_API void api_ES_SetY(ExpressSearch* es, const double* data, int32_t n);
 
 /**
- * Appends a raw column, for the kinds from 16 on. Power surfaces see it shifted by 1 minus its smallest value where that
- * is below 0.01, otherwise as it is.
+ * Appends a raw column, for the kinds from 16 on. Power surfaces see it shifted by 1 minus its smallest value where
+ * that is below 0.01, otherwise as it is.
  *
  * @param es    search
  * @param data  [n] values; copied
@@ -128,8 +128,8 @@ ORVANE_API void api_ES_AddOriginalData(ExpressSearch* es, const double* data, in
 ORVANE_API void api_ES_SetLimitCondition(ExpressSearch* es, double errorLimit, double fitLimit, int32_t limitCount);
 
 /**
- * The flock that fits peaks and power surfaces: local fits from several starts, and from points on the lines to the best
- * of them. Holds from the next search on. At the start 32, 8, 4.
+ * The flock that fits peaks and power surfaces: local fits from several starts, and from points on the lines to the
+ * best of them. Holds from the next search on. At the start 32, 8, 4.
  *
  * @param es    search
  * @param pop   number of starts
@@ -156,13 +156,14 @@ ORVANE_API void api_ES_SetSolverParam(ExpressSearch* es, int32_t iter, int32_t n
  * anew, as by srand(20200923).
  *
  * Each candidate is counted when it is judged. Kind 0 drops one with a coefficient above 1e10 in size before that. A
- * candidate within both limits joins the list. One that is not within them, but has a smaller error than the best result
- * so far, becomes the best result without joining. Kinds 1 and 2 pass over terms with a negative value; they start
- * from ones and hold the squares of all coefficients, c0 and d0 to the mean 1, as a common factor is free. Kind 16 needs
- * two columns, x and y, and tries g Gaussian and k - g Lorentzian peaks for g from 0 to k - 1, k peaks in all. Kind 60
- * solves for the constant first (its target is then -1), then for the term with the largest coefficient, and keeps the
- * one with the smaller error. Kinds 61 and 62 solve for the last column, by Newton's method from its value in the data,
- * and hold the squares of all coefficients and c to the sum 1. Kinds 16, 61 and 62 need as many rows as parameters.
+ * candidate within both limits joins the list. One that is not within them, but has a smaller error than the best
+ * result so far, becomes the best result without joining. Kinds 1 and 2 pass over terms with a negative value; they
+ * start from ones and hold the squares of all coefficients, c0 and d0 to the mean 1, as a common factor is free. Kind
+ * 16 needs two columns, x and y, and tries g Gaussian and k - g Lorentzian peaks for g from 0 to k - 1, k peaks in all.
+ * Kind 60 solves for the constant first (its target is then -1), then for the term with the largest coefficient, and
+ * keeps the one with the smaller error. Kinds 61 and 62 solve for the last column, by Newton's method from its value in
+ * the data, and hold the squares of all coefficients and c to the sum 1. Kinds 16, 61 and 62 need as many rows as
+ * parameters.
  *
  * @param es          search
  * @param maxTerms    number of parameters, as in the table above; a number that the kind does not have finds nothing
@@ -221,8 +222,8 @@ ORVANE_API const SearchResult* api_ES_GetResultByIndex(ExpressSearch* es, int32_
 ORVANE_API void api_ES_GetResultInfo(const SearchResult* result, double* out);
 
 /**
- * The formula of a result. With n the number of parameters, out[2] of api_ES_GetResultInfo, buffers of the lengths below
- * always suffice. A buffer may be null and is then passed over. Indices of terms count from 0 in the order of
+ * The formula of a result. With n the number of parameters, out[2] of api_ES_GetResultInfo, buffers of the lengths
+ * below always suffice. A buffer may be null and is then passed over. Indices of terms count from 0 in the order of
  * api_ES_AddX.
  *
  *     kind   coef [n+2]                       idx [n]            coef2 [n+2]                 denIdx [n]
@@ -235,8 +236,8 @@ ORVANE_API void api_ES_GetResultInfo(const SearchResult* result, double* out);
  *
  * Kind 60: A_k of the m columns, then of their squares, then of the products in the order (0,1), (0,2), .., (1,2), ..,
  * then the constant A_0; idx names the term that the surface is solved for, counted in that order. Kind 61: a_k, p_k of
- * each column; then b_ij, q_ij, r_ij of each pair i < j in the same order; then c. Kind 62: a_k, p_k of term after term,
- * where term k = 0, 1, .. is a power of column (m - 1 + k) mod m; then c. X is a column plus its shift.
+ * each column; then b_ij, q_ij, r_ij of each pair i < j in the same order; then c. Kind 62: a_k, p_k of term after
+ * term, where term k = 0, 1, .. is a power of column (m - 1 + k) mod m; then c. X is a column plus its shift.
  *
  * @param result  result
  * @param coef    out
@@ -256,8 +257,8 @@ ORVANE_API int32_t api_ES_GetResultForTwoIndex(const SearchResult* result, doubl
  *
  * @param es      search that holds the data
  * @param result  result of this or of another search
- * @param x       [rows] out, in the scale of y: as many as the first term (column) has. NaN where the data lacks a term,
- *                and at points that the transformation refuses
+ * @param x       [rows] out, in the scale of y: as many as the first term (column) has. NaN where the data lacks a
+ * term, and at points that the transformation refuses
  */
 ORVANE_API void api_ES_CalExpress(const ExpressSearch* es, const SearchResult* result, double* x);
 

@@ -98,7 +98,8 @@ void AutoExpressSearch_c::calExpress(double* out) {
 
 const Result* AutoExpressSearch_c::stageResult(int32_t stage, double* out) {
   const std::vector<Stage> all = countedStages();
-  if (stage >= 0 && static_cast<std::size_t>(stage) < all.size()) return all[static_cast<std::size_t>(stage)]->store.best(out);
+  if (stage >= 0 && static_cast<std::size_t>(stage) < all.size())
+    return all[static_cast<std::size_t>(stage)]->store.best(out);
   return noResult(out);
 }
 

@@ -21,7 +21,7 @@ void OptimizerByNbird_c::search(std::span<const double> start, FunctionRef<void(
     const double before = bestError();
     for (std::size_t i = 0; i < birds.size(); ++i) {
       if (target >= bestError() || stopped()) return;
-      if (i != best) move(i, target, stopped);
+      if (i != best) move(i, stopped);
     }
     idle = bestError() < before ? 0 : idle + 1;
   }
@@ -34,7 +34,7 @@ void OptimizerByNbird_c::hatch(std::span<const double> point) {
 }
 
 /// Up to three tries of one bird; the first that betters it ends them.
-bool OptimizerByNbird_c::move(std::size_t i, double target, FunctionRef<bool()> stopped) {
+void OptimizerByNbird_c::move(std::size_t i, FunctionRef<bool()> stopped) {
   Bird& bird = birds[i];
   for (int attempt = 0; attempt < 3 && !stopped(); ++attempt) {
     setStep(attempt, bird.point);
@@ -43,9 +43,8 @@ bool OptimizerByNbird_c::move(std::size_t i, double target, FunctionRef<bool()> 
     if (!(solver.error < bird.error)) continue;
     bird = {solver.error, solver.var};
     if (bird.error < bestError()) best = i;
-    return target >= bird.error;
+    return;
   }
-  return false;
 }
 
 void OptimizerByNbird_c::setStep(int attempt, const std::vector<double>& point) {

@@ -25,7 +25,8 @@ class OptimizerByNbird_c {
   OptimizerByNbird_c(Solver::SolverByDogLeg_c& denseSolver, std::mt19937& generator, const Settings& flock)
       : solver(denseSolver), rng(generator), settings(flock) {}
 
-  /// Solves from `start` and from points that draw(point) gives, then moves the birds, until one is at or below `target`.
+  /// Solves from `start` and from points that draw(point) gives, then moves the birds, until one is at or below
+  /// `target`.
   void search(std::span<const double> start, FunctionRef<void(std::span<double>)> draw, double target,
               FunctionRef<bool()> stopped);
 
@@ -39,7 +40,7 @@ class OptimizerByNbird_c {
   };
 
   void hatch(std::span<const double> point);
-  bool move(std::size_t i, double target, FunctionRef<bool()> stopped);
+  void move(std::size_t i, FunctionRef<bool()> stopped);
   void setStep(int attempt, const std::vector<double>& point);
 
   Solver::SolverByDogLeg_c& solver;

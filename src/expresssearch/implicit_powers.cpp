@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+
+#include "frame/numbers.h"
 
 namespace Search {
 namespace {
@@ -35,52 +38,69 @@ void ImplicitPowers::add(std::initializer_list<std::size_t> columns) {
   count += 1 + columns.size();
 }
 
-double ImplicitPowers::basis(const Term& term, std::span<const double> params, std::span<const double> point) const {
-  double value = std::pow(point[term.columns[0]], params[term.coef + 1]);
-  if (term.factors == 2) value *= std::pow(point[term.columns[1]], params[term.coef + 2]);
-  return value;
+double ImplicitPowers::basis(const Term& term, std::span<const double> params, std::span<const double> logs) {
+  double exponent = params[term.coef + 1] * logs[term.columns[0]];
+  if (term.factors == 2) exponent += params[term.coef + 2] * logs[term.columns[1]];
+  return std::exp(exponent);
 }
 
-void ImplicitPowers::bases(std::span<const double> params, std::span<const double> point, std::span<double> out) const {
-  for (std::size_t k = 0; k < terms.size(); ++k) out[k] = basis(terms[k], params, point);
+/// The power with which the last column stands in a term.
+double ImplicitPowers::lastExponent(const Term& term, std::span<const double> params) const {
+  double exponent = 0.0;
+  for (std::size_t f = 0; f < term.factors; ++f)
+    if (term.columns[f] == last) exponent += params[term.coef + 1 + f];
+  return exponent;
 }
 
-/// Newton's method from the value that is there; no step more than halves or doubles it, so that it stays positive.
-double ImplicitPowers::solve(std::span<const double> params, std::span<const double> point) const {
-  std::vector<double> at(point.begin(), point.end());
-  double& z = at[last];
-  for (int round = 0; round < 24; ++round) {
-    double value = params.back(), slope = 0.0;
-    for (const Term& term : terms) {
-      const double part = params[term.coef] * basis(term, params, at);
-      value += part;
-      for (std::size_t f = 0; f < term.factors; ++f)
-        if (term.columns[f] == last) slope += part * params[term.coef + 1 + f] / z;
-    }
-    const double next = std::clamp(z - value / guarded(slope), 0.5 * z, 2.0 * z);
-    const bool settled = std::abs(next - z) <= 1e-14 * z;
-    z = next;
-    if (settled || std::isnan(z)) break;
+/// Newton's method for the logarithm of the last column, which keeps it positive, from the value that is there. No step
+/// more than halves or doubles it.
+double ImplicitPowers::solve(std::span<const double> params, std::span<const double> logs, int rounds) const {
+  constexpr double kMost = std::numbers::ln2, kSettled = 1e-7;  // then the next step is below rounding
+  constexpr double kIndependent = 1e-6;
+  struct Part {
+    double value, exponent;
+  };
+  double rest = params.back(), size = std::abs(rest);
+  std::vector<Part> parts;
+  parts.reserve(terms.size());
+  for (const Term& term : terms) {
+    const double value = params[term.coef] * basis(term, params, logs), exponent = lastExponent(term, params);
+    size += std::abs(value);
+    if (exponent == 0.0)
+      rest += value;
+    else
+      parts.push_back({value, exponent});
   }
-  return z;
+  double moved = 0.0;
+  for (int round = 0; round < rounds; ++round) {
+    double value = rest, slope = 0.0;
+    for (const Part& part : parts) {
+      const double now = part.value * (moved == 0.0 ? 1.0 : std::exp(part.exponent * moved));
+      value += now;
+      slope += now * part.exponent;
+    }
+    if (!(std::abs(slope) > kIndependent * size)) return kNaN;
+    const double step = std::clamp(-value / guarded(slope), -kMost, kMost);
+    moved += step;
+    if (std::abs(step) < kSettled) break;
+  }
+  return logs[last] + moved;
 }
 
 /// dz/dp = -(dF/dp)/(dF/dz), by the implicit function theorem.
-void ImplicitPowers::gradient(std::span<const double> params, std::span<const double> point, double z,
+void ImplicitPowers::gradient(std::span<const double> params, std::span<const double> logs,
                               std::span<double> row) const {
-  std::vector<double> at(point.begin(), point.end());
-  at[last] = z;
-  double slope = 0.0;
+  double slope = 0.0;  // by the logarithm of the last column
   for (const Term& term : terms) {
-    const double value = basis(term, params, at);
+    const double value = basis(term, params, logs);
     row[term.coef] = value;
-    for (std::size_t f = 0; f < term.factors; ++f) {
-      row[term.coef + 1 + f] = params[term.coef] * value * std::log(at[term.columns[f]]);
-      if (term.columns[f] == last) slope += params[term.coef] * value * params[term.coef + 1 + f] / z;
-    }
+    for (std::size_t f = 0; f < term.factors; ++f)
+      row[term.coef + 1 + f] = params[term.coef] * value * logs[term.columns[f]];
+    slope += params[term.coef] * value * lastExponent(term, params);
   }
   row.back() = 1.0;
-  for (double& derivative : row) derivative /= -guarded(slope);
+  const double factor = -std::exp(logs[last]) / guarded(slope);
+  for (double& derivative : row) derivative *= factor;
 }
 
 }  // namespace Search

@@ -17,7 +17,8 @@ double total(const LaneSums& sums);
 double sum(std::span<const double> x);
 double dot(std::span<const double> x, std::span<const double> y);
 
-/// Adds the squares of x - y to the partial sums. A long array may come in pieces whose lengths are multiples of kLanes.
+/// Adds the squares of x - y to the partial sums. A long array may come in pieces whose lengths are multiples of
+/// kLanes.
 void addSquaredError(std::span<const double> x, std::span<const double> y, LaneSums& sums);
 
 /// Sums of (x - mx)(y - my) and of (y - my)^2.

@@ -41,9 +41,9 @@ std::size_t rowsOf(const SearchSettings& data, bool ofTerms) {
 void calExpress(const SearchSettings& data, const Result& result, std::span<double> out) {
   const KindRow* row = findKind(result.kind);
   if (row == nullptr) return;
-  const bool usable = row->ofTerms ? serves(data.terms, result.numIdx, out.size()) &&
-                                         serves(data.terms, result.denIdx, out.size())
-                                   : std::ranges::all_of(data.columns, [&](const auto& c) { return c.size() == out.size(); });
+  const bool usable =
+      row->ofTerms ? serves(data.terms, result.numIdx, out.size()) && serves(data.terms, result.denIdx, out.size())
+                   : std::ranges::all_of(data.columns, [&](const auto& c) { return c.size() == out.size(); });
   if (!usable) return fillNaN(out);
   row->evaluate(data, result, out);
   const Transformation* transformation = Transformations::find(result.transform);

@@ -50,7 +50,6 @@ void evaluateRational(const SearchSettings& data, const SearchResultByTwoIndex_c
 void evaluatePowers(const SearchSettings& data, const SearchResultByTwoIndex_c& result, std::span<double> out);
 void evaluatePeaks(const SearchSettings& data, const SearchResultByTwoIndex_c& result, std::span<double> out);
 void evaluateSurface(const SearchSettings& data, const SearchResultByTwoIndex_c& result, std::span<double> out);
-void evaluatePowerSurface(const SearchSettings& data, const SearchResultByTwoIndex_c& result,
-                          std::span<double> out);
+void evaluatePowerSurface(const SearchSettings& data, const SearchResultByTwoIndex_c& result, std::span<double> out);
 
 }  // namespace Search

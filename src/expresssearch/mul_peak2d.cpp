@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
-#include "expresssearch/kernels.h"
 #include "expresssearch/linear_fit.h"
 
 namespace Search {
@@ -54,7 +54,8 @@ double MulPeak2D_c::fit(Solver::SolverByDogLeg_c& solver, std::mt19937& rng, con
   OptimizerByNbird_c birds(solver, rng, flock);
   best.assign(size(), 0.0);
   startPoint(best);
-  birds.search(best, [&](std::span<double> point) { draw(rng, point); }, target, stopped);
+  birds.search(
+      best, [&](std::span<double> point) { draw(rng, point); }, target, stopped);
   best.assign(birds.bestPoint().begin(), birds.bestPoint().end());
   return birds.bestError();
 }
@@ -62,36 +63,51 @@ double MulPeak2D_c::fit(Solver::SolverByDogLeg_c& solver, std::mt19937& rng, con
 /// Peaks side by side over the range of x.
 void MulPeak2D_c::startPoint(std::span<double> parameters) const {
   const auto [least, most] = std::ranges::minmax(x);
-  const auto peaks = static_cast<double>(gauss + lorentz);
-  for (std::size_t k = 0; k < gauss + lorentz; ++k) {
-    parameters[3 * k + 1] = least + (most - least) * (static_cast<double>(k) + 0.5) / peaks;
-    parameters[3 * k + 2] = (most - least) / (4.0 * peaks);
+  std::vector<std::size_t> all(gauss + lorentz);
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  for (const std::size_t k : all) {
+    parameters[3 * k + 1] = least + (most - least) * (static_cast<double>(k) + 0.5) / static_cast<double>(all.size());
+    parameters[3 * k + 2] = (most - least) / (4.0 * static_cast<double>(all.size()));
   }
-  fitHeights(parameters);
+  fitHeights(parameters, all);
 }
 
-/// Centres anywhere in the range of x, widths from a hundredth of it to all of it, by their logarithm.
+/// Peaks one after another in random order, each where the ones before leave much: at a point drawn by the squares of
+/// the residuals, 1/100 to 1/2 of the range wide. Half of the draws begin with a base, centred up to a range outside.
 void MulPeak2D_c::draw(std::mt19937& rng, std::span<double> parameters) const {
   const auto [least, most] = std::ranges::minmax(x);
+  const double range = most - least;
   const UniformDistribution uniform;
-  for (std::size_t k = 0; k < gauss + lorentz; ++k) {
-    parameters[3 * k + 1] = least + (most - least) * uniform(rng);
-    parameters[3 * k + 2] = (most - least) * std::pow(0.01, uniform(rng));
+  std::vector<std::size_t> order(gauss + lorentz), placed;
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::shuffle(order, rng);
+  const bool base = uniform(rng) < 0.5;
+  for (const std::size_t k : order) {
+    std::vector<double> weight = fitHeights(parameters, placed);
+    for (double& w : weight) w *= w;
+    std::discrete_distribution<std::size_t> where(weight.begin(), weight.end());
+    const double v = uniform(rng);
+    const bool broad = base && placed.empty();
+    parameters[3 * k + 1] = broad ? least + range * (3.0 * uniform(rng) - 1.0) : x[where(rng)];
+    parameters[3 * k + 2] = range * (broad ? 0.5 + 1.5 * v : 0.5 * std::pow(0.02, v));
+    placed.push_back(k);
   }
-  fitHeights(parameters);
+  fitHeights(parameters, order);
 }
 
-/// Heights and the constant are linear: for given centres and widths they are fitted at once.
-void MulPeak2D_c::fitHeights(std::span<double> parameters) const {
-  const std::size_t peaks = gauss + lorentz;
-  Vectors shapes(peaks + 1, std::vector<double>(x.size(), 1.0));
-  for (std::size_t k = 0; k < peaks; ++k)
-    for (std::size_t i = 0; i < x.size(); ++i) shapes[k][i] = peak(k, parameters, x[i]).shape;
-  std::vector<double> heights = linearFit(shapes, y);
-  for (double& height : heights)
-    if (!std::isfinite(height)) height = 0.0;
-  for (std::size_t k = 0; k < peaks; ++k) parameters[3 * k] = heights[k];
-  parameters.back() = heights.back();
+/// Heights and the constant are linear: for given centres and widths they are fitted at once. The others get the height
+/// 0. The residuals are returned.
+std::vector<double> MulPeak2D_c::fitHeights(std::span<double> parameters, std::span<const std::size_t> peaks) const {
+  Vectors shapes(peaks.size() + 1, std::vector<double>(x.size(), 1.0));
+  for (std::size_t k = 0; k < peaks.size(); ++k)
+    for (std::size_t i = 0; i < x.size(); ++i) shapes[k][i] = peak(peaks[k], parameters, x[i]).shape;
+  std::vector<double> heights = linearFit(shapes, y), rest(y.begin(), y.end());
+  for (std::size_t k = 0; k <= peaks.size(); ++k) {
+    if (!std::isfinite(heights[k])) heights[k] = 0.0;
+    (k < peaks.size() ? parameters[3 * peaks[k]] : parameters.back()) = heights[k];
+    for (std::size_t i = 0; i < x.size(); ++i) rest[i] -= heights[k] * shapes[k][i];
+  }
+  return rest;
 }
 
 }  // namespace Search

@@ -14,8 +14,7 @@ namespace Search {
 /// triples (a, u, s), the Lorentzian triples (h, p, w) and c. Widths s and w are kept positive.
 class MulPeak2D_c {
  public:
-  MulPeak2D_c(std::span<const double> xs, std::span<const double> ys, std::size_t gaussPeaks,
-              std::size_t lorentzPeaks)
+  MulPeak2D_c(std::span<const double> xs, std::span<const double> ys, std::size_t gaussPeaks, std::size_t lorentzPeaks)
       : x(xs), y(ys), gauss(gaussPeaks), lorentz(lorentzPeaks) {}
 
   std::size_t size() const { return 3 * (gauss + lorentz) + 1; }  ///< number of parameters
@@ -38,7 +37,7 @@ class MulPeak2D_c {
   void jacobian(std::span<const double> parameters, std::span<double> rows) const;
   void startPoint(std::span<double> parameters) const;
   void draw(std::mt19937& rng, std::span<double> parameters) const;
-  void fitHeights(std::span<double> parameters) const;
+  std::vector<double> fitHeights(std::span<double> parameters, std::span<const std::size_t> peaks) const;
 
   std::span<const double> x, y;
   std::size_t gauss, lorentz;

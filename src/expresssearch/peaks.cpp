@@ -16,8 +16,8 @@ void searchPeaks(ExpressSearch_c& search) {
   for (std::size_t g = 0; g < peaks && !search.stopped(); ++g) {
     MulPeak2D_c model(x, y, g, peaks - g);
     Solver::SolverByDogLeg_c& solver = search.makeSolver(search.maxTerms, static_cast<int32_t>(x.size()));
-    const double error = model.fit(solver, search.rng, search.bird,
-                                   search.limits.error, [&] { return search.stopped(); });
+    const double error =
+        model.fit(solver, search.rng, search.bird, search.limits.error, [&] { return search.stopped(); });
     if (!(error <= search.limits.error) && !search.store.reaches(error)) continue;
     model.values(model.params(), x, fitted);
     search.judgeAndKeep(target, fitted, [&](Result& result) {

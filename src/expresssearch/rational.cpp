@@ -67,8 +67,8 @@ class RationalFit {
     smallSolve(equations, coef);
   }
 
-  /// Fitted values, the sum of squares and the verdict. A sum beyond the bound decides early; only a refusal could still
-  /// change what is counted, so that the values go on where the transformation has one.
+  /// Fitted values, the sum of squares and the verdict. A sum beyond the bound decides early; only a refusal could
+  /// still change what is counted, so that the values go on where the transformation has one.
   void evaluate(std::span<const uint32_t> positions) {
     if (transformation == nullptr) return;
     const std::span<const double> all = coef, data = owner.originalY;
@@ -112,10 +112,10 @@ class RationalFit {
   const Transformation* transformation;
   Products products;
   Split split{};
-  std::vector<std::size_t> chosen;       ///< columns of the products, in the order of the parameters
-  std::vector<double> equations;         ///< rows of the normal equations, each with its right side
-  std::vector<double> coef;              ///< c0, a, b
-  std::vector<const double*> columns;    ///< terms, in the order of the parameters
+  std::vector<std::size_t> chosen;     ///< columns of the products, in the order of the parameters
+  std::vector<double> equations;       ///< rows of the normal equations, each with its right side
+  std::vector<double> coef;            ///< c0, a, b
+  std::vector<const double*> columns;  ///< terms, in the order of the parameters
   std::vector<double> fitted;
 };
 

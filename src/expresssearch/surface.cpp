@@ -88,7 +88,8 @@ void searchSurface(ExpressSearch_c& search) {
   const Vectors rows = monomials(search.columns, *shape);
   Fit fit = fitForConstant(rows);
   search.store.countCandidate();
-  const auto largest = std::ranges::max_element(fit.coef.begin(), fit.coef.end() - 1, {}, [](double c) { return std::abs(c); });
+  const auto largest =
+      std::ranges::max_element(fit.coef.begin(), fit.coef.end() - 1, {}, [](double c) { return std::abs(c); });
   Fit other = fitForMonomial(rows, static_cast<std::size_t>(largest - fit.coef.begin()));
   search.store.countCandidate();
   if (other.judged.error < fit.judged.error) fit = std::move(other);
