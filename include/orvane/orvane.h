@@ -14,6 +14,7 @@
 #include <orvane/elementary.h>
 #include <orvane/elliptic.h>
 #include <orvane/error.h>
+#include <orvane/expression_search.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
 #include <orvane/gamma.h>
