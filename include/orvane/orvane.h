@@ -10,6 +10,7 @@
 #include <orvane/bessel.h>
 #include <orvane/complex_expression.h>
 #include <orvane/elliptic.h>
+#include <orvane/filter.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
 #include <orvane/highprecision.h>
