@@ -26,6 +26,7 @@
 #include <orvane/pdf_manager.h>
 #include <orvane/polynomial_functions.h>
 #include <orvane/quadratic_programme.h>
+#include <orvane/smooth.h>
 #include <orvane/special.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
@@ -33,6 +34,7 @@
 #include <orvane/sym_polynomial.h>
 #include <orvane/sym_store.h>
 #include <orvane/sym_text.h>
+#include <orvane/transform.h>
 #include <orvane/zeta.h>
 
 #endif

@@ -51,15 +51,19 @@ std::vector<double> clampedBorder(std::span<const double> in, std::size_t width)
   return padded;
 }
 
+void normaliseWeights(std::span<double> weights, bool normalise) {
+  const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
+  if (!normalise || std::abs(sum) <= 1e-15) return;
+  for (double& weight : weights) weight /= sum;
+}
+
 void convolve(std::span<const double> in, double* out, std::span<const double> kernel, bool normalise) {
   if (kernel.empty() || kernel.size() >= in.size()) {
     if (out != in.data()) std::ranges::copy(in, out);
     return;
   }
   std::vector<double> weights(kernel.begin(), kernel.end());
-  const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
-  if (normalise && !(std::abs(sum) <= 1e-15))
-    for (double& weight : weights) weight /= sum;
+  normaliseWeights(weights, normalise);
   const std::vector<double> padded = clampedBorder(in, weights.size());
   correlate(padded.data(), weights, out, in.size());
 }

@@ -16,8 +16,11 @@ void correlateAdd(const double* x, std::span<const double> kernel, double* out, 
 /// in[-half+1], ... as width - 1 more values than in has; half = width/2.
 std::vector<double> clampedBorder(std::span<const double> in, std::size_t width);
 
+/// Divides weights by their sum if asked to and unless that is within 1e-15 of 0.
+void normaliseWeights(std::span<double> weights, bool normalise);
+
 /// out[i] = sum of kernel[k] in[i - width/2 + k] with that border. A kernel as long as the data, or an empty one, copies
-/// the data. With `normalise` the kernel is divided by its sum unless that is within 1e-15 of 0. out may be in.
+/// the data. out may be in.
 void convolve(std::span<const double> in, double* out, std::span<const double> kernel, bool normalise);
 
 }  // namespace Filter

@@ -33,8 +33,10 @@ std::vector<Pole> chebyshevPoles(int32_t n, double ripple) {
 /// a[k+1] = a[k] cos(k pi/(2n))/sin((k+1) pi/(2n))
 Prototype FilterByButterworth::prototype(double) const {
   WidePolynomial proto{Wide(1.0)};
-  for (int32_t k = 0; k < order; ++k)
-    proto.push_back(proto.back() * Wide(quarterTurn(k, order).cosine) / Wide(quarterTurn(k + 1, order).sine));
+  for (int32_t k = 0; k < order; ++k) {
+    const Wide cosine = k == 0 ? Wide(1.0) : Wide(quarterTurn(k, order).cosine);
+    proto.push_back(proto.back() * cosine / Wide(quarterTurn(k + 1, order).sine));
+  }
   return {{Wide(1.0)}, proto};
 }
 

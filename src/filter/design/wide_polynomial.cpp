@@ -15,7 +15,7 @@ WidePolynomial substituted(const WidePolynomial& p, const WidePolynomial& top, c
   // Horner's rule in top, with one more factor of bottom for every coefficient further down.
   WidePolynomial value{Wide(0.0)}, cleared{Wide(1.0)};
   for (std::size_t k = n + 1; k-- > 0;) {
-    value = value * top;
+    if (k < n) value = value * top;
     if (k < p.size())
       for (std::size_t i = 0; i < cleared.size(); ++i) {
         if (i == value.size()) value.emplace_back(0.0);
