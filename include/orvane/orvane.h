@@ -15,6 +15,7 @@
 #include <orvane/elliptic.h>
 #include <orvane/error.h>
 #include <orvane/expression_search.h>
+#include <orvane/filter.h>
 #include <orvane/fraction.h>
 #include <orvane/frame.h>
 #include <orvane/gamma.h>
@@ -39,6 +40,7 @@
 #include <orvane/polynomial_functions.h>
 #include <orvane/quadratic_programme.h>
 #include <orvane/rotation.h>
+#include <orvane/smooth.h>
 #include <orvane/special.h>
 #include <orvane/statistics.h>
 #include <orvane/stock.h>
@@ -50,6 +52,7 @@
 #include <orvane/sym_polynomial.h>
 #include <orvane/sym_store.h>
 #include <orvane/sym_text.h>
+#include <orvane/transform.h>
 #include <orvane/zeta.h>
 
 #endif
