@@ -261,7 +261,7 @@ constexpr PlainRow kPlainRows[] = {
      {1, 2, 0},
      plain<PDFFunByGompertz>,
      {"PDF", R"(ab^{x-c}\exp(\dfrac{a}{\ln(b)}(1-b^{x-c})))", R"(1-\exp(\dfrac{a}{\ln(b)}(1-b^{x-c})))", "", "",
-      R"(a>0, b>1, x\geq c)"},
+      "a>0, b>1, x>c"},
      [](const Sample& s, const FitRange& r) {
        r.set({0, 1, s.low}, {100, 100, s.xm}, {1, 2, s.low});
      }},

@@ -159,7 +159,7 @@ class PDFFunByGenPareto final : public OneSidedPDFFun<PDFFunByGenPareto, End::op
 };
 
 /// Gompertz with rate a and base b from c on.
-class PDFFunByGompertz final : public OneSidedPDFFun<PDFFunByGompertz, End::closed> {
+class PDFFunByGompertz final : public OneSidedPDFFun<PDFFunByGompertz, End::open> {
  public:
   void updateParam() override { a = params[0], b = params[1], from = params[2], lnB = std::log(b), rate = a / lnB; }
   double densityAt(double u) const {
