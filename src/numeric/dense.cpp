@@ -3,6 +3,7 @@
 
 #include <Eigen/Dense>
 #include <Eigen/Eigenvalues>
+#include <algorithm>
 #include <cmath>
 #include <complex>
 
@@ -36,8 +37,20 @@ double determinant(std::span<const double> a, std::ptrdiff_t n) {
 }
 
 std::vector<double> inverse(std::span<const double> a, std::ptrdiff_t n) {
-  if (n == 0 || !allFinite(a)) return std::vector<double>(area(n, n), kNaN);
-  return store(Eigen::PartialPivLU<MatrixXd>(load(a, n, n)).inverse());
+  std::vector<double> out(area(n, n));
+  invert(a, n, out);
+  return out;
+}
+
+double invert(std::span<const double> a, std::ptrdiff_t n, std::span<double> out) {
+  if (n == 0) return 1.0;
+  if (!allFinite(a)) {
+    std::ranges::fill(out, kNaN);
+    return kNaN;
+  }
+  const Eigen::PartialPivLU<MatrixXd> decomposition(load(a, n, n));
+  Eigen::Map<RowMajor>(out.data(), n, n) = decomposition.inverse();
+  return decomposition.determinant();
 }
 
 Schur schur(std::span<const double> a, std::ptrdiff_t n) {

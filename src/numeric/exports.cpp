@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "frame/data2d.h"
 #include "frame/handle.h"
+#include "frame/native_data2d.h"
 #include "numeric/dense.h"
 #include "numeric/integral.h"
 #include "numeric/line_equation.h"
@@ -12,11 +12,6 @@
 #include "orvane/integral.h"
 #include "orvane/line_equation.h"
 #include "orvane/matrix.h"
-
-template <>
-struct NativeOf<Data2D> {
-  using type = Data2D_c;
-};
 
 namespace {
 
