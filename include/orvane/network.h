@@ -22,15 +22,15 @@ typedef struct NetGraph NetGraph;
 /** Results of api_NetWorkInit. */
 enum {
   ORVANE_NETWORK_READY = 1,
-  ORVANE_NETWORK_NO_ENDS = 2,           /**< input or output missing, or the same layer */
-  ORVANE_NETWORK_NO_VALUE = 30,         /**< a layer of size 0 */
-  ORVANE_NETWORK_DELTA_SIZE = 31,       /**< a layer's gradient has another size than the layer */
-  ORVANE_NETWORK_NOT_REACHED = 32,      /**< the output does not depend on the input */
-  ORVANE_NETWORK_CYCLE = 33,            /**< a layer depends on itself */
-  ORVANE_NETWORK_WIRING = 34,           /**< inputs, variables or sizes that the kind of a layer does not allow */
-  ORVANE_NETWORK_NO_KIND = 35,          /**< a kind without functions */
-  ORVANE_NETWORK_POOL_SIZE = 36,        /**< the places of a pool have another size than the layer */
-  ORVANE_NETWORK_WINDOW_SIZE = 38       /**< the window of a median or stochastic pool has changed since the last call */
+  ORVANE_NETWORK_NO_ENDS = 2,      /**< input or output missing, or the same layer */
+  ORVANE_NETWORK_NO_VALUE = 30,    /**< a layer of size 0 */
+  ORVANE_NETWORK_DELTA_SIZE = 31,  /**< a layer's gradient has another size than the layer */
+  ORVANE_NETWORK_NOT_REACHED = 32, /**< the output does not depend on the input */
+  ORVANE_NETWORK_CYCLE = 33,       /**< a layer depends on itself */
+  ORVANE_NETWORK_WIRING = 34,      /**< inputs, variables or sizes that the kind of a layer does not allow */
+  ORVANE_NETWORK_NO_KIND = 35,     /**< a kind without functions */
+  ORVANE_NETWORK_POOL_SIZE = 36,   /**< the places of a pool have another size than the layer */
+  ORVANE_NETWORK_WINDOW_SIZE = 38  /**< the window of a median or stochastic pool has changed since the last call */
 };
 
 /** @return handle of an empty network, released by api_FreeHandle */

@@ -111,27 +111,29 @@ enum {
   ORVANE_LAYER_LAYER_NORM = 97,   /**< vector: (x - mean)/sqrt(1e-12 + mean of (x - mean)^2) */
   ORVANE_LAYER_LISHT = 98,        /**< x tanh x */
   ORVANE_LAYER_ANTI_SYM = 99,     /**< 16 x/(x^2 + 64) */
-  ORVANE_LAYER_SQNL2 = 100,       /**< with a, b; c = |a|, v = |x|/c, p = |b|: |x| < c: sign(x) v^p (2 - v); x >= c: 1; else -1 */
-  ORVANE_LAYER_X_TANH_EXP = 101,  /**< x > 2.9: x; else x tanh(exp x) */
-  ORVANE_LAYER_LOG_SIGN = 102,    /**< sign(x) ln(1 + |x|) */
-  ORVANE_LAYER_EXP_SIGN = 103,    /**< sign(x) (exp(|x|) - 1) */
-  ORVANE_LAYER_STEP_FUN = 104,    /**< x < 0: -1; else 1 */
+  ORVANE_LAYER_SQNL2 =
+      100, /**< with a, b; c = |a|, v = |x|/c, p = |b|: |x| < c: sign(x) v^p (2 - v); x >= c: 1; else -1 */
+  ORVANE_LAYER_X_TANH_EXP = 101, /**< x > 2.9: x; else x tanh(exp x) */
+  ORVANE_LAYER_LOG_SIGN = 102,   /**< sign(x) ln(1 + |x|) */
+  ORVANE_LAYER_EXP_SIGN = 103,   /**< sign(x) (exp(|x|) - 1) */
+  ORVANE_LAYER_STEP_FUN = 104,   /**< x < 0: -1; else 1 */
   /* with a, b */
-  ORVANE_LAYER_MPELU = 140,   /**< x >= 0: x; else a (exp(|b| x) - 1) */
-  ORVANE_LAYER_X_SIN = 141,   /**< x (a sin x + b) */
-  ORVANE_LAYER_X_COS = 142,   /**< x (a cos x + b) */
-  ORVANE_LAYER_WEIBULL = 143, /**< z = a |x|: sign(x) a b z^(b-1) exp(-z^b); 0 at x = 0 */
+  ORVANE_LAYER_MPELU = 140,    /**< x >= 0: x; else a (exp(|b| x) - 1) */
+  ORVANE_LAYER_X_SIN = 141,    /**< x (a sin x + b) */
+  ORVANE_LAYER_X_COS = 142,    /**< x (a cos x + b) */
+  ORVANE_LAYER_WEIBULL = 143,  /**< z = a |x|: sign(x) a b z^(b-1) exp(-z^b); 0 at x = 0 */
   ORVANE_LAYER_A_MUL_XB = 144, /**< a x^b; as 18 */
-  ORVANE_LAYER_X_SIN2 = 145,  /**< x (a sin^2 x + b) */
-  ORVANE_LAYER_X_COS2 = 146,  /**< x (a cos^2 x + b) */
-  ORVANE_LAYER_X_SIN3 = 147,  /**< x < -16: a (x + 16) - 1; x > 16: b (x - 16) + 1; else sin(0.09817477042468103 x) */
-  ORVANE_LAYER_X_SIN4 = 148,  /**< |x| times X_SIN3 */
+  ORVANE_LAYER_X_SIN2 = 145,   /**< x (a sin^2 x + b) */
+  ORVANE_LAYER_X_COS2 = 146,   /**< x (a cos^2 x + b) */
+  ORVANE_LAYER_X_SIN3 = 147,   /**< x < -16: a (x + 16) - 1; x > 16: b (x - 16) + 1; else sin(0.09817477042468103 x) */
+  ORVANE_LAYER_X_SIN4 = 148,   /**< |x| times X_SIN3 */
   /* lists of variables, reductions, sources and moves */
-  ORVANE_LAYER_POLY3 = 150,      /**< c0 + c1 x + c2 x^2 + c3 x^3; n = m, a list of four rows of n entries or one */
-  ORVANE_LAYER_MAX = 160,        /**< n = 1: the largest entry */
-  ORVANE_LAYER_SUM = 161,        /**< n = 1: the sum */
-  ORVANE_LAYER_COPY_VAR = 180,   /**< a, one row of n entries; no input */
-  ORVANE_LAYER_ROTATION3D = 181, /**< n = m = 3: x turned about the axis a/|a| by the angle |a| in radians; a: one row of 3 */
+  ORVANE_LAYER_POLY3 = 150,    /**< c0 + c1 x + c2 x^2 + c3 x^3; n = m, a list of four rows of n entries or one */
+  ORVANE_LAYER_MAX = 160,      /**< n = 1: the largest entry */
+  ORVANE_LAYER_SUM = 161,      /**< n = 1: the sum */
+  ORVANE_LAYER_COPY_VAR = 180, /**< a, one row of n entries; no input */
+  ORVANE_LAYER_ROTATION3D =
+      181, /**< n = m = 3: x turned about the axis a/|a| by the angle |a| in radians; a: one row of 3 */
   /**
    * A square grid, enlarged about its centre by the factors a, bilinear; what lies outside repeats the border. a: one
    * row of one entry (both sides) or two (rows, columns); with four, the last two are the rows of the input and of the
@@ -170,8 +172,8 @@ enum {
 };
 
 /**
- * New variable. Its values are uniform on [0, 1), drawn by an MT19937 that is seeded with the time in seconds: variables
- * made within one second begin with the same numbers. api_NetRandValue gives better ones.
+ * New variable. Its values are uniform on [0, 1), drawn by an MT19937 that is seeded with the time in seconds:
+ * variables made within one second begin with the same numbers. api_NetRandValue gives better ones.
  *
  * @param rows  number of rows; 0 or less is none
  * @param cols  number of columns; 0 or less is none

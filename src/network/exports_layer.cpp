@@ -34,7 +34,9 @@ NetVar* api_CreateNetVar(int32_t rows, int32_t cols) {
   return registered<NetVar>(std::make_unique<NetWork::NetVar_s>(rows, cols));
 }
 
-NetLayer* api_CreateNetLayer(int32_t size, uint8_t kind) { return registered<NetLayer>(NetWork::makeLayer(size, kind)); }
+NetLayer* api_CreateNetLayer(int32_t size, uint8_t kind) {
+  return registered<NetLayer>(NetWork::makeLayer(size, kind));
+}
 
 void api_SetNetVarValue(NetVar* var, const double* data) { native(var).setValue(data); }
 
@@ -58,9 +60,13 @@ void api_AddVarToNetLayer(NetLayer* layer, NetVar* var) {
   if (var != nullptr) rewire<NetWork::NetMulVarLayer_s>(layer, [&](auto& list) { list.vars.push_back(&native(var)); });
 }
 
-void api_SetInput1ToNetLayer(NetLayer* layer, NetLayer* input) { wire(layer, &NetLayer_s::input1, nativeOrNull(input)); }
+void api_SetInput1ToNetLayer(NetLayer* layer, NetLayer* input) {
+  wire(layer, &NetLayer_s::input1, nativeOrNull(input));
+}
 
-void api_SetInput2ToNetLayer(NetLayer* layer, NetLayer* input) { wire(layer, &NetLayer_s::input2, nativeOrNull(input)); }
+void api_SetInput2ToNetLayer(NetLayer* layer, NetLayer* input) {
+  wire(layer, &NetLayer_s::input2, nativeOrNull(input));
+}
 
 void api_AddAssemblyLayer(NetLayer* layer, NetLayer* member) {
   if (member != nullptr)

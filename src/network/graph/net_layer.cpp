@@ -33,10 +33,9 @@ void takeList(DataStream& stream, std::span<Object* const> objects, std::vector<
 }
 
 /// The numbers of a window layer, in the order of the stream.
-constexpr int32_t NetPoolLayer_s::*kWindowNumbers[] = {&NetPoolLayer_s::startIndex, &NetPoolLayer_s::inputRow,
-                                                       &NetPoolLayer_s::inputCol,   &NetPoolLayer_s::windowRow,
-                                                       &NetPoolLayer_s::windowCol,  &NetPoolLayer_s::moveRow,
-                                                       &NetPoolLayer_s::moveCol};
+constexpr int32_t NetPoolLayer_s::*kWindowNumbers[] = {
+    &NetPoolLayer_s::startIndex, &NetPoolLayer_s::inputRow, &NetPoolLayer_s::inputCol, &NetPoolLayer_s::windowRow,
+    &NetPoolLayer_s::windowCol,  &NetPoolLayer_s::moveRow,  &NetPoolLayer_s::moveCol};
 
 }  // namespace
 
@@ -106,8 +105,7 @@ void NetAssemblyLayer_s::write(DataStream& stream, const VarIndex& varIndex, con
   putList(stream, layerIndex, layers);
 }
 
-void NetAssemblyLayer_s::read(DataStream& stream, std::span<NetVar_s* const> vars,
-                              std::span<NetLayer_s* const> all) {
+void NetAssemblyLayer_s::read(DataStream& stream, std::span<NetVar_s* const> vars, std::span<NetLayer_s* const> all) {
   NetLayer_s::read(stream, vars, all);
   takeList(stream, all, layers);
 }

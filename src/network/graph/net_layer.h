@@ -60,7 +60,7 @@ struct NetLayer_s : BaseData {
   int32_t samples = 1;
   double* y = nullptr;
   double* dy = nullptr;
-  bool wantsDelta = true;        ///< false: nobody reads dy, functions with costly terms may leave them out
+  bool wantsDelta = true;            ///< false: nobody reads dy, functions with costly terms may leave them out
   std::vector<std::size_t> dropped;  ///< places of y that the last pass has set to 0
   uint32_t edits = 0;
 };

@@ -16,20 +16,26 @@ std::size_t count(int32_t n) { return n > 0 ? static_cast<std::size_t>(n) : 0; }
 
 double allowed(uint8_t rule, double v) {
   switch (rule) {
-    case ORVANE_SIGN_POSITIVE: return v < kZero ? kAway : v;
-    case ORVANE_SIGN_NOT_NEGATIVE: return v < -kZero ? 0 : v;
-    case ORVANE_SIGN_NEGATIVE: return v > -kZero ? -kAway : v;
-    case ORVANE_SIGN_NOT_POSITIVE: return v > kZero ? 0 : v;
+    case ORVANE_SIGN_POSITIVE:
+      return v < kZero ? kAway : v;
+    case ORVANE_SIGN_NOT_NEGATIVE:
+      return v < -kZero ? 0 : v;
+    case ORVANE_SIGN_NEGATIVE:
+      return v > -kZero ? -kAway : v;
+    case ORVANE_SIGN_NOT_POSITIVE:
+      return v > kZero ? 0 : v;
     case ORVANE_SIGN_NOT_ZERO:
       if (v > 0 && v < kZero) return kAway;
       return v > -kZero && v <= 0 ? -kAway : v;
-    default: return v;
+    default:
+      return v;
   }
 }
 
 }  // namespace
 
-// KEPT: variables of one shape made within one second hold the same numbers; expected: different ones (kept.csv: Var_seed)
+// KEPT: variables of one shape made within one second hold the same numbers; expected: different ones (kept.csv:
+// Var_seed)
 NetVar_s::NetVar_s(int32_t rows, int32_t cols) : value(count(rows), count(cols)), grad(count(rows), count(cols)) {
   typeCode = 15;
   std::mt19937 rng(static_cast<uint32_t>(std::time(nullptr)));

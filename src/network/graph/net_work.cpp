@@ -26,7 +26,8 @@ int32_t NetWork_c::init(NetLayer_s* in, NetLayer_s* out) {
 }
 
 bool NetWork_c::usable() const {
-  return ready != 0 && std::ranges::equal(layers, testedEdits, {}, [](const NetLayer_s* layer) { return layer->edits; });
+  return ready != 0 &&
+         std::ranges::equal(layers, testedEdits, {}, [](const NetLayer_s* layer) { return layer->edits; });
 }
 
 // Depth first from the output; a layer comes after everything that it reads from. Its own stack: graphs may be deep.

@@ -69,9 +69,9 @@ class NetWork_c final : public BaseData {
   CostGrad costGrad = nullptr;
   NetLayer_s* input = nullptr;
   NetLayer_s* output = nullptr;
-  std::vector<NetVar_s*> vars;       ///< in the order of first use
-  std::vector<NetLayer_s*> layers;   ///< in the order of computation, without the input
-  std::mt19937* rng = nullptr;       ///< of the training that owns the network, or null
+  std::vector<NetVar_s*> vars;      ///< in the order of first use
+  std::vector<NetLayer_s*> layers;  ///< in the order of computation, without the input
+  std::mt19937* rng = nullptr;      ///< of the training that owns the network, or null
 
  private:
   int32_t collectLayers();

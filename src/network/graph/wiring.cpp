@@ -80,9 +80,7 @@ constexpr int32_t code(Wiring wiring) { return static_cast<int32_t>(wiring); }
 
 constexpr WiringRow kWirings[] = {
     {code(Wiring::kProduct), make<NetLayer_s>,
-     [](Layer l) {
-       return has(l, kVar1 | kInput1, kVar1 | kInput1 | kInput2) && l.var1->hasShape(l.size(), in1(l));
-     }},
+     [](Layer l) { return has(l, kVar1 | kInput1, kVar1 | kInput1 | kInput2) && l.var1->hasShape(l.size(), in1(l)); }},
     {code(Wiring::kWithVar), make<NetLayer_s>,
      [](Layer l) {
        return has(l, kVar1 | kInput1, kVar1 | kInput1 | kInput2) && l.var1->isRow() &&
@@ -114,8 +112,7 @@ constexpr WiringRow kWirings[] = {
      [](Layer l) {
        return has(l, kVar1 | kVar2 | kInput1) && in1(l) == l.size() && l.var1->isRow(in1(l)) && l.var2->isRow(in1(l));
      }},
-    {code(Wiring::kSignMap), make<NetLayer_s>,
-     [](Layer l) { return has(l, kInput1) && in1(l) == 1 && l.size() == 2; }},
+    {code(Wiring::kSignMap), make<NetLayer_s>, [](Layer l) { return has(l, kInput1) && in1(l) == 1 && l.size() == 2; }},
     {code(Wiring::kMask), make<NetLayer_s>,
      [](Layer l) { return has(l, kVar1 | kInput1) && in1(l) == l.size() && l.var1->isRow(l.size()); }},
     {code(Wiring::kLayerNorm), make<NetLayer_s>, [](Layer l) { return has(l, kInput1) && in1(l) == l.size(); }},

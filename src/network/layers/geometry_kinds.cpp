@@ -173,10 +173,10 @@ struct Zoom {
       dx[top + c.high] += d * (1 - r.share) * c.share;
       dx[bottom + c.low] += d * r.share * (1 - c.share);
       dx[bottom + c.high] += d * r.share * c.share;
-      const double down = (1 - c.share) * (x[bottom + c.low] - x[top + c.low]) +
-                          c.share * (x[bottom + c.high] - x[top + c.high]);
-      const double across = (1 - r.share) * (x[top + c.high] - x[top + c.low]) +
-                            r.share * (x[bottom + c.high] - x[bottom + c.low]);
+      const double down =
+          (1 - c.share) * (x[bottom + c.low] - x[top + c.low]) + c.share * (x[bottom + c.high] - x[top + c.high]);
+      const double across =
+          (1 - r.share) * (x[top + c.high] - x[top + c.low]) + r.share * (x[bottom + c.high] - x[bottom + c.low]);
       da[0] += d * down * r.byZoom;
       da[colFactor(l)] += d * across * c.byZoom;
     });

@@ -11,19 +11,19 @@ namespace NetWork {
 
 /// Groups of kinds that are wired alike; wiring.cpp has their rules.
 enum class Wiring : uint8_t {
-  kProduct = 1,      ///< a of one row an output
-  kWithVar = 2,      ///< entry by entry with a, stretched
-  kPair = 3,         ///< entry by entry with x2, stretched
-  kElement = 4,      ///< one input of the same size
-  kReduce = 5,       ///< one input, one output
-  kSource = 6,       ///< a alone
+  kProduct = 1,  ///< a of one row an output
+  kWithVar = 2,  ///< entry by entry with a, stretched
+  kPair = 3,     ///< entry by entry with x2, stretched
+  kElement = 4,  ///< one input of the same size
+  kReduce = 5,   ///< one input, one output
+  kSource = 6,   ///< a alone
   kGetPart = 7,
   kSetPart = 8,
   kConvolution = 9,
   kPool = 10,
   kAssembly = 11,
   kZoom = 12,
-  kWithTwoVars = 13, ///< entry by entry with a and b
+  kWithTwoVars = 13,  ///< entry by entry with a and b
   kSignMap = 14,
   kMask = 15,
   kLayerNorm = 16,

@@ -75,8 +75,7 @@ struct GetPart {
   }
   static void backward(NetLayer_s& l) {
     const NetLayer_s& x = *l.input1;
-    for (std::size_t s = 0; s < samples(l); ++s)
-      addTo(x.dy + s * x.size() + start(l), l.dy + s * l.size(), l.size());
+    for (std::size_t s = 0; s < samples(l); ++s) addTo(x.dy + s * x.size() + start(l), l.dy + s * l.size(), l.size());
   }
 };
 

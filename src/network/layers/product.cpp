@@ -5,6 +5,9 @@
 
 #include "network/layers/formula.h"
 
+/// Loops of constant length over registers.
+#define ORVANE_UNROLL _Pragma("GCC unroll 8")
+
 namespace NetWork {
 namespace {
 
@@ -21,30 +24,44 @@ template <std::size_t kRows, std::size_t kCols>
   Quad sum[kRows][kCols] = {};
   std::size_t j = 0;
   for (; j + kLanes <= m; j += kLanes) {
-    Quad right[kCols];
-    for (std::size_t c = 0; c < kCols; ++c) load(right[c], a + c * m + j);
-    for (std::size_t r = 0; r < kRows; ++r) {
-      Quad left;
-      load(left, x + r * m + j);
-      for (std::size_t c = 0; c < kCols; ++c) sum[r][c] += left * right[c];
+    Quad left[kRows];
+    ORVANE_UNROLL
+    for (std::size_t r = 0; r < kRows; ++r) load(left[r], x + r * m + j);
+    ORVANE_UNROLL
+    for (std::size_t c = 0; c < kCols; ++c) {
+      Quad right;
+      load(right, a + c * m + j);
+      ORVANE_UNROLL
+      for (std::size_t r = 0; r < kRows; ++r) sum[r][c] += left[r] * right;
     }
   }
-  for (std::size_t r = 0; r < kRows; ++r)
-    for (std::size_t c = 0; c < kCols; ++c) {
-      const Quad& s = sum[r][c];
-      double total = (s[0] + s[2]) + (s[1] + s[3]);
-      for (std::size_t k = j; k < m; ++k) total += x[r * m + k] * a[c * m + k];
-      y[r * n + c] = total;
-    }
+  ORVANE_UNROLL
+  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
+  for (std::size_t c = 0; c < kCols; ++c) {
+    const Quad& s = sum[r][c];
+    double total = (s[0] + s[2]) + (s[1] + s[3]);
+    for (std::size_t k = j; k < m; ++k) total += x[r * m + k] * a[c * m + k];
+    y[r * n + c] = total;
+  }
 }
 
-/// All columns for kRows rows of x.
-template <std::size_t kRows, std::size_t kCols>
-[[gnu::always_inline]] inline void scalarProductRows(const double* x, std::size_t m, const double* a, std::size_t n,
-                                                     double* y) {
+/// All samples for kCols rows of a, which stay in the cache meanwhile.
+template <std::size_t kCols>
+[[gnu::always_inline]] inline void scalarProductCols(const double* x, std::size_t samples, std::size_t m,
+                                                     const double* a, double* y, std::size_t n) {
+  std::size_t s = 0;
+  if constexpr (kCols <= 2)
+    for (; s + 4 <= samples; s += 4) scalarProducts<4, kCols>(x + s * m, a, m, y + s * n, n);
+  for (; s < samples; ++s) scalarProducts<1, kCols>(x + s * m, a, m, y + s * n, n);
+}
+
+/// Blocks of 4 samples by 2 rows of a, or of one sample by 4.
+template <std::size_t kCols>
+[[gnu::always_inline]] inline void scalarProductBlocks(const double* x, std::size_t samples, std::size_t m,
+                                                       const double* a, std::size_t n, double* y) {
   std::size_t i = 0;
-  for (; i + kCols <= n; i += kCols) scalarProducts<kRows, kCols>(x, a + i * m, m, y + i, n);
-  for (; i < n; ++i) scalarProducts<kRows, 1>(x, a + i * m, m, y + i, n);
+  for (; i + kCols <= n; i += kCols) scalarProductCols<kCols>(x, samples, m, a + i * m, y + i, n);
+  for (; i < n; ++i) scalarProductCols<1>(x, samples, m, a + i * m, y + i, n);
 }
 
 struct Left {
@@ -58,18 +75,23 @@ template <std::size_t kRows, std::size_t kQuads>
 [[gnu::always_inline]] inline void updateBlock(double* c, std::size_t cols, Left left, std::size_t inner,
                                                const double* right) {
   Quad sum[kRows][kQuads];
-  for (std::size_t r = 0; r < kRows; ++r)
-    for (std::size_t q = 0; q < kQuads; ++q) load(sum[r][q], c + r * cols + q * kLanes);
+  ORVANE_UNROLL
+  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
+  for (std::size_t q = 0; q < kQuads; ++q) load(sum[r][q], c + r * cols + q * kLanes);
   for (std::size_t k = 0; k < inner; ++k) {
     Quad row[kQuads];
+    ORVANE_UNROLL
     for (std::size_t q = 0; q < kQuads; ++q) load(row[q], right + k * cols + q * kLanes);
+    ORVANE_UNROLL
     for (std::size_t r = 0; r < kRows; ++r) {
       const double factor = left.at[r * left.rowStep + k * left.innerStep];
+      ORVANE_UNROLL
       for (std::size_t q = 0; q < kQuads; ++q) sum[r][q] += factor * row[q];
     }
   }
-  for (std::size_t r = 0; r < kRows; ++r)
-    for (std::size_t q = 0; q < kQuads; ++q) store(c + r * cols + q * kLanes, sum[r][q]);
+  ORVANE_UNROLL
+  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
+  for (std::size_t q = 0; q < kQuads; ++q) store(c + r * cols + q * kLanes, sum[r][q]);
 }
 
 /// All columns for kRows rows of c.
@@ -79,31 +101,37 @@ template <std::size_t kRows>
   std::size_t j = 0;
   for (; j + 2 * kLanes <= cols; j += 2 * kLanes) updateBlock<kRows, 2>(c + j, cols, left, inner, right + j);
   for (; j + kLanes <= cols; j += kLanes) updateBlock<kRows, 1>(c + j, cols, left, inner, right + j);
-  for (; j < cols; ++j)
-    for (std::size_t r = 0; r < kRows; ++r) {
-      double sum = c[r * cols + j];
-      for (std::size_t k = 0; k < inner; ++k) sum += left.at[r * left.rowStep + k * left.innerStep] * right[k * cols + j];
-      c[r * cols + j] = sum;
-    }
+  for (; j < cols; ++j) ORVANE_UNROLL
+  for (std::size_t r = 0; r < kRows; ++r) {
+    double sum = c[r * cols + j];
+    for (std::size_t k = 0; k < inner; ++k) sum += left.at[r * left.rowStep + k * left.innerStep] * right[k * cols + j];
+    c[r * cols + j] = sum;
+  }
 }
 
 }  // namespace
 
 void multiplyRows(const double* x, std::size_t samples, std::size_t m, const double* a, std::size_t n, double* y) {
   vectorised([=] {
-    std::size_t s = 0;
-    for (; s + 4 <= samples; s += 4) scalarProductRows<4, 2>(x + s * m, m, a, n, y + s * n);
-    for (; s < samples; ++s) scalarProductRows<1, 8>(x + s * m, m, a, n, y + s * n);
+    if (samples < 4)
+      scalarProductBlocks<4>(x, samples, m, a, n, y);
+    else
+      scalarProductBlocks<2>(x, samples, m, a, n, y);
   });
 }
 
+// Some rows of the right side after another: they stay in the cache while all of c takes them in.
 void addProduct(double* c, std::size_t rows, std::size_t cols, const double* left, std::size_t rowStep,
                 std::size_t innerStep, std::size_t inner, const double* right) {
-  const Left all{left, rowStep, innerStep};
+  constexpr std::size_t kStep = 32;
   vectorised([=] {
-    std::size_t r = 0;
-    for (; r + 4 <= rows; r += 4) updateRows<4>(c + r * cols, cols, all.from(r), inner, right);
-    for (; r < rows; ++r) updateRows<1>(c + r * cols, cols, all.from(r), inner, right);
+    for (std::size_t k = 0; k < inner; k += kStep) {
+      const Left part{left + k * innerStep, rowStep, innerStep};
+      const std::size_t depth = std::min(kStep, inner - k);
+      std::size_t r = 0;
+      for (; r + 4 <= rows; r += 4) updateRows<4>(c + r * cols, cols, part.from(r), depth, right + k * cols);
+      for (; r < rows; ++r) updateRows<1>(c + r * cols, cols, part.from(r), depth, right + k * cols);
+    }
   });
 }
 

@@ -46,8 +46,7 @@ template <class F>
 void forDistances(NetLayer_s& l, const F& f) {
   const std::size_t n = l.size(), m = l.input1->size();
   for (std::size_t s = 0; s < samples(l); ++s)
-    for (std::size_t i = 0; i < n; ++i)
-      f(s * n + i, i, squaredDistance(l.var1->value.row(i), l.input1->y + s * m, m));
+    for (std::size_t i = 0; i < n; ++i) f(s * n + i, i, squaredDistance(l.var1->value.row(i), l.input1->y + s * m, m));
 }
 
 template <class Slope>
@@ -131,7 +130,8 @@ struct Quadratic {
   static void backward(NetLayer_s& l) {
     const std::size_t n = l.size(), m = l.input1->size();
     for (std::size_t s = 0; s < samples(l); ++s)
-      for (std::size_t k = 0; k < n; ++k) add(l.dy[s * n + k], *varsOf(l)[k], l.input1->y + s * m, m, l.input1->dy + s * m);
+      for (std::size_t k = 0; k < n; ++k)
+        add(l.dy[s * n + k], *varsOf(l)[k], l.input1->y + s * m, m, l.input1->dy + s * m);
   }
   static void add(double d, NetVar_s& var, const double* x, std::size_t m, double* __restrict dx) {
     for (std::size_t i = 0; i < m; ++i) {

@@ -168,9 +168,8 @@ class Mean {
 class Norm2 {
  public:
   Norm2(const Grid& g, const double* x, std::size_t first)
-      : count(static_cast<double>(g.cells)), norm(rootOfSquares([&](const auto& f) {
-          g.forWindow(first, [&](std::size_t p) { f(x[p]); });
-        })) {}
+      : count(static_cast<double>(g.cells)),
+        norm(rootOfSquares([&](const auto& f) { g.forWindow(first, [&](std::size_t p) { f(x[p]); }); })) {}
   double value() const { return norm / count; }
   double slope(double x) const { return norm == 0 ? 0 : x / norm / count; }
 

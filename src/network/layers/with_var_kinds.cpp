@@ -171,8 +171,8 @@ struct Weibull {
   }
   static double byB(double x, double a, double b, double) {
     return withOdd(x, decaying(x, a, b, [=](double z, double q) {
-      return a * std::pow(z, b - 1) * (1 + b * std::log(z) * (1 - q));
-    }));
+                     return a * std::pow(z, b - 1) * (1 + b * std::log(z) * (1 - q));
+                   }));
   }
   static double withOdd(double x, double size) { return x < 0 ? -size : size; }
 };
