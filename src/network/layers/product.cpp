@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "network/layers/product.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "network/layers/formula.h"
-
-/// Loops of constant length over registers.
-#define ORVANE_UNROLL _Pragma("GCC unroll 8")
 
 namespace NetWork {
 namespace {
@@ -17,6 +16,13 @@ constexpr std::size_t kLanes = 4;
 [[gnu::always_inline]] inline void load(Quad& to, const double* from) { std::memcpy(&to, from, sizeof to); }
 [[gnu::always_inline]] inline void store(double* to, const Quad& from) { std::memcpy(to, &from, sizeof from); }
 
+/// f(0) to f(kCount - 1), written out, so that arrays of them are registers.
+template <std::size_t kCount, class F>
+[[gnu::always_inline]] inline void repeat(const F& f) {
+  [&]<std::size_t... i>(std::index_sequence<i...>) { (f(i), ...); }
+  (std::make_index_sequence<kCount>{});
+}
+
 /// kRows by kCols scalar products of rows of x with rows of a.
 template <std::size_t kRows, std::size_t kCols>
 [[gnu::always_inline]] inline void scalarProducts(const double* x, const double* a, std::size_t m, double* y,
@@ -25,24 +31,21 @@ template <std::size_t kRows, std::size_t kCols>
   std::size_t j = 0;
   for (; j + kLanes <= m; j += kLanes) {
     Quad left[kRows];
-    ORVANE_UNROLL
-    for (std::size_t r = 0; r < kRows; ++r) load(left[r], x + r * m + j);
-    ORVANE_UNROLL
-    for (std::size_t c = 0; c < kCols; ++c) {
+    repeat<kRows>([&](std::size_t r) { load(left[r], x + r * m + j); });
+    repeat<kCols>([&](std::size_t c) {
       Quad right;
       load(right, a + c * m + j);
-      ORVANE_UNROLL
-      for (std::size_t r = 0; r < kRows; ++r) sum[r][c] += left[r] * right;
-    }
+      repeat<kRows>([&](std::size_t r) { sum[r][c] += left[r] * right; });
+    });
   }
-  ORVANE_UNROLL
-  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
-  for (std::size_t c = 0; c < kCols; ++c) {
-    const Quad& s = sum[r][c];
-    double total = (s[0] + s[2]) + (s[1] + s[3]);
-    for (std::size_t k = j; k < m; ++k) total += x[r * m + k] * a[c * m + k];
-    y[r * n + c] = total;
-  }
+  repeat<kRows>([&](std::size_t r) {
+    repeat<kCols>([&](std::size_t c) {
+      const Quad& s = sum[r][c];
+      double total = (s[0] + s[2]) + (s[1] + s[3]);
+      for (std::size_t k = j; k < m; ++k) total += x[r * m + k] * a[c * m + k];
+      y[r * n + c] = total;
+    });
+  });
 }
 
 /// All samples for kCols rows of a, which stay in the cache meanwhile.
@@ -55,7 +58,6 @@ template <std::size_t kCols>
   for (; s < samples; ++s) scalarProducts<1, kCols>(x + s * m, a, m, y + s * n, n);
 }
 
-/// Blocks of 4 samples by 2 rows of a, or of one sample by 4.
 template <std::size_t kCols>
 [[gnu::always_inline]] inline void scalarProductBlocks(const double* x, std::size_t samples, std::size_t m,
                                                        const double* a, std::size_t n, double* y) {
@@ -68,6 +70,7 @@ struct Left {
   const double* at;
   std::size_t rowStep, innerStep;
   Left from(std::size_t row) const { return {at + row * rowStep, rowStep, innerStep}; }
+  double operator()(std::size_t row, std::size_t k) const { return at[row * rowStep + k * innerStep]; }
 };
 
 /// kRows by 4 kQuads entries of c.
@@ -75,23 +78,19 @@ template <std::size_t kRows, std::size_t kQuads>
 [[gnu::always_inline]] inline void updateBlock(double* c, std::size_t cols, Left left, std::size_t inner,
                                                const double* right) {
   Quad sum[kRows][kQuads];
-  ORVANE_UNROLL
-  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
-  for (std::size_t q = 0; q < kQuads; ++q) load(sum[r][q], c + r * cols + q * kLanes);
+  const auto forBlock = [&](const auto& f) {
+    repeat<kRows>([&](std::size_t r) { repeat<kQuads>([&](std::size_t q) { f(sum[r][q], c + r * cols + q * kLanes); }); });
+  };
+  forBlock([](Quad& s, const double* from) { load(s, from); });
   for (std::size_t k = 0; k < inner; ++k) {
     Quad row[kQuads];
-    ORVANE_UNROLL
-    for (std::size_t q = 0; q < kQuads; ++q) load(row[q], right + k * cols + q * kLanes);
-    ORVANE_UNROLL
-    for (std::size_t r = 0; r < kRows; ++r) {
-      const double factor = left.at[r * left.rowStep + k * left.innerStep];
-      ORVANE_UNROLL
-      for (std::size_t q = 0; q < kQuads; ++q) sum[r][q] += factor * row[q];
-    }
+    repeat<kQuads>([&](std::size_t q) { load(row[q], right + k * cols + q * kLanes); });
+    repeat<kRows>([&](std::size_t r) {
+      const double factor = left(r, k);
+      repeat<kQuads>([&](std::size_t q) { sum[r][q] += factor * row[q]; });
+    });
   }
-  ORVANE_UNROLL
-  for (std::size_t r = 0; r < kRows; ++r) ORVANE_UNROLL
-  for (std::size_t q = 0; q < kQuads; ++q) store(c + r * cols + q * kLanes, sum[r][q]);
+  forBlock([](const Quad& s, double* to) { store(to, s); });
 }
 
 /// All columns for kRows rows of c.
@@ -101,16 +100,17 @@ template <std::size_t kRows>
   std::size_t j = 0;
   for (; j + 2 * kLanes <= cols; j += 2 * kLanes) updateBlock<kRows, 2>(c + j, cols, left, inner, right + j);
   for (; j + kLanes <= cols; j += kLanes) updateBlock<kRows, 1>(c + j, cols, left, inner, right + j);
-  for (; j < cols; ++j) ORVANE_UNROLL
-  for (std::size_t r = 0; r < kRows; ++r) {
-    double sum = c[r * cols + j];
-    for (std::size_t k = 0; k < inner; ++k) sum += left.at[r * left.rowStep + k * left.innerStep] * right[k * cols + j];
-    c[r * cols + j] = sum;
-  }
+  for (; j < cols; ++j)
+    for (std::size_t r = 0; r < kRows; ++r) {
+      double sum = c[r * cols + j];
+      for (std::size_t k = 0; k < inner; ++k) sum += left(r, k) * right[k * cols + j];
+      c[r * cols + j] = sum;
+    }
 }
 
 }  // namespace
 
+// Blocks of 4 samples by 2 rows of a, or of one sample by 4.
 void multiplyRows(const double* x, std::size_t samples, std::size_t m, const double* a, std::size_t n, double* y) {
   vectorised([=] {
     if (samples < 4)
