@@ -133,14 +133,13 @@ TEST(TrainingPass, PredictionsOfAnotherThreadWaitOrAreRefused) {
 
 TEST(TrainingPass, SignRules) {
   const Numbers start{-1, -2e-8, -1e-9, 0, 1e-9, 2e-8, 1};
-  const std::pair<int, Numbers> rules[] = {
-      {ORVANE_SIGN_FREE, start},
-      {ORVANE_SIGN_POSITIVE, {0.001, 0.001, 0.001, 0.001, 0.001, 2e-8, 1}},
-      {ORVANE_SIGN_NOT_NEGATIVE, {0, 0, -1e-9, 0, 1e-9, 2e-8, 1}},
-      {ORVANE_SIGN_NEGATIVE, {-1, -2e-8, -0.001, -0.001, -0.001, -0.001, -0.001}},
-      {ORVANE_SIGN_NOT_POSITIVE, {-1, -2e-8, -1e-9, 0, 1e-9, 0, 0}},
-      {ORVANE_SIGN_NOT_ZERO, {-1, -2e-8, -0.001, -0.001, 0.001, 2e-8, 1}},
-      {77, start}};
+  const std::pair<int, Numbers> rules[] = {{ORVANE_SIGN_FREE, start},
+                                           {ORVANE_SIGN_POSITIVE, {0.001, 0.001, 0.001, 0.001, 0.001, 2e-8, 1}},
+                                           {ORVANE_SIGN_NOT_NEGATIVE, {0, 0, -1e-9, 0, 1e-9, 2e-8, 1}},
+                                           {ORVANE_SIGN_NEGATIVE, {-1, -2e-8, -0.001, -0.001, -0.001, -0.001, -0.001}},
+                                           {ORVANE_SIGN_NOT_POSITIVE, {-1, -2e-8, -1e-9, 0, 1e-9, 0, 0}},
+                                           {ORVANE_SIGN_NOT_ZERO, {-1, -2e-8, -0.001, -0.001, 0.001, 2e-8, 1}},
+                                           {77, start}};
   for (const auto& [rule, expected] : rules) {
     Parts parts;
     NetVar* var = parts.var(1, 7, start);

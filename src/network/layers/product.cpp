@@ -79,7 +79,8 @@ template <std::size_t kRows, std::size_t kQuads>
                                                const double* right) {
   Quad sum[kRows][kQuads];
   const auto forBlock = [&](const auto& f) {
-    repeat<kRows>([&](std::size_t r) { repeat<kQuads>([&](std::size_t q) { f(sum[r][q], c + r * cols + q * kLanes); }); });
+    repeat<kRows>(
+        [&](std::size_t r) { repeat<kQuads>([&](std::size_t q) { f(sum[r][q], c + r * cols + q * kLanes); }); });
   };
   forBlock([](Quad& s, const double* from) { load(s, from); });
   for (std::size_t k = 0; k < inner; ++k) {
