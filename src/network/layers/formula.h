@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "network/layers/kind_table.h"
 #include "frame/processor.h"
+#include "network/layers/kind_table.h"
 
 /// Kinds that work entry by entry: a formula and its derivatives, from which the templates here make the loops over all
 /// entries and samples. A formula of the derivatives may use the value y as well.
