@@ -52,8 +52,8 @@ TEST(Windows, OddValuesThatStay) {
 TEST(Windows, ParametersAndEdges) {
   Fir fir(ORVANE_FILTER_LOW_PASS, 100, 0, 9);
   EXPECT_EQ(fir_getWindowParam(fir.handle, 1), 0);
-  const std::map<int32_t, Numbers> defaults{{1, {0.16}},  {4, {0.06}}, {6, {0.16, 0.36}}, {8, {0.12}},
-                                            {10, {0.56}}, {12, {1.6}}, {13, {5.6}},       {17, {0.25}},
+  const std::map<int32_t, Numbers> defaults{{1, {0.16}},  {4, {0.06}},  {6, {0.16, 0.36}}, {8, {0.12}},
+                                            {10, {0.56}}, {12, {1.6}},  {13, {5.6}},       {17, {0.25}},
                                             {18, {2}},    {22, {0.36}}, {23, {1, 0.2}}};
   for (const auto& [code, values] : defaults) {
     fir_setWindow(fir.handle, code);
@@ -212,7 +212,8 @@ TEST(IIRFilter, RecursionAndBlowUp) {
       const Numbers x = drawn(n, 7);
       std::vector<long double> expected(n, 0.0L);
       for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t k = 0; k < std::min(i + 1, b.size()); ++k) expected[i] += b[k] * static_cast<long double>(x[i - k]);
+        for (std::size_t k = 0; k < std::min(i + 1, b.size()); ++k)
+          expected[i] += b[k] * static_cast<long double>(x[i - k]);
         for (std::size_t k = 1; k < std::min(i + 1, a.size()); ++k) expected[i] -= a[k] * expected[i - k];
         expected[i] /= a[0];
       }

@@ -16,10 +16,9 @@ Numbers centred(const Numbers& h, const Numbers& x) {
 }
 
 TEST(LineSolver, FindsTheFilterOfItsRecords) {
-  const std::vector<std::vector<Numbers>> filters{
-      {{0.1, 0.3, 0.5, 0.3, 0.1}, {0.2, 0.4, 0.4, 0.2}, {2.0}},
-      {{0.1, 0.3, 0.5, -0.3, -0.1}, {0.2, 0.4, -0.4, -0.2}, {2.0}},
-      {{0.9, -0.3, 0.2, 0.7, 0.1}, {0.2, 0.4, -0.1, 0.6}, {1.5, 2.5}}};
+  const std::vector<std::vector<Numbers>> filters{{{0.1, 0.3, 0.5, 0.3, 0.1}, {0.2, 0.4, 0.4, 0.2}, {2.0}},
+                                                  {{0.1, 0.3, 0.5, -0.3, -0.1}, {0.2, 0.4, -0.4, -0.2}, {2.0}},
+                                                  {{0.9, -0.3, 0.2, 0.7, 0.1}, {0.2, 0.4, -0.1, 0.6}, {1.5, 2.5}}};
   for (const uint8_t method : {0, 1, 2, 200})
     for (const Numbers& h : filters[std::min<std::size_t>(method, 2)]) {
       Fir fir(0, 100, 0, count(h));
@@ -93,7 +92,8 @@ TEST(Objective, GridOfTheSpecification) {
     return filter_optFun(o.handle, &gain);
   };
   // A gain of 0 counts the angles of target 1, one of 1 those of target 0. m = 8 plain angles lie at k pi/8.
-  for (const auto& [type, ones, zeros] : {std::tuple{0, 3 + 8, 6 + 8}, {1, 6 + 8, 3 + 8}, {2, 5 + 16, 4 + 16}, {3, 4 + 16, 5 + 16}}) {
+  for (const auto& [type, ones, zeros] :
+       {std::tuple{0, 3 + 8, 6 + 8}, {1, 6 + 8, 3 + 8}, {2, 5 + 16, 4 + 16}, {3, 4 + 16, 5 + 16}}) {
     EXPECT_EQ(error(static_cast<uint8_t>(type), 8, 0.0), ones) << type;
     EXPECT_EQ(error(static_cast<uint8_t>(type), 8, 1.0), zeros) << type;
   }

@@ -79,23 +79,29 @@ TEST(Windowed, EveryStatisticAgainstItsDefinition) {
       expectNear(smoothed(filterByMedianFilter, x, width), byWindow(x, width, median), 1e-15, "median " + what);
       expectNear(smoothed(filterByMeanFilter, x, width), byWindow(x, width, mean), 1e-14, "mean " + what);
       if (n != 70)
-        expectNear(smoothed(filterByMeanSquaredFilter, x, width), byWindow(x, width, [&](const Numbers& w) {
-                     double sum = 0;
-                     for (const double v : w) sum += (v - shift) * (v - shift);
-                     return std::sqrt(sum / static_cast<double>(w.size()));
-                   }), 1e-14, "mean square " + what);
+        expectNear(smoothed(filterByMeanSquaredFilter, x, width),
+                   byWindow(x, width,
+                            [&](const Numbers& w) {
+                              double sum = 0;
+                              for (const double v : w) sum += (v - shift) * (v - shift);
+                              return std::sqrt(sum / static_cast<double>(w.size()));
+                            }),
+                   1e-14, "mean square " + what);
       const auto away = [h](int64_t k) { return static_cast<double>(h + 1 - std::abs(k - h)); };
       expectNear(smoothed(filterBySqrtFilter, x, width),
-                 byWindow(x, width, weighted([&](int64_t k) { return std::sqrt(away(k)); }, true)), 1e-14, "sqrt " + what);
+                 byWindow(x, width, weighted([&](int64_t k) { return std::sqrt(away(k)); }, true)), 1e-14,
+                 "sqrt " + what);
       expectNear(smoothed(filterBySquaredFilter, x, width),
-                 byWindow(x, width, weighted([&](int64_t k) { return away(k) * away(k); }, true)), 1e-14, "squared " + what);
+                 byWindow(x, width, weighted([&](int64_t k) { return away(k) * away(k); }, true)), 1e-14,
+                 "squared " + what);
     }
   }
   for (const int32_t width : {500, 501, 19999}) {  // blocks and ties at length
     Numbers x = drawn(20000, 3);
     for (double& v : x) v = std::floor(64 * v);
     const Numbers y = smoothed(filterByMedianFilter, x, width);
-    for (int64_t i = 0; i < 20000; i += 397) EXPECT_EQ(y[static_cast<std::size_t>(i)], median(windowAt(x, i, width))) << i;
+    for (int64_t i = 0; i < 20000; i += 397)
+      EXPECT_EQ(y[static_cast<std::size_t>(i)], median(windowAt(x, i, width))) << i;
   }
 }
 
@@ -103,8 +109,9 @@ TEST(Windowed, ShrinkingEdges) {  // kept: Window_edges
   for (const std::size_t n : {0u, 1u, 6u, 50u})
     for (const int32_t width : {-3, 1, 2, 3, 6, 48, 49, 50, 99}) {
       const Numbers x = drawn(n, 4);
-      for (const auto& [f, statistic] : {std::pair(&data_smoothByWindowMean, std::function<double(Numbers)>(mean)),
-                                         std::pair(&data_smoothByWindowMedian, std::function<double(Numbers)>(median))}) {
+      for (const auto& [f, statistic] :
+           {std::pair(&data_smoothByWindowMean, std::function<double(Numbers)>(mean)),
+            std::pair(&data_smoothByWindowMedian, std::function<double(Numbers)>(median))}) {
         Numbers expected = x, y(n, 7.0);
         if (width >= 2 && width + 1 < count(x)) {
           expected = byWindow(x, width, statistic);
@@ -122,8 +129,10 @@ TEST(Windowed, ShrinkingEdges) {  // kept: Window_edges
 TEST(Kernels, ConvolutionRadialAndWeights) {
   const Numbers x = drawn(60, 5), kernel = drawn(8, 6);
   for (const int32_t width : {0, 1, 2, 7, 8})
-    expectNear(smoothed([&](auto in, auto out, auto n, auto w) { filterByConvFilter(in, out, n, kernel.data(), w); }, x, width),
-               byWindow(x, width, weighted([&](int64_t k) { return kernel[static_cast<std::size_t>(k)]; }, false)), 1e-14, "kernel");
+    expectNear(smoothed([&](auto in, auto out, auto n, auto w) { filterByConvFilter(in, out, n, kernel.data(), w); }, x,
+                        width),
+               byWindow(x, width, weighted([&](int64_t k) { return kernel[static_cast<std::size_t>(k)]; }, false)),
+               1e-14, "kernel");
   EXPECT_EQ(smoothed([](auto in, auto out, auto n, auto w) { filterByConvFilter(in, out, n, nullptr, w); }, x, 5), x);
   for (const ReferenceRow& row : readReference("filter/radial.csv")) {
     const auto kind = static_cast<uint8_t>(row.arguments[0]);
@@ -136,12 +145,16 @@ TEST(Kernels, ConvolutionRadialAndWeights) {
     EXPECT_NEAR(y[10 - j], row.expected, row.ulps) << row.text;
   }
   for (const int32_t half : {-1, 30, 2147483647})
-    EXPECT_EQ(smoothed([](auto in, auto out, auto n, auto w) { filterByRadialFun(in, out, n, w, 1.0, 5); }, x, half), x);
+    EXPECT_EQ(smoothed([](auto in, auto out, auto n, auto w) { filterByRadialFun(in, out, n, w, 1.0, 5); }, x, half),
+              x);
   for (const uint8_t kind : {0, 20, 255})
-    EXPECT_EQ(smoothed([&](auto in, auto out, auto n, auto w) {
-                if (in != out) std::copy_n(in, n, out);
-                filterByRadialFun(in, out, n, w, 1.0, kind);
-              }, x, 3), x);
+    EXPECT_EQ(smoothed(
+                  [&](auto in, auto out, auto n, auto w) {
+                    if (in != out) std::copy_n(in, n, out);
+                    filterByRadialFun(in, out, n, w, 1.0, kind);
+                  },
+                  x, 3),
+              x);
 }
 
 TEST(Kernels, MeansByWeights) {
@@ -167,7 +180,9 @@ TEST(Kernels, MeansByWeights) {
         inside[static_cast<std::size_t>(i)] = sum / all;
         reflected[static_cast<std::size_t>(i)] = mirrored / whole;
       }
-      const auto call = [&](auto f) { return [&weights, f](auto in, auto out, auto m, auto w) { f(in, out, m, weights.data(), w); }; };
+      const auto call = [&](auto f) {
+        return [&weights, f](auto in, auto out, auto m, auto w) { f(in, out, m, weights.data(), w); };
+      };
       expectNear(smoothed(call(data_Smooth1D), x, width), inside, 2e-13, "inside");
       expectNear(smoothed(call(data_Smooth1D2), x, width), reflected, 2e-13, "reflected");
     }
@@ -199,7 +214,8 @@ TEST(LocalPolynomials, SavitzkyGolayAndPieces) {
   const Numbers followed = smoothed(local(3, 7), cubic, 12);
   for (std::size_t i = 7; i < 53; ++i) EXPECT_NEAR(followed[i], cubic[i], 1e-13) << i;  // inner windows know no border
   const Numbers held = smoothed(local(0, 4), x, 5);
-  for (std::size_t i = 0; i < 60; ++i) EXPECT_NEAR(held[i], mean(windowAt(x, static_cast<int64_t>(i - i % 4), 5)), 1e-13);
+  for (std::size_t i = 0; i < 60; ++i)
+    EXPECT_NEAR(held[i], mean(windowAt(x, static_cast<int64_t>(i - i % 4), 5)), 1e-13);
   for (const auto& [degree, step] : {std::pair(-5, -5), {1000000, 1}, {2, 2147483647}})
     EXPECT_EQ(smoothed(local(degree, step), x, 5).size(), 60u);
   EXPECT_EQ(smoothed(local(2, 3), x, 60), x);
@@ -212,8 +228,8 @@ TEST(PointFilters, LimitsAndKalman) {
              {1, 1.5, 9, 1, kNaN, 2, -3}, 0, "hard limit");
   expectNear(run([](auto in, auto out, auto n) { filterByLimitAmpFilter(in, out, n, 2.0); }),
              {1, 1.5, 1.5, 1.2, kNaN, 2, 2}, 0, "limited steps");
-  expectNear(run([](auto in, auto out, auto n) { filterByEKF(in, out, n, 1, 0, 1, 1, 0); }), {1, 1.5, 9, 1.2, kNaN, kNaN, kNaN},
-             1e-14, "without noise the measurement");
+  expectNear(run([](auto in, auto out, auto n) { filterByEKF(in, out, n, 1, 0, 1, 1, 0); }),
+             {1, 1.5, 9, 1.2, kNaN, kNaN, kNaN}, 1e-14, "without noise the measurement");
   // x = z/2, P = 1, K = 1/2: 3/4 of the first z; then x = 3/4 + 3/4, so that the second z changes nothing.
   Numbers y(2);
   filterByEKF(x.data(), y.data(), 2, 1, 0.5, 1, 1, 1);
@@ -239,7 +255,8 @@ TEST(Whittaker, SolvesItsSystem) {
   for (const std::size_t n : {4u, 5u, 6u, 7u, 100u, 30000u})
     for (const double lambda : {0.0, 0.3, 10.0, 1e5}) {
       const Numbers x = drawn(n, 9);
-      const Numbers y = smoothed([&](auto in, auto out, auto m, auto) { data_SmoothWhittaker1D(in, m, lambda, out); }, x, 0);
+      const Numbers y =
+          smoothed([&](auto in, auto out, auto m, auto) { data_SmoothWhittaker1D(in, m, lambda, out); }, x, 0);
       EXPECT_LT(whittakerResidual(x, y, lambda), 2e-15 * (1 + 16 * lambda)) << n << ", lambda " << lambda;
     }
   Numbers y(5);

@@ -51,7 +51,8 @@ TEST(Fourier2D, SumsThreadsAndInverse) {
   for (const int32_t threads : {0, 1, 2, 3, 7, 100, 2147483647}) {
     Pair out{Numbers(in.first.size()), Numbers(in.first.size())}, back = out;
     data_FFT2D(in.first.data(), in.second.data(), rows, cols, true, out.first.data(), out.second.data(), threads);
-    data_InvFFT2D(out.first.data(), out.second.data(), rows, cols, true, back.first.data(), back.second.data(), threads);
+    data_InvFFT2D(out.first.data(), out.second.data(), rows, cols, true, back.first.data(), back.second.data(),
+                  threads);
     if (first.first.empty()) first = out;
     EXPECT_EQ(out, first) << threads;
     expectNear(back.first, in.first, 1e-15, "back");
@@ -61,7 +62,8 @@ TEST(Fourier2D, SumsThreadsAndInverse) {
     std::complex<double> sum = 0;
     for (int r = 0; r < rows; ++r)
       for (int c = 0; c < cols; ++c)
-        sum += std::complex(in.first[static_cast<std::size_t>(r * cols + c)], in.second[static_cast<std::size_t>(r * cols + c)]) *
+        sum += std::complex(in.first[static_cast<std::size_t>(r * cols + c)],
+                            in.second[static_cast<std::size_t>(r * cols + c)]) *
                std::polar(1.0, -2 * kPi * (u * r / 37.0 + v * c / 20.0));
     EXPECT_NEAR(first.first[static_cast<std::size_t>(u * cols + v)], sum.real(), 1e-12);
     EXPECT_NEAR(first.second[static_cast<std::size_t>(u * cols + v)], sum.imag(), 1e-12);
