@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <math.h>
-
 #include <cmath>
 #include <limits>
 
+#include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -20,10 +19,7 @@ double calcGamma(double x) {
   return std::tgamma(x);
 }
 
-double calcLngamma(double x) {
-  int sign = 0;  // the plain lgamma writes a global
-  return ::lgamma_r(x, &sign);
-}
+double calcLngamma(double x) { return lnGamma(x).value; }
 
 double calcDigamma(double x) {
   if (std::abs(x) < 1e-200) return x < 0 ? kInf : -kInf;

@@ -60,6 +60,20 @@ consteval Routines routinesOf() {
   return found;
 }
 
+/// Numbers of arguments that the routines of a kind take.
+struct Counts {
+  uint8_t fewest, most;
+};
+
+template <uint8_t kCode>
+consteval Counts countsOf() {
+  const Routines places = routinesOf<kCode>();
+  const auto count = [](std::size_t place) {
+    return static_cast<uint8_t>(SpecialFunction::kFunctions[place].routine.shape);
+  };
+  return {count(places.fewest), count(places.most)};
+}
+
 /// The routine of the kind without coef, for the kinds that ignore it.
 template <uint8_t kCode>
 double routineBare(const SymObject& node) {
