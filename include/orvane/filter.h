@@ -182,12 +182,14 @@ ORVANE_API bool fir_judgeCoefficient(const FirFilter* filter);
  */
 ORVANE_API bool fir_filter(FirFilter* filter, const double* x, double* y, int32_t n);
 
-/** Makes the recursive filter the live one; without one it becomes an empty Butterworth filter for fir_setIIRCoefficient. */
+/** Makes the recursive filter the live one; without one it becomes an empty Butterworth filter for
+ * fir_setIIRCoefficient. */
 ORVANE_API void fir_createIIR(FirFilter* filter);
 
 /**
  * Recursive design of order n = fir_getCoefficientSize by the bilinear transformation with bent edges, and makes the
- * recursive filter the live one. Band-pass and band-stop have 2n + 1 coefficients each side, the others n + 1; a[0] is 1.
+ * recursive filter the live one. Band-pass and band-stop have 2n + 1 coefficients each side, the others n + 1; a[0]
+is 1.
  * The gain is that in the pass band (at frequency 0 of Chebyshev I at even order: 0.5 dB below it).
  *
  * The coefficients are those of the exact design rounded to doubles. What a filter of high order does then depends on
@@ -223,10 +225,10 @@ ORVANE_API void fir_lineSolverClear(FirFilter* filter);
  * The K = fir_getCoefficientSize coefficients that bring the centred convolution of all records closest to what shall
  * come out, by least squares over the points with a full window. They become the coefficients and the live filter.
  *
- * @param method  ORVANE_FIR_SYMMETRIC: h[k] = h[K-1-k]; ORVANE_FIR_ANTISYMMETRIC: h[k] = -h[K-1-k] but for the centre of
- *                an odd K, which is free; else all free
- * @return        sum of squared deviations over all points of all records; 1e300 without records or coefficients or with
- *                fewer full windows than unknowns
+ * @param method  ORVANE_FIR_SYMMETRIC: h[k] = h[K-1-k]; ORVANE_FIR_ANTISYMMETRIC: h[k] = -h[K-1-k] but for the centre
+ * of an odd K, which is free; else all free
+ * @return        sum of squared deviations over all points of all records; 1e300 without records or coefficients or
+ * with fewer full windows than unknowns
  */
 ORVANE_API double fir_solveByLineFIRSolver(FirFilter* filter, uint8_t method);
 
@@ -255,8 +257,8 @@ ORVANE_API void filter_setSampleData(FilterObjective* objective, const double* a
 
 /**
  * Makes the grid from the specification: m + 1 angles 0, pi/m, ..., pi, and by each edge inside (0, pi) two runs of m
- * that grow dense towards it: edge + (start - edge) ((j + 1/2)/m)^2, j < m, started at 0 and pi, between two edges at the
- * other one. The target is 1 in the pass band with its edges and 0 elsewhere. m of 0 or less leaves an empty grid.
+ * that grow dense towards it: edge + (start - edge) ((j + 1/2)/m)^2, j < m, started at 0 and pi, between two edges at
+ * the other one. The target is 1 in the pass band with its edges and 0 elsewhere. m of 0 or less leaves an empty grid.
  */
 ORVANE_API void filter_setSampleSize(FilterObjective* objective, int32_t m);
 
@@ -265,8 +267,8 @@ ORVANE_API void filter_setSampleSize(FilterObjective* objective, int32_t m);
  *
  *     sum over the grid of (target - (As Bs + Ac Bc))^2 + weight (Bs Ac + As Bc)^2
  *
- * with Bc, Bs the sums of b[i] cos(i w), b[i] sin(i w), and Ac, As those of a; 0 for an empty grid. For FIR filters this
- * is the distance of the response from the target; with a it is not that of B/A.
+ * with Bc, Bs the sums of b[i] cos(i w), b[i] sin(i w), and Ac, As those of a; 0 for an empty grid. For FIR filters
+ * this is the distance of the response from the target; with a it is not that of B/A.
  *
  * @param p  [nb + na] as in filter_setParam
  */

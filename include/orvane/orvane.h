@@ -25,11 +25,10 @@
 #include <orvane/integral_functions.h>
 #include <orvane/line_equation.h>
 #include <orvane/line_programme.h>
+#include <orvane/loss.h>
 #include <orvane/map_coordinates.h>
 #include <orvane/matrix.h>
 #include <orvane/mesh.h>
-#include <orvane/loss.h>
-#include <orvane/matrix.h>
 #include <orvane/network.h>
 #include <orvane/network_layer.h>
 #include <orvane/network_training.h>

@@ -43,7 +43,8 @@ ORVANE_API void filterByMinFilter(const double* in, double* out, int32_t n, int3
 /** Mean of the window. Time does not depend on the width; a NaN or infinity shows in the windows that hold it only. */
 ORVANE_API void filterByMeanFilter(const double* in, double* out, int32_t n, int32_t width);
 
-/** sqrt of the mean of (in - m)^2 over the window, with m the least value of the array where that is negative, else 0. */
+/** sqrt of the mean of (in - m)^2 over the window, with m the least value of the array where that is negative, else 0.
+ */
 ORVANE_API void filterByMeanSquaredFilter(const double* in, double* out, int32_t n, int32_t width);
 
 /**
@@ -59,8 +60,8 @@ ORVANE_API void filterByHardLimitFilter(const double* in, double* out, int32_t n
 ORVANE_API void filterByLimitAmpFilter(const double* in, double* out, int32_t n, double limit);
 
 /**
- * Local least squares: at the points 0, step, 2 step, ... a polynomial is fitted to the window around the point; it gives
- * the values at the point and at the step - 1 points behind it.
+ * Local least squares: at the points 0, step, 2 step, ... a polynomial is fitted to the window around the point; it
+ * gives the values at the point and at the step - 1 points behind it.
  *
  * @param width   of the window
  * @param degree  of the polynomial; below 0: 0; width - 1 at most
@@ -79,7 +80,8 @@ ORVANE_API void filterByEKF(const double* in, double* out, int32_t n, double a, 
  * Savitzky-Golay smoothing: the value at its middle of the least-squares polynomial over the abscissae k dt,
  * k = -h..h, h = width/2; an even width counts as one more.
  *
- * @param dt      spacing; the result does not depend on it, but 0 leaves a constant to fit, and NaN or infinity gives NaN
+ * @param dt      spacing; the result does not depend on it, but 0 leaves a constant to fit, and NaN or infinity gives
+ * NaN
  * @param degree  below 0: 0; from 2h on every point keeps its value
  */
 ORVANE_API void filterBySavitzkyGolay(const double* in, double* out, int32_t n, double dt, int32_t degree,
@@ -127,8 +129,8 @@ ORVANE_API void data_Smooth1D2(const double* x, double* y, int32_t n, const doub
 ORVANE_API void data_SmoothWhittaker1D(const double* x, int32_t n, double lambda, double* y);
 
 /**
- * Mean of the window without the border rule: point i < h = width/2 takes the mean of the first i + 1 values, its mirror
- * that of the last i + 1.
+ * Mean of the window without the border rule: point i < h = width/2 takes the mean of the first i + 1 values, its
+ * mirror that of the last i + 1.
  *
  * @param x      [n]
  * @param width  below 2, or n - 1 and more: copies
@@ -170,8 +172,9 @@ ORVANE_API SmoothLine* api_SmoothLine_Create(const double* data, int32_t n, int3
 ORVANE_API int32_t api_SmoothLine_GetRes(const SmoothLine* line, double* out);
 
 /**
- * Smooth interpolation between two points: the cubic with the given values and slopes there, continued by straight lines
- * outside. The points may stand in either order; between points of one abscissa there is nothing, it belongs to the left.
+ * Smooth interpolation between two points: the cubic with the given values and slopes there, continued by straight
+ * lines outside. The points may stand in either order; between points of one abscissa there is nothing, it belongs to
+ * the left.
  *
  * @param x  [n] abscissae
  * @param y  [n] out
@@ -188,8 +191,8 @@ ORVANE_API void data_calcSmoothLineIn2Point(double x0, double y0, double slope0,
 ORVANE_API int32_t calFirstOrderDiff(const double* x, int32_t n, double* out);
 
 /**
- * Derivative of samples at even spacing: at every point that of the polynomial through it and its neighbours, five points
- * in all (error of order dh^4), or n where there are fewer; 0 for a single one.
+ * Derivative of samples at even spacing: at every point that of the polynomial through it and its neighbours, five
+ * points in all (error of order dh^4), or n where there are fewer; 0 for a single one.
  *
  * @param y   [n]
  * @param dh  spacing; 0 gives infinity or NaN

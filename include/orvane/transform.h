@@ -4,12 +4,14 @@
  * Discrete Fourier transforms of any length in one and two dimensions, and what stands on them: spectra, band filters,
  * the analytic signal; detrending and two-dimensional kernels.
  *
- *     forward  X[k] = sum over m of x[m] exp(-2 pi i k m/n)       inverse  x[m] = 1/n sum over k of X[k] exp(2 pi i k m/n)
+ *     forward  X[k] = sum over m of x[m] exp(-2 pi i k m/n)       inverse  x[m] = 1/n sum over k of X[k] exp(2 pi i k
+ * m/n)
  *
  * Real and imaginary parts are separate arrays. The cost is O(n log n) for every n, the error that of rounding:
- * |error| <= 4e-16 sqrt(log2 n) |X| in the Euclidean norm. Lengths with a prime factor above 61 go through a convolution and
- * cost about five times as much. Tables of lengths used lately are kept, 32 MB at most; all functions may run on several
- * threads at once. A NaN or infinity makes the whole output NaN or infinite. Arrays out may be the arrays in.
+ * |error| <= 4e-16 sqrt(log2 n) |X| in the Euclidean norm. Lengths with a prime factor above 61 go through a
+ * convolution and cost about five times as much. Tables of lengths used lately are kept, 32 MB at most; all functions
+ * may run on several threads at once. A NaN or infinity makes the whole output NaN or infinite. Arrays out may be the
+ * arrays in.
  */
 #ifndef ORVANE_TRANSFORM_H
 #define ORVANE_TRANSFORM_H
@@ -39,8 +41,7 @@ typedef struct Filter2DKernel {
 ORVANE_API void data_FFT(const double* re, int32_t nre, const double* im, int32_t nim, double* outRe, double* outIm);
 
 /** Inverse transform, with the factor 1/n. Arguments as for data_FFT. */
-ORVANE_API void data_InvFFT(const double* re, int32_t nre, const double* im, int32_t nim, double* outRe,
-                            double* outIm);
+ORVANE_API void data_InvFFT(const double* re, int32_t nre, const double* im, int32_t nim, double* outRe, double* outIm);
 
 /**
  * Forward transform of a matrix: every row, then every column.
@@ -50,15 +51,15 @@ ORVANE_API void data_InvFFT(const double* re, int32_t nre, const double* im, int
  * @param rows     below 1: nothing happens, as for cols
  * @param outRe    [rows*cols] out
  * @param outIm    [rows*cols] out
- * @param threads  contiguous blocks of rows, later of columns, on so many threads (256 at most); below 2 on the caller's.
- *                 The values do not depend on it
+ * @param threads  contiguous blocks of rows, later of columns, on so many threads (256 at most); below 2 on the
+ * caller's. The values do not depend on it
  */
 ORVANE_API void data_FFT2D(const double* re, const double* im, int32_t rows, int32_t cols, bool hasIm, double* outRe,
                            double* outIm, int32_t threads);
 
 /** Inverse of data_FFT2D, columns first, with the factor 1/(rows cols). */
-ORVANE_API void data_InvFFT2D(const double* re, const double* im, int32_t rows, int32_t cols, bool hasIm,
-                              double* outRe, double* outIm, int32_t threads);
+ORVANE_API void data_InvFFT2D(const double* re, const double* im, int32_t rows, int32_t cols, bool hasIm, double* outRe,
+                              double* outIm, int32_t threads);
 
 /**
  * Amplitudes |X[i]| of n real samples, not scaled, and their frequencies i fs/n, for i < n/2.

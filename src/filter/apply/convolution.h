@@ -19,8 +19,8 @@ std::vector<double> clampedBorder(std::span<const double> in, std::size_t width)
 /// Divides weights by their sum if asked to and unless that is within 1e-15 of 0.
 void normaliseWeights(std::span<double> weights, bool normalise);
 
-/// out[i] = sum of kernel[k] in[i - width/2 + k] with that border. A kernel as long as the data, or an empty one, copies
-/// the data. out may be in.
+/// out[i] = sum of kernel[k] in[i - width/2 + k] with that border. A kernel as long as the data, or an empty one,
+/// copies the data. out may be in.
 void convolve(std::span<const double> in, double* out, std::span<const double> kernel, bool normalise);
 
 }  // namespace Filter

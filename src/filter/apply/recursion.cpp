@@ -13,11 +13,11 @@ namespace Filter {
 
 namespace {
 
-constexpr int32_t kChunk = 512;       // samples whose part in x is summed at once
+constexpr int32_t kChunk = 512;        // samples whose part in x is summed at once
 constexpr std::size_t kUnrolled = 16;  // orders with a loop of their own
 
-/// The recursive part over y[0..count), which holds the part in x; `before` values stand in front of y. Only the term of
-/// y[i-1] comes last, so that a step waits for one product and one difference. Returns how many values are sound.
+/// The recursive part over y[0..count), which holds the part in x; `before` values stand in front of y. Only the term
+/// of y[i-1] comes last, so that a step waits for one product and one difference. Returns how many values are sound.
 template <std::size_t kOrder>
 int32_t feedBack(const double* a, std::size_t, double* y, int32_t count) {
   double past[kOrder + 1], weight[kOrder + 1];
@@ -51,7 +51,8 @@ using FeedBack = int32_t (*)(const double*, std::size_t, double*, int32_t);
 FeedBack feedBackOf(std::size_t order) {
   static constexpr auto table = []<std::size_t... k>(std::index_sequence<k...>) {
     return std::array<FeedBack, sizeof...(k)>{feedBack<k>...};
-  }(std::make_index_sequence<kUnrolled + 1>());
+  }
+  (std::make_index_sequence<kUnrolled + 1>());
   return order < table.size() ? table[order] : feedBackAny;
 }
 

@@ -26,9 +26,9 @@ double numberOf(uint64_t key) {
   return std::bit_cast<double>((key & kSign) != 0 ? key & ~kSign : ~key);
 }
 
-/// One block of the data as a sorted linked list from which values are taken in the order of their places and put back in
-/// the same order (Suomela 2014: median filtering is sorting, and the rest is linear). Nodes are named by rank; the list
-/// splits into `small` values below the node `middle` and the others.
+/// One block of the data as a sorted linked list from which values are taken in the order of their places and put back
+/// in the same order (Suomela 2014: median filtering is sorting, and the rest is linear). Nodes are named by rank; the
+/// list splits into `small` values below the node `middle` and the others.
 class SortedBlock {
  public:
   explicit SortedBlock(std::size_t width)

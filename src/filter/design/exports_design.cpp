@@ -82,7 +82,9 @@ void fir_addSample(FirFilter* filter, const double* x, const double* y, int32_t 
 
 void fir_lineSolverClear(FirFilter* filter) { native(filter).clearSamples(); }
 
-double fir_solveByLineFIRSolver(FirFilter* filter, uint8_t method) { return native(filter).solveByLineFIRSolver(method); }
+double fir_solveByLineFIRSolver(FirFilter* filter, uint8_t method) {
+  return native(filter).solveByLineFIRSolver(method);
+}
 
 FilterObjective* filter_Create(void) { return registered<FilterObjective>(std::make_unique<Filter::FilterOptFun>()); }
 

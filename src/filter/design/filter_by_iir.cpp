@@ -12,7 +12,9 @@ namespace Filter {
 
 double BaseFilter::angleOf(double frequency) const { return 2.0 * std::numbers::pi * frequency / samplingFrequency; }
 
-bool usableCoefficients(std::span<const double> values) { return !values.empty() && std::ranges::none_of(values, blownUp); }
+bool usableCoefficients(std::span<const double> values) {
+  return !values.empty() && std::ranges::none_of(values, blownUp);
+}
 
 bool FilterByIIR::filter(const double* x, double* y, int32_t from, int32_t to) {
   std::fill(y, y + std::max(to, 0), 0.0);

@@ -27,8 +27,8 @@ class FilterByOptmizer : public BaseData {
 /// least squares; centre = (size - 1)/2.
 class FilterOptByFIR final : public FilterByOptmizer {
  public:
-  /// Method 0: h symmetric about its middle, 1: antisymmetric but for the centre of an odd size, else: free. Returns the
-  /// sum of squares over all samples, or kNoFit for fewer full windows than unknowns; `result` then stays.
+  /// Method 0: h symmetric about its middle, 1: antisymmetric but for the centre of an odd size, else: free. Returns
+  /// the sum of squares over all samples, or kNoFit for fewer full windows than unknowns; `result` then stays.
   double solve(std::size_t size, uint8_t method);
 
   std::vector<double> result;

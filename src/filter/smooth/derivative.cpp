@@ -54,8 +54,7 @@ int32_t firstDifferences(std::span<const double> x, double* out) {
   return static_cast<int32_t>(x.size() - 1);
 }
 
-void derivativeByPieces(std::span<const double> x, const double* y, std::size_t degree, std::size_t width,
-                        double* dy) {
+void derivativeByPieces(std::span<const double> x, const double* y, std::size_t degree, std::size_t width, double* dy) {
   const std::size_t n = x.size(), size = std::clamp<std::size_t>(width, 1, std::max<std::size_t>(n, 1));
   for (std::size_t i = 0; i < n; ++i) {
     const std::size_t start = windowStart(i, size, n);

@@ -112,9 +112,7 @@ void data_calcSmoothLineIn2Point(double x0, double y0, double slope0, double x1,
   Filter::lineBetween({x0, y0, slope0}, {x1, y1, slope1}, span(x, n), y);
 }
 
-int32_t calFirstOrderDiff(const double* x, int32_t n, double* out) {
-  return Filter::firstDifferences(span(x, n), out);
-}
+int32_t calFirstOrderDiff(const double* x, int32_t n, double* out) { return Filter::firstDifferences(span(x, n), out); }
 
 void data_calcDataDiffBySameDh(const double* y, int32_t n, double dh, double* dy) {
   Filter::derivativeEven(span(y, n), dh, dy);

@@ -59,8 +59,7 @@ std::vector<double> mirrored(std::size_t half, const Value& value) {
 
 std::vector<double> shapedKernel(std::size_t width, double (*shape)(double)) {
   const std::size_t half = width / 2;
-  std::vector<double> kernel =
-      mirrored(half, [&](double j) { return shape(static_cast<double>(half) + 1.0 - j); });
+  std::vector<double> kernel = mirrored(half, [&](double j) { return shape(static_cast<double>(half) + 1.0 - j); });
   kernel.resize(width);  // an even width lacks the last value
   return kernel;
 }

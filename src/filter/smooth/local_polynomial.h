@@ -7,9 +7,9 @@
 
 namespace Filter {
 
-/// Polynomials of degree 0, 1, ... that are orthonormal on a set of abscissae, by Arnoldi's process on the multiplication
-/// by the abscissa (Brubeck, Nakatsukasa & Trefethen 2021), orthogonalised twice: a least-squares fit on any abscissae
-/// without the condition of a Vandermonde matrix.
+/// Polynomials of degree 0, 1, ... that are orthonormal on a set of abscissae, by Arnoldi's process on the
+/// multiplication by the abscissa (Brubeck, Nakatsukasa & Trefethen 2021), orthogonalised twice: a least-squares fit on
+/// any abscissae without the condition of a Vandermonde matrix.
 class OrthogonalPolynomials {
  public:
   /// Up to the degree asked for or one less than there are distinct abscissae.

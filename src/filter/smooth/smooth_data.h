@@ -9,8 +9,8 @@
 
 namespace Filter {
 
-/// A smoothing line through evenly spaced samples, nowhere farther than a tolerance from them: polynomials of one degree,
-/// each over as many points as it can follow, neighbours overlapping and blended.
+/// A smoothing line through evenly spaced samples, nowhere farther than a tolerance from them: polynomials of one
+/// degree, each over as many points as it can follow, neighbours overlapping and blended.
 class SmoothData final : public BaseData {
  public:
   SmoothData(std::span<const double> values, std::size_t degree, double tolerance);

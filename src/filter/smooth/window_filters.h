@@ -6,8 +6,8 @@
 
 namespace Filter {
 
-// Statistics of a window of width values, i - width/2 the first; a width below 1, or as long as the data, copies. out may
-// be in. Border: indices outside read the end values.
+// Statistics of a window of width values, i - width/2 the first; a width below 1, or as long as the data, copies. out
+// may be in. Border: indices outside read the end values.
 
 void slidingMax(std::span<const double> in, double* out, int32_t width);
 void slidingMin(std::span<const double> in, double* out, int32_t width);

@@ -117,9 +117,7 @@ void bandByFFT(std::span<const double> x, double* y, double lowF, double highF, 
   const std::size_t low = bin(lowF, 0), high = bin(highF, n);
   if (low > middle) return void(std::fill_n(y, n, value));
   Spectrum s = spectrumOf(x);
-  const auto set = [&](std::size_t j) {
-    s.re[j] = s.im[j] = s.re[(n - j) % n] = s.im[(n - j) % n] = value;
-  };
+  const auto set = [&](std::size_t j) { s.re[j] = s.im[j] = s.re[(n - j) % n] = s.im[(n - j) % n] = value; };
   for (std::size_t j = 0; j < low; ++j) set(j);
   for (std::size_t j = middle; j > high; --j) set(j);
   s.invert();

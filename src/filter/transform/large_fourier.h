@@ -8,9 +8,9 @@
 
 namespace Filter {
 
-/// A length beyond the cache as a matrix of rows x columns (Bailey 1990): transforms down the columns, a twiddle factor,
-/// transforms along the rows, read out by columns. Blocks of kLanes columns or rows go through the cache together, so
-/// that memory is read and written twice.
+/// A length beyond the cache as a matrix of rows x columns (Bailey 1990): transforms down the columns, a twiddle
+/// factor, transforms along the rows, read out by columns. Blocks of kLanes columns or rows go through the cache
+/// together, so that memory is read and written twice.
 class LargeFourier final : public FourierPlan {
  public:
   struct Factors {

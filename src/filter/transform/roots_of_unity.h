@@ -10,8 +10,8 @@ struct Complex {
   double re, im;
 };
 
-/// exp(-2 pi i k/n) to the last bit or nearly so: products of two short tables in long double, k brought into one eighth
-/// of the circle first, so that symmetric roots are exactly symmetric.
+/// exp(-2 pi i k/n) to the last bit or nearly so: products of two short tables in long double, k brought into one
+/// eighth of the circle first, so that symmetric roots are exactly symmetric.
 class RootsOfUnity {
  public:
   explicit RootsOfUnity(std::size_t n);
@@ -25,7 +25,7 @@ class RootsOfUnity {
   };
 
   std::size_t n;
-  std::size_t shift = 3;            ///< the fine table has 2^shift entries, about sqrt(n)
+  std::size_t shift = 3;           ///< the fine table has 2^shift entries, about sqrt(n)
   std::vector<Wide> fine, coarse;  ///< exp(2 pi i j/(8n)) for j in steps of 1 and of 2^shift
 };
 

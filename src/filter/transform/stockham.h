@@ -28,7 +28,7 @@ class Stockham {
  private:
   struct Pass {
     std::size_t radix;
-    std::size_t rest;     ///< m: length of the sub-transforms that are left behind this pass
+    std::size_t rest;      ///< m: length of the sub-transforms that are left behind this pass
     std::size_t twiddles;  ///< offset of exp(-2 pi i j p/(radix m)), j = 1..radix-1 rows of p < m
     std::size_t roots;     ///< offset of the radix-th roots of unity, for the radices without a butterfly of their own
   };

@@ -8,8 +8,8 @@
 
 namespace Filter {
 
-/// A window of a filter design: n coefficients by a formula with a few shape parameters, which count from 1. A parameter
-/// that is not stored reads as 0. At n = 1 the divisions by n - 1 are not guarded.
+/// A window of a filter design: n coefficients by a formula with a few shape parameters, which count from 1. A
+/// parameter that is not stored reads as 0. At n = 1 the divisions by n - 1 are not guarded.
 class BaseWindow {
  public:
   virtual ~BaseWindow() = default;
@@ -34,7 +34,9 @@ class BaseWindow {
   }
 
   /// n ones: what a window holds before its formula is applied.
-  static std::vector<double> ones(int32_t n) { return std::vector<double>(static_cast<std::size_t>(n > 0 ? n : 0), 1.0); }
+  static std::vector<double> ones(int32_t n) {
+    return std::vector<double>(static_cast<std::size_t>(n > 0 ? n : 0), 1.0);
+  }
 
   /// The coefficients value(i, angle) with the angle 0, step, 2 step, ... by addition.
   template <class Value>
