@@ -3,6 +3,7 @@
 
 #include <numbers>
 
+#include "frame/numbers.h"
 #include "pdf/formula.h"
 #include "pdf/laws/power_series.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
@@ -18,12 +19,11 @@ class LowerShare {
  public:
   LowerShare() = default;
   LowerShare(PowerSeries& series, double a, double farthest) : power(a), scale(1 / (a * std::tgamma(a))) {
-    constexpr double kEps = 2.220446049250313e-16;
     series.clear();
     const double n = std::round(a);
     if (!(a > 0 && a < 170) || (a != n && std::abs(a - n) < 1e-14)) return;
-    double nearest = kEps;
-    if (a == n) nearest = n > 2 ? 1.000001 * std::pow(kEps * std::tgamma(n - 1), 1 / (n - 2)) : 0;
+    double nearest = kEpsilon;
+    if (a == n) nearest = n > 2 ? 1.000001 * std::pow(kEpsilon * std::tgamma(n - 1), 1 / (n - 2)) : 0;
     series.build(nearest, std::min(farthest, 30.0), [a](double k) { return 1 / (a + 1 + k); });
   }
   double operator()(double t, double sum) const { return power(t) * (quickExp(-t) * sum) * scale; }
@@ -425,11 +425,11 @@ class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
     a = params[0];
     half = (a + 1) / 2;
     if (half < 170) {
-      factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * kPi));
+      factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * pi));
     } else {  // gamma(z + 1/2)/gamma(z) over sqrt(2 pi z), z = a/2
       const double r = 2 / a;
       const double ratio = r * (-1.0 / 8 + r * (1.0 / 128 + r * (5.0 / 1024 - r * (21.0 / 32768 + r * 399 / 262144))));
-      factor = (1 + ratio) / std::sqrt(2 * kPi);
+      factor = (1 + ratio) / std::sqrt(2 * pi);
     }
     InsideSeries::build(series, 0.5, half);
     inside = InsideSeries(half);
