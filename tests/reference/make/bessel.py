@@ -326,7 +326,8 @@ def parabolic():
     far = lambda a, x: abs(a) > 900
     beyond = [("overflow", a, x) for a, x in ((-340.3, -0.5), (-345.25, 7.5), (-600.2, 10.0), (-999.7, -30.0), (-1000.7, -30.0), (-1500.25, -12.5))]
     rows = [("far", a, x) for a, x in ((-100000.3, 1724.57), (-100000.5, 1724.58), (-99999.7, 1724.57), (2e5, -1725.42))]
-    write("math_ParabolicCylinderU", lambda a, x: (far_u if abs(a) > 9000 else pcf_u)(a, x), cases + beyond + rows, base=logs, slack=fifteen, exact=far)
+    write("math_ParabolicCylinderU", lambda a, x: (far_u if abs(a) > 9000 else pcf_u)(a, x), cases + beyond + rows, base=logs,
+          slack=lambda a, v: 0 if far(*a) else fifteen(a, v), exact=far)
     write("math_ParabolicCylinderV", pcf_v, cases + [("far", -1000.3, 140.3), ("far", -1000.3, -140.2), ("far", -1000.3, 20.0)], base=logs, slack=fifteen, exact=far)
     write("math_ParabolicCylinderD", lambda n, x: pcf_u(-n - HALF, x),
           grid("ordinary", [0, 1, -1, -2, -3, -7, 0.5, 3.3, 12, 50, 120.5], [0, 0.5, -0.5, 2.0, -2.0, 6.0, -6.0, 15.0, -15.0]),
