@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 
 #include "pdf/quick_math.h"
 #include "special/gamma/ln_gamma.h"
@@ -11,7 +12,8 @@
 /// What several formulas of the distributions share.
 namespace PDF {
 
-constexpr double kPi = 3.141592653589793;
+using std::numbers::pi;
+
 constexpr double kSqrt2 = 1.4142135623730951;
 constexpr double kSqrtPi = 1.772453850905516;
 constexpr double kTwoOverPi = 0.6366197723675814;

@@ -14,10 +14,10 @@ namespace {
 using namespace SpecialFunction;
 
 TEST(HurwitzZeta, AgreesWithClosedForms) {
-  const double zeta2 = kPi * kPi / 6, catalan = 0.915965594177219015;
+  const double zeta2 = pi * pi / 6, catalan = 0.915965594177219015;
   EXPECT_NEAR(calcHurwitzZeta(2, 3), zeta2 - 1.25, 1e-14);
-  EXPECT_NEAR(calcHurwitzZeta(2, 0.25), kPi * kPi + 8 * catalan, 1e-13);
-  EXPECT_NEAR(calcHurwitzZeta(2, -1.75), kPi * kPi + 8 * catalan + 1 / (1.75 * 1.75) + 1 / (0.75 * 0.75), 1e-13);
+  EXPECT_NEAR(calcHurwitzZeta(2, 0.25), pi * pi + 8 * catalan, 1e-13);
+  EXPECT_NEAR(calcHurwitzZeta(2, -1.75), pi * pi + 8 * catalan + 1 / (1.75 * 1.75) + 1 / (0.75 * 0.75), 1e-13);
   EXPECT_NEAR(calcHurwitzZeta(-0.5, 2.25), calcHurwitzZeta(-0.5, 1.25) - std::sqrt(1.25), 1e-13);
   EXPECT_NEAR(calcHurwitzZeta(-3, 0.3), -(std::pow(0.3, 4) - 2 * std::pow(0.3, 3) + 0.09 - 1.0 / 30) / 4, 1e-16);
   EXPECT_EQ(calcHurwitzZeta(1e-16, 0.3), 0.5 - 0.3);

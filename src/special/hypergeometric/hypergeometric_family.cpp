@@ -3,9 +3,9 @@
 // arguments far left of 0, where its terms cancel, the same sum is taken by a road that keeps them.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
@@ -36,7 +36,7 @@ std::optional<double> farLeft1F1(double a, double b, double z, bool loose) {
     term *= (a + n) * (a - b + 1 + n) / ((n + 1) * y);
     const double size = std::abs(term);
     largest = std::max(largest, size);
-    if (size <= kEps / 4 * std::abs(sum)) {
+    if (size <= kEpsilon / 4 * std::abs(sum)) {
       last = 0;
       break;
     }
@@ -81,11 +81,11 @@ std::optional<double> farLeft0F1(double b, double z) {
     else
       p += k % 4 == 0 ? term : -term;
     last = size;
-    if (size < kEps / 4) break;
+    if (size < kEpsilon / 4) break;
   }
-  if (last >= kEps / 4) return std::nullopt;
-  const double angle = guardAngle(t - (nu / 2 + 0.25) * kPi);
-  const double wave = std::sqrt(2 / (kPi * t)) * (p * std::cos(angle) - q * std::sin(angle));
+  if (last >= kEpsilon / 4) return std::nullopt;
+  const double angle = guardAngle(t - (nu / 2 + 0.25) * pi);
+  const double wave = std::sqrt(2 / (pi * t)) * (p * std::cos(angle) - q * std::sin(angle));
   const LnGamma gamma = lnGamma(b);
   return gamma.sign * std::exp(gamma.value - nu * std::log(t / 2)) * wave;
 }

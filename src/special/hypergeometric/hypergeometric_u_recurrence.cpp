@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "frame/numbers.h"
 #include "special/hypergeometric/hypergeometric_u_parts.h"
 #include "special/special_function.h"
 
@@ -101,7 +102,7 @@ std::optional<Neighbours> converged(Backward backwardFrom, int start) {
     start *= 2;
     if (start > kMostSteps) return std::nullopt;
     const auto finer = backwardFrom(start);
-    const bool same = std::abs(finer.here - value.here) <= 64 * kEps * std::abs(finer.here);
+    const bool same = std::abs(finer.here - value.here) <= 64 * kEpsilon * std::abs(finer.here);
     value = finer;
     if (same || std::isnan(finer.here)) return value;
   }

@@ -8,12 +8,12 @@ formula is 1 minus something (SUBTRACTS) another 2/F, as the subtraction costs a
 an incomplete gamma or hypergeometric function (SPECIAL) the relative 1e-12 that those functions promise. What a sum of opposite terms costs besides is in `cancelled`. Where SciPy has
 the same distribution the script holds the formulas against it (CROSS) and stops on a difference above 1e-9.
 """
-import os
-
 import mpmath
 import scipy
 from mpmath import mp, mpf
 from scipy import stats
+
+import rows
 
 mp.dps = 40
 PI, E, INF, NAN = mp.pi, mp.exp, mp.inf, mp.nan
@@ -438,7 +438,7 @@ def rows_of(name, code, f, params, points, subtracts, special, which=-1, inner=N
                 ulps += int(mp.ceil(4 * k / Psi))
         if ulps > 10 ** 13:
             continue  # a row that would hold nothing
-        yield ",".join([name, str(code)] + [float(p).hex() for p in params] + [float(x).hex(), text(value), str(ulps)])
+        yield rows.line(f"{name},{code}", [*params, x], text(value), ulps)
 
 
 def cross_check():
@@ -466,23 +466,20 @@ def cross_check():
 
 
 def write(file, lines, checked):
-    here = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "pdf", file)
-    with open(here, "w") as out:
-        out.write(f"# tests/reference/make/pdf.py, mpmath {mpmath.__version__}, {mp.dps} digits; scipy {scipy.__version__} for the cross-check\n")
-        out.write("# SciPy agrees: " + ", ".join(checked) + "\n")
-        out.write("\n".join(lines) + "\n")
+    rows.save(f"pdf/{file}", ["# SciPy agrees: " + ", ".join(checked), *lines],
+         f"mpmath {mpmath.__version__}, {mp.dps} digits; scipy {scipy.__version__} for the cross-check")
     print(file, len(lines))
 
 
 def main():
     checked = cross_check()
-    for which, file in ((0, "density.csv"), (1, "distribution.csv")):
+    for which, file in ((0, "density"), (1, "distribution")):
         lines = []
         for code, (name, formulas) in FORMULAS.items():
             for params, points in CASES[code]:
                 lines += rows_of(name, code, formulas[which], params, points, which == 1 and code in SUBTRACTS, which == 1 and code in SPECIAL, which)
         write(file, lines, checked)
-    for which, file in ((0, "wrapper_density.csv"), (1, "wrapper_distribution.csv")):
+    for which, file in ((0, "wrapper_density"), (1, "wrapper_distribution")):
         lines = []
         for prefix, k, sets, density, distribution in WRAPPERS:
             for base, inner, points in INNER:
