@@ -14,6 +14,9 @@ namespace Dense {
 double determinant(std::span<const double> a, std::ptrdiff_t n);  ///< by LU with partial pivoting; 1 for n = 0
 std::vector<double> inverse(std::span<const double> a, std::ptrdiff_t n);
 
+/// Writes the inverse and gives the determinant, from one decomposition.
+double invert(std::span<const double> a, std::ptrdiff_t n, std::span<double> out);
+
 /// A = U T U', T quasi upper triangular, U orthogonal.
 struct Schur {
   std::vector<double> u, t;
