@@ -68,8 +68,9 @@ ORVANE_API void os_setFun(OptSolver* os, OptCostFun cost, OptGradFun gradient, O
  *                     5 and 6 social contact in two modes, 7 and 8 SWO, 9 ISWO (each at least 3 candidates), 10 INS;
  *                     11 and more keeps the solver that is there, with its population spread anew
  * @param gradCount    coordinates that a gradient step looks at (RUN and social contact); 0 turns the steps off
- * @param popSize      number of candidates; a solver with too few of them never ends its start: os_getState stays 4 and
- *                     the done function is not called, until another solver is set
+ * @param popSize      number of candidates, each of 24 bytes a variable and more; 2^31 and more count as 0. A solver
+ *                     with too few of them (every one with 0) refuses its run: os_getState stays 4 and the done
+ *                     function is not called until another solver is set, so that a host must not wait for them
  * @param stallLimit   stalled iterations until the search leaves the minimum that it is caught in; 0 or less keeps 200
  * @param stallLimit2  stalled iterations out there until the run ends; 0 or less keeps 800
  * @param maxIter      iterations of a run
@@ -118,8 +119,8 @@ ORVANE_API void os_setMinVar(OptSolver* os, const double* values, int32_t count)
 ORVANE_API uint8_t os_solve(OptSolver* os);
 
 /**
- * Asks the search to end and returns at once. The run under way ends at its next test, also when it has only just been
- * started, and no further run begins.
+ * Asks the search to end and returns at once. The run under way ends with the evaluation that it is in, also in the
+ * first population, and no further run begins.
  *
  * @param os  optimisation
  * @return 1; 0 without a solver
@@ -146,7 +147,8 @@ ORVANE_API uint8_t os_randValue(OptSolver* os);
  *
  * @param os    optimisation
  * @param info  [4] out: runs begun over the object's life; iterations of this run; best value; last value of the
- *              objective (1.449459118e308 for a NaN)
+ *              objective (1.449459118e308 for a NaN). Before the first evaluation both values are 0, which is no value
+ *              of the objective; as long as the last value is lower than the best one it counts as the best
  * @return 1; 0 without a solver, with `info` left alone
  */
 ORVANE_API uint8_t os_getCurrentInfo(OptSolver* os, double* info);

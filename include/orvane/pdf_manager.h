@@ -130,8 +130,10 @@ ORVANE_API uint8_t pdfManger_isRun(const PDFManger* manager);
 ORVANE_API int64_t pdfManger_getProcess(const PDFManger* manager);
 
 /**
- * Asks a fit to end and returns at once; what the solvers have found so far is kept. Without a fit under way it does
- * nothing. On any thread.
+ * Asks a fit to end and returns at once; what the solvers have found so far is kept. Each solver ends with the
+ * evaluation that it is in. That takes microseconds for most distributions, and up to a second where a series converges
+ * slowly (StudentsT and its generalisations with x^2/a just above 1). Without a fit under way it does nothing. On any
+ * thread.
  *
  * @param manager  manager
  */

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -18,17 +17,21 @@ class PDFOptimizeFun final : public Solver::BaseOptimizeObject {
   /// Keeps its own copies of the sample; the distribution is borrowed.
   PDFOptimizeFun(BasePDFFun& distribution, std::span<const double> xs, std::span<const double> cdf);
 
-  double calcValue(const std::vector<double>& x) override {
-    const double value = valueFun(x.data());
-    lastValue = value;
-    return value;
-  }
+  double calcValue(const std::vector<double>& x) override;
   std::unique_ptr<Solver::BaseOptimizeObject> clone() const override { return std::make_unique<PDFOptimizeFun>(*this); }
 
   BasePDFFun* fun;
 
  private:
-  std::function<double(const double*)> valueFun;
+  // One sample for all clones of an objective.
+  struct FitData {
+    std::vector<double> xs;
+    std::vector<double> cdf;
+  };
+
+  double farTerm() const;
+
+  std::shared_ptr<const FitData> data;
 };
 
 }  // namespace PDF

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <atomic>
+#include <tuple>
 #include <cmath>
 #include <limits>
 
@@ -211,12 +212,14 @@ TEST(NaN, NeitherCrashesNorWins) {
 }
 
 TEST(Population, TooSmallNeverEndsItsStart) {
-  for (const auto& [kind, least] : {std::pair<uint8_t, uint32_t>{2, 2}, {7, 3}, {8, 3}, {9, 3}}) {
+  for (const auto& [kind, few, least] :
+       {std::tuple<uint8_t, uint32_t, uint32_t>{2, 1, 2}, {7, 2, 3}, {8, 2, 3}, {9, 2, 3}, {1, 0, 1}, {3, 1u << 31, 1}}) {
     Host host;
     host.fun(sphere2, 2, -5.0, 5.0);
     os_setDoneFun(host.os, [](int32_t) { ++notified; });
     notified = 0;
-    host.solver(kind, least - 1, 5, 0.0);
+    host.solver(kind, few, 5, 0.0);
+    EXPECT_EQ(host.info(), (std::vector<double>{0, 0, 0, 0}));  // before the first evaluation
     EXPECT_EQ(os_solve(host.os), 1);
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(os_getState(host.os), 4) << "kind " << int{kind};
