@@ -55,7 +55,7 @@ void matrixSVD2(const double* a, int32_t rows, int32_t cols, double* u, double* 
 int32_t matrixSingularValues(const double* a, int32_t rows, int32_t cols, double* out) {
   const std::vector<double> values =
       Dense::svd(block(a, rows, cols), length(rows), length(cols), Dense::Vectors::none).values;
-  // KEPT: ascending; expected the descending order of matrixSVD (kept.csv: SingularValues_order)
+  // KEPT: ascending; expected: the descending order of matrixSVD (kept.csv: SingularValues_order)
   std::copy(values.rbegin(), values.rend(), out);
   return static_cast<int32_t>(values.size());
 }

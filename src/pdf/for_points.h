@@ -6,11 +6,7 @@
 #include <cstddef>
 #include <span>
 
-#if defined(__GNUC__) && defined(__x86_64__) && !defined(__AVX2__)
-#define ORVANE_DISPATCH_AVX2 1
-#else
-#define ORVANE_DISPATCH_AVX2 0
-#endif
+#include "frame/processor.h"
 
 /// One loop over points, as wide as the processor's vectors. The instructions differ, the rounding does not: without
 /// fused operations every lane gives the bits of the plain loop.
@@ -22,11 +18,6 @@ template <class Formula>
 }
 
 #if ORVANE_DISPATCH_AVX2
-
-inline bool hasAvx2() {
-  static const bool has = __builtin_cpu_supports("avx2");
-  return has;
-}
 
 template <class Formula>
 [[gnu::target("avx2"), gnu::flatten]] void pointLoopAvx2(const Formula& formula, const double* x, double* y,

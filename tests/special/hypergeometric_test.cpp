@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <thread>
 
 #include "highprecision/binary/hp_by_gmp.h"

@@ -6,11 +6,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
+#include <iostream>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/csv.h"
 
 /// One row of a reference table: a case name, its arguments, the expected value and the tolerance in ulps.
 struct ReferenceRow {
@@ -21,31 +22,18 @@ struct ReferenceRow {
   std::string text;
 };
 
-/// Reads tests/reference/<path>. Lines that begin with '#' are comments. A row is
-/// `name,arg...,expected,ulps` with the arguments as hexadecimal floats and the expected value in decimal digits
-/// (inf, -inf and nan as such).
+/// Reads tests/reference/<path>. A row is `name,arg...,expected,ulps` with the arguments as hexadecimal floats and the
+/// expected value in decimal digits (inf, -inf and nan as such).
 inline std::vector<ReferenceRow> readReference(const std::string& path) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/" + path);
-  EXPECT_TRUE(file.good()) << "no reference table " << path;
   std::vector<ReferenceRow> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    std::vector<std::string> cells;
-    std::istringstream stream(line);
-    for (std::string cell; std::getline(stream, cell, ',');) cells.push_back(cell);
-    if (cells.size() < 3) {
-      ADD_FAILURE() << path << ": short row: " << line;
-      continue;
-    }
-    ReferenceRow row{cells[0],
-                     {},
-                     std::strtod(cells[cells.size() - 2].c_str(), nullptr),
-                     std::strtod(cells.back().c_str(), nullptr),
-                     line};
-    for (std::size_t i = 1; i + 2 < cells.size(); ++i) row.arguments.push_back(std::strtod(cells[i].c_str(), nullptr));
+  for (const std::string& line : readLines(path)) {
+    const Cells cells = cellsOf(line);
+    if (cells.size() < 3) throw std::runtime_error(path + ": short row: " + line);
+    const auto number = [&](std::size_t i) { return std::strtod(cells[i].c_str(), nullptr); };
+    ReferenceRow row{cells[0], {}, number(cells.size() - 2), number(cells.size() - 1), line};
+    for (std::size_t i = 1; i + 2 < cells.size(); ++i) row.arguments.push_back(number(i));
     rows.push_back(row);
   }
-  EXPECT_FALSE(rows.empty()) << path << " has no rows";
   return rows;
 }
 

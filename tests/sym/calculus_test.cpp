@@ -119,9 +119,24 @@ TEST_F(Equations, StiffAndToleranceAndTime) {
   EXPECT_NEAR(tight, std::exp(5), 1e-9);
   EXPECT_GT(std::abs(loose - std::exp(5)), std::abs(tight - std::exp(5)));
   EXPECT_NEAR(loose, std::exp(5), 1);
-  // Names that do not fit the system
-  sym_solveODE(growth, "t,x,y", 0, &one, 1, &five, &loose, 1, 0, 1e-3);
-  EXPECT_TRUE(std::isnan(loose));
+}
+
+// The names as the list of variables hands them out, with what is too much; and too few.
+TEST_F(Equations, NamesOfASystem) {
+  const Matrix growth = row({x * t});
+  const double one = 1, two = 2;
+  double out = 0;
+  for (const char* names : {"t,x", "t,x,", "t,x,y", "t,x,y,", "t,x,,"}) {
+    sym_solveODE(growth, names, 0, &one, 1, &two, &out, 1, 0, 0);
+    EXPECT_NEAR(out, std::exp(2), 1e-9) << names;
+  }
+  EXPECT_EQ(growth.names(), "t,x,");
+  for (const char* names : {"", "t", "t,"}) {
+    sym_solveODE(growth, names, 0, &one, 1, &two, &out, 1, 0, 0);
+    EXPECT_TRUE(std::isnan(out)) << names;
+  }
+  sym_solveODE(row({x, x}), "t,x", 0, &one, 1, &two, &out, 1, 0, 0);
+  EXPECT_TRUE(std::isnan(out));
 }
 
 /// Time scales 1000 apart: y1' = 998 y1 + 1998 y2, y2' = -999 y1 - 1999 y2 from (1, 0) is 2 e^-t - e^-1000t and
@@ -158,6 +173,13 @@ TEST_F(Equations, Volterra) {
   for (int i = 0; i < 5; ++i) EXPECT_NEAR(y[i], std::exp(2 * at[i]), 1e-11 * std::exp(2 * at[i]));
   sym_integralEquByVolterra(row({0.0}), row({call(kSin, x)}), 2, at, y, 5);
   for (int i = 0; i < 5; ++i) EXPECT_EQ(y[i], std::sin(at[i]));
+  // What is not finite costs nothing: the kernel is not asked for a value.
+  const double beyond[] = {kInf, -kInf, NAN, 0};
+  sym_setSymValue("t", 7);
+  sym_integralEquByVolterra(row({x - t}), row({1.0}), 0, beyond, y, 3);
+  sym_integralEquByVolterra(row({x - t}), row({1.0}), kInf, beyond + 3, y + 3, 1);
+  for (int i = 0; i < 4; ++i) EXPECT_TRUE(std::isnan(y[i])) << i;
+  EXPECT_EQ(valueOf(t), 7);
 }
 
 TEST_F(Equations, Fredholm) {

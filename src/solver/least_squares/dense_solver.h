@@ -53,14 +53,12 @@ class BaseSolver_c : public BaseData {
 class DenseSolver_c : public BaseSolver_c {
  public:
   void init(int32_t varCount, int32_t resCount) override;
+  /// out = x + step. A coordinate beyond a bound stops at random within the last 40 % of the way to the bound.
+  void moveTo(std::span<const double> x, std::span<const double> move, std::span<double> out);
 
   double det = 0.0;  ///< of the last normal matrix
   std::vector<double> curVar, newVar, res, rhs, step, grad;
   std::vector<double> jac, inverse, normal;  ///< row-major
-
- protected:
-  /// out = x + step. A coordinate beyond a bound stops at random within the last 40 % of the way to the bound.
-  void moveTo(std::span<const double> x, std::span<const double> move, std::span<double> out);
 };
 
 }  // namespace Solver

@@ -23,7 +23,7 @@ bool nearInteger(double nu) {
 }
 
 // log of the leading term gamma(nu) (2/x)^nu of -pi Y, which is below the whole for x < nu.
-double logLeading(double nu, double x) { return std::lgamma(nu) + nu * (std::log(2.0) - std::log(x)); }
+double logLeading(double nu, double x) { return calcLngamma(nu) + nu * (std::log(2.0) - std::log(x)); }
 
 // The expansions that stand in for the run-time's J and Y, from order 0 and x = 1e-300 on.
 bool needsDebyeJY(double nu, double x) {

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <math.h>
-
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
@@ -8,6 +6,7 @@
 
 #include "highprecision/binary/hp_by_gmp.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
+#include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -35,9 +34,8 @@ bool saturated(double a, double x) {
 double overGamma(double value, double a) {
   const double full = std::tgamma(a);
   if (std::isnormal(full)) return value / full;
-  int sign = 1;
-  const double logarithm = ::lgamma_r(a, &sign);
-  return std::copysign(std::exp(std::log(std::abs(value)) - logarithm), value * sign);
+  const LnGamma gamma = lnGamma(a);
+  return std::copysign(std::exp(std::log(std::abs(value)) - gamma.value), value * gamma.sign);
 }
 
 struct PartialSum {
@@ -78,7 +76,21 @@ double longPartialSum(long long n, double x) {
   return mpf_cmp_d(sum.get(), DBL_MAX) > 0 ? kInf : sum.toDouble();
 }
 
-// The same sum: a short one of positive terms is right to the last bit in the 64-bit mantissa of long double too.
+// The same for x < 0, near a zero of the sum: beside 128 bits those of exp(2|x|), which its terms cancel.
+double alternatingPartialSum(double n, double x) {
+  using HP::HPByGMP;
+  const auto bits = kBits + static_cast<mp_bitcnt_t>(-3 * x);
+  const HPByGMP argument(bits, x);
+  HPByGMP sum(bits, 1.0), term(bits, 1.0);
+  for (unsigned long k = 1; static_cast<double>(k) < n; ++k) {
+    mpf_mul(term.get(), term.get(), argument.get());
+    mpf_div_ui(term.get(), term.get(), k);
+    mpf_add(sum.get(), sum.get(), term.get());
+  }
+  return sum.toDouble();
+}
+
+// The sum for x >= 0: a short one of positive terms is right to the last bit in the 64-bit mantissa of long double too.
 double partialSum(long long n, double x) {
   if (LDBL_MANT_DIG < 64 || n > kShortSum) return longPartialSum(n, x);
   long double term = 1, sum = 1;
@@ -201,7 +213,11 @@ double calcIGamma(double a, double x) {
   if (std::isnan(x)) return n == 1 ? kNaN : 0;
   if (x >= 0) return Kernel::upperGamma(n, x);
   // gamma(n) exp(-x) S, S the partial sum, which cancels; ended early it is the one of a lower order.
-  const double upper = 1 - lowerAtWholeLeft(exponentialPartialSum(x, n - 1).terms, x);
+  const double terms = exponentialPartialSum(x, n - 1).terms, upper = 1 - lowerAtWholeLeft(terms, x);
+  if (std::abs(upper) < 0.5) {  // near a zero of S
+    const double sum = alternatingPartialSum(terms, x);
+    return sum == 0 ? 0 : std::copysign(std::exp(calcLngamma(n) - x + std::log(std::abs(sum))), sum);
+  }
   return std::copysign(std::exp(calcLngamma(n) + std::log(std::abs(upper))), upper);
 }
 

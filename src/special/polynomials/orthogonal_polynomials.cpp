@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "special/bessel/parabolic_far.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -31,13 +32,29 @@ double laguerreSum(int32_t n, double x) {
   return sum;
 }
 
-double laguerreOfHugeOrder(int32_t n, double x) {
-  const double product = (n + 0.5) * std::abs(x);
-  if (product < 25) return laguerreSum(n, x);
-  if (x < 0) {  // exp(x/2) I_0(2 sqrt((n+1/2) |x|))
-    const double t = 2 * std::sqrt(product);
-    return t > 1500 ? kInf : std::exp(x / 2 + t) / std::sqrt(2 * kPi * t) * (1 + 1 / (8 * t));
+// exp(x/2) sum of A_m (x/t)^m J_m(t), t = 2 sqrt((n+1/2) |x|), with (-1)^m I_m for x < 0: Tricomi's expansion of
+// 1F1(-n; 1; x) in Bessel functions (Abramowitz and Stegun 13.3.7).
+double laguerreByBessel(double n, double x) {
+  const double t = 2 * std::sqrt((n + 0.5) * std::abs(x)), ratio = x / t;
+  const auto bessel = x < 0 ? calcBesselI : calcBesselJ;
+  if (x < 0 && t > 750) return kInf;
+  double a[3] = {1, 0, 0.5};  // A_(m-2), A_(m-1), A_m
+  double sum = bessel(0, t), power = ratio * ratio;
+  for (int m = 2; m < 100; ++m) {
+    sum += a[2] * power * bessel(m, t);
+    if (m > 4 && std::abs(a[2] * power) < kEps / 16) break;
+    const double next = (m * a[1] - (2 * n + 1) * a[0]) / (m + 1);
+    a[0] = a[1];
+    a[1] = a[2];
+    a[2] = next;
+    power *= ratio;
   }
+  return std::exp(x / 2) * sum;
+}
+
+double laguerreOfHugeOrder(int32_t n, double x) {
+  if ((n + 0.5) * std::abs(x) < 25) return laguerreSum(n, x);
+  if (std::pow(x / 2, 3) < 0.1 * n) return laguerreByBessel(n, x);  // A_3 (x/t)^3 is small
   if (x >= 4.0 * n + 2) return n % 2 == 0 ? kInf : -kInf;
   return std::laguerre(static_cast<unsigned>(n), x);
 }
@@ -94,9 +111,11 @@ double calcPolyHermite(int32_t n, double x) {
   }
   if (n == 0) return 1;
   if (x == 0 && n % 2 == 1) return 0;
-  // Beyond, values leave the range: the recurrence runs with the scale taken out. Its sign is followed for a million
-  // orders.
-  if (n > 1000000 || std::isinf(x)) return x < 0 && n % 2 == 1 ? -kInf : kInf;
+  // Beyond, values leave the range: the recurrence runs with the scale taken out, for a million orders. Then the sign
+  // is that of U(-n-1/2, sqrt(2) x).
+  const double parity = x < 0 && n % 2 == 1 ? -1 : 1;
+  if (std::isinf(x)) return parity * kInf;
+  if (n > 1000000) return parity * signOfParabolicU(-n - 0.5, std::sqrt(2.0) * std::abs(x)) * kInf;
   double before = 1, value = 2 * x, exponent = 0;
   for (double k = 2; k <= n; k += 1) {
     const double next = 2 * (x * value - (k - 1) * before);
