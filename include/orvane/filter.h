@@ -189,13 +189,18 @@ ORVANE_API void fir_createIIR(FirFilter* filter);
 /**
  * Recursive design of order n = fir_getCoefficientSize by the bilinear transformation with bent edges, and makes the
  * recursive filter the live one. Band-pass and band-stop have 2n + 1 coefficients each side, the others n + 1; a[0]
-is 1.
- * The gain is that in the pass band (at frequency 0 of Chebyshev I at even order: 0.5 dB below it).
+ * is 1. The gain is that in the pass band (at frequency 0 of Chebyshev I at even order: 0.5 dB below it).
  *
  * The coefficients are those of the exact design rounded to doubles. What a filter of high order does then depends on
- * how its poles crowd: see the table.
+ * how its poles crowd.
+ * Orders up to which (30 tried) the filter is stable and |H| within 0.001 of the exact design, at fs 1024, edge 150 or
+ * band 100..200; a lower edge or a narrower band crowds the poles and takes orders away:
  *
-@FAILS@
+ *                    low-pass   high-pass   band-pass   band-stop
+ *     Butterworth       30          30          14          14
+ *     Bessel            17          11          14           8
+ *     Chebyshev I       22          30          11          14
+ *     Chebyshev II      30          24          15          12
  *
  * @param gain  factor of the numerator
  * @param kind  ORVANE_IIR_...; any other value is Butterworth

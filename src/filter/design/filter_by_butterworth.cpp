@@ -17,7 +17,7 @@ std::unique_ptr<FilterByIIR> make() {
 }
 
 /// Epsilon of 0.5 dB in the pass band, sqrt(10^0.05 - 1), and of 40 dB in the stop band, 1/sqrt(10^4 - 1).
-constexpr double kHalfDecibel = 0.34931140018894796, kFortyDecibels = 0.010000500037503125;
+constexpr double kHalfDecibel = 0.34931140018894805, kFortyDecibels = 0.010000500037503125;
 
 constexpr IIRRow kDesigns[] = {
     {ORVANE_IIR_BUTTERWORTH, 0.0, make<FilterByButterworth>},

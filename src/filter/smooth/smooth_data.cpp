@@ -81,8 +81,7 @@ void SmoothData::blend() {
       const std::size_t into = i - p.first;
       const double t = into < common ? static_cast<double>(into + 1) / static_cast<double>(common + 1) : 1.0;
       const double weight = t * t * (3.0 - 2.0 * t);
-      data[i].smooth = (1.0 - weight) * data[i].smooth + weight * p.line[into];
-      if (weight == 1.0) data[i].smooth = p.line[into];
+      data[i].smooth = weight < 1.0 ? data[i].smooth + weight * (p.line[into] - data[i].smooth) : p.line[into];
     }
   }
 }
