@@ -75,7 +75,7 @@ std::vector<Law> feynman() {
   add("I.13.4", 4, [](Point v) { return v[0] * (v[1] * v[1] + v[2] * v[2] + v[3] * v[3]) / 2; });
   add("I.18.4", 4, [](Point v) { return (v[0] * v[2] + v[1] * v[3]) / (v[0] + v[1]); });
   add("I.27.6", 3, [](Point v) { return 1 / (1 / v[0] + v[2] / v[1]); });
-  add("I.34.10", 3, [](Point v) { return v[0] / (1 - v[1] / (3 * v[2] + 10)); });
+  add("I.34.10", 3, [](Point v) { return v[0] / (1 + v[1] / v[2]); });  // moving away
   add("I.39.11", 3, [](Point v) { return v[1] * v[2] / (v[0] - 1); }, 2, 5);
   add("I.43.31", 3, [](Point v) { return v[0] * v[1] * v[2]; });
   add("I.43.43", 4, [](Point v) { return v[1] * v[3] / ((v[0] - 1) * v[2]); }, 2, 5);
