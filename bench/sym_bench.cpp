@@ -1,54 +1,82 @@
 // SPDX-License-Identifier: Apache-2.0
-// Construction, evaluation and matrices of expressions, beside GiNaC. bench/sym_peers.py times SymEngine on the same
-// tasks.
+// Expressions beside GiNaC: construction, evaluation, derivatives, LaTeX, matrices. The tasks are written once over the
+// operations of each library; bench/sym_peers.py times SymEngine and SymPy on the same.
 #include <benchmark/benchmark.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
+#include <orvane/sym_diff.h>
+#include <orvane/sym_text.h>
 
 #include <string>
 #include <vector>
 #ifdef ORVANE_BENCH_GINAC
 #include <ginac/ginac.h>
+
+#include <sstream>
 #endif
 
 namespace {
 
-enum Code : uint8_t { Add = 2, Mul = 3, Pow = 5, Subtract = 7, Divide = 8, Exp = 12, Sin = 20, Cos = 21 };
-
-constexpr int kTerms = 1000, kVariables = 50, kBlocks = 16, kSize = 6;
-
-// The tasks, written once over the operations of each library.
-//   term i of the sum: (i mod 7 + 1) x_(i mod 50)^(1 + i mod 3) x_(7i + 3 mod 50)
-//   factor i of the product: x_(i mod 50)^(1 + i mod 3), or sin(x_(3i mod 50)) for odd i
-//   tree of 16 blocks k: sin(k x + 1) exp(-y^2/k) + cos(x y)/(k + x^2), about 20 nodes a block as built
-template <class Library>
-typename Library::Expression sumTerm(Library& l, int i) {
-  return l.product(
-      {l.number(i % 7 + 1), l.power(l.variable(i % kVariables), 1 + i % 3), l.variable((7 * i + 3) % kVariables)});
-}
-
-template <class Library>
-typename Library::Expression productFactor(Library& l, int i) {
-  return i % 2 ? l.sine(l.variable(3 * i % kVariables)) : l.power(l.variable(i % kVariables), 1 + i % 3);
-}
-
-template <class Library>
-typename Library::Expression tree(Library& l) {
-  std::vector<typename Library::Expression> terms;
-  const auto x = l.variable(0), y = l.variable(1);
-  for (int k = 1; k <= kBlocks; ++k) {
-    const auto wave = l.sine(l.sum({l.product({l.number(k), x}), l.number(1)}));
-    const auto bell = l.exponential(l.product({l.number(-1.0 / k), l.power(y, 2)}));
-    const auto below = l.sum({l.number(k), l.power(x, 2)});
-    terms.push_back(l.product({wave, bell}));
-    terms.push_back(l.product({l.cosine(l.product({x, y})), l.power(below, -1)}));
-  }
-  return l.sum(terms);
-}
+constexpr int kTerms = 1000, kVariables = 50, kBlocks = 16, kSize = 6, kDerivatives = 8, kWaves = 125, kOrder = 12;
 
 struct Orvane {
   using Expression = SymObject*;
-  std::vector<Expression> variables;
+  static constexpr bool kInverts = true;
+
+  /// An expression of its own, beyond the store of nodes.
+  class Held {
+   public:
+    explicit Held(Expression node) : matrix(sym_createSymMatrix(1, 1)) {
+      sym_setSymMatrixData(matrix, 0, 0, node);
+      sym_getAllBaseSym2(matrix, nullptr, 0);
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+    ~Held() { sym_freeMatrix2d(matrix); }
+
+    double at(double x, double y) {
+      const int32_t places[] = {0, 1};
+      const double point[] = {x, y};
+      sym_setBaseSymValue(matrix, places, point, 2);
+      return sym_calcExpressValue(matrix, 0, 0);
+    }
+    double at(double x) {
+      sym_setSymValue("x0", x);
+      return sym_calcExpressValue(matrix, 0, 0);
+    }
+    void differentiate() {
+      char message[256];
+      SymMatrix2d* slope = sym_diff(matrix, 1, "x0", message);
+      sym_freeMatrix2d(matrix);
+      matrix = slope;
+    }
+    std::size_t latex() {
+      text.resize(1 << 20);
+      return static_cast<std::size_t>(sym_getLatexStr(matrix, 0, 0, text.data(), 1 << 20));
+    }
+    void taylor() { sym_freeMatrix2d(sym_taylor(matrix, "x0", 0, kOrder)); }
+
+   private:
+    SymMatrix2d* matrix;
+    std::string text;
+  };
+
+  /// A square matrix of symbols, as a mechanism gives it.
+  class Symbols {
+   public:
+    Symbols() : matrix(sym_createSymMatrix(kSize, kSize)) {
+      for (int32_t i = 0; i < kSize * kSize; ++i)
+        sym_setSymMatrixData(matrix, i / kSize, i % kSize, sym_createBaseSymVar(("a" + std::to_string(i)).c_str()));
+    }
+    Symbols(const Symbols&) = delete;
+    Symbols& operator=(const Symbols&) = delete;
+    ~Symbols() { sym_freeMatrix2d(matrix); }
+    void determinant() { sym_freeMatrix2d(sym_oneFun(matrix, ORVANE_SYM_DETERMINANT)); }
+    void inverse() { sym_freeMatrix2d(sym_oneFun(matrix, ORVANE_SYM_INVERSE)); }
+
+   private:
+    SymMatrix2d* matrix;
+  };
 
   Orvane() {
     for (int i = 0; i < kVariables; ++i) variables.push_back(sym_createBaseSymVar(("x" + std::to_string(i)).c_str()));
@@ -56,27 +84,68 @@ struct Orvane {
   ~Orvane() { sym_clearTempVar(); }
   Expression variable(int i) { return variables[static_cast<std::size_t>(i)]; }
   Expression number(double x) { return sym_createDouble(x); }
-  Expression sum(const std::vector<Expression>& a) {
-    return sym_funMulParam(a.data(), static_cast<int32_t>(a.size()), Add);
+  Expression sum(const std::vector<Expression>& a) { return several(a, ORVANE_KIND_ADD); }
+  Expression product(const std::vector<Expression>& a) { return several(a, ORVANE_KIND_MUL); }
+  Expression power(Expression a, int n) { return sym_funTwoParam(a, number(n), ORVANE_KIND_POW); }
+  Expression sine(Expression a) { return sym_funOneParam(a, ORVANE_KIND_SIN); }
+  Expression cosine(Expression a) { return sym_funOneParam(a, ORVANE_KIND_COS); }
+  Expression exponential(Expression a) { return sym_funOneParam(a, ORVANE_KIND_EXP); }
+
+  std::vector<Expression> variables;
+
+ private:
+  static Expression several(const std::vector<Expression>& a, uint8_t code) {
+    return sym_funMulParam(a.data(), static_cast<int32_t>(a.size()), code);
   }
-  Expression product(const std::vector<Expression>& a) {
-    return sym_funMulParam(a.data(), static_cast<int32_t>(a.size()), Mul);
-  }
-  Expression power(Expression a, int n) { return sym_funTwoParam(a, number(n), Pow); }
-  Expression sine(Expression a) { return sym_funOneParam(a, Sin); }
-  Expression cosine(Expression a) { return sym_funOneParam(a, Cos); }
-  Expression exponential(Expression a) { return sym_funOneParam(a, Exp); }
 };
 
 #ifdef ORVANE_BENCH_GINAC
 struct Ginac {
   using Expression = GiNaC::ex;
-  std::vector<GiNaC::symbol> variables;
+  static constexpr bool kInverts = false;  // not done after 100 s
 
-  Ginac() {
-    for (int i = 0; i < kVariables; ++i) variables.emplace_back("x" + std::to_string(i));
+  static GiNaC::symbol& symbol(int i) {
+    static std::vector<GiNaC::symbol> all = [] {
+      std::vector<GiNaC::symbol> made;
+      for (int k = 0; k < kVariables; ++k) made.emplace_back("x" + std::to_string(k));
+      return made;
+    }();
+    return all[static_cast<std::size_t>(i)];
   }
-  Expression variable(int i) { return variables[static_cast<std::size_t>(i)]; }
+
+  class Held {
+   public:
+    explicit Held(Expression e) : f(std::move(e)) {}
+    double at(double x, double y = 0) {
+      const GiNaC::exmap values{{symbol(0), x}, {symbol(1), y}};
+      return GiNaC::ex_to<GiNaC::numeric>(GiNaC::evalf(f.subs(values))).to_double();
+    }
+    void differentiate() { f = f.diff(symbol(0)); }
+    std::size_t latex() {
+      std::ostringstream out;
+      out << GiNaC::latex << f;
+      return out.str().size();
+    }
+    void taylor() { benchmark::DoNotOptimize(f.series(symbol(0) == 0, kOrder + 1)); }
+
+   private:
+    Expression f;
+  };
+
+  class Symbols {
+   public:
+    Symbols() : matrix(kSize, kSize) {
+      for (unsigned i = 0; i < kSize * kSize; ++i)
+        matrix(i / kSize, i % kSize) = GiNaC::symbol("a" + std::to_string(i));
+    }
+    void determinant() { benchmark::DoNotOptimize(matrix.determinant(GiNaC::determinant_algo::laplace)); }
+    void inverse() { benchmark::DoNotOptimize(matrix.inverse()); }
+
+   private:
+    GiNaC::matrix matrix;
+  };
+
+  Expression variable(int i) { return symbol(i); }
   Expression number(double x) {
     return x == static_cast<int>(x) ? GiNaC::numeric(static_cast<int>(x)) : GiNaC::numeric(x);
   }
@@ -89,141 +158,137 @@ struct Ginac {
 };
 #endif
 
-// Terms are built beforehand (Prepared) or within the measured time.
-template <class Library, bool prepared>
-void sum(benchmark::State& state) {
+/// Term i of the sum: (i mod 7 + 1) x_(i mod 50)^(1 + i mod 3) x_(7i + 3 mod 50); factor i of the product:
+/// x_(i mod 50)^(1 + i mod 3), or sin(x_(3i mod 50)) for odd i.
+template <class L>
+typename L::Expression part(L& l, bool ofProduct, int i) {
+  const auto power = l.power(l.variable(i % kVariables), 1 + i % 3);
+  if (ofProduct) return i % 2 ? l.sine(l.variable(3 * i % kVariables)) : power;
+  return l.product({l.number(i % 7 + 1), power, l.variable((7 * i + 3) % kVariables)});
+}
+
+/// 16 blocks k: sin(k x + 1) exp(-y^2/k) + cos(x y)/(k + x^2), about 20 nodes a block as built.
+template <class L>
+typename L::Expression tree(L& l) {
+  std::vector<typename L::Expression> terms;
+  const auto x = l.variable(0), y = l.variable(1);
+  for (int k = 1; k <= kBlocks; ++k) {
+    const auto wave = l.sine(l.sum({l.product({l.number(k), x}), l.number(1)}));
+    const auto bell = l.exponential(l.product({l.number(-1.0 / k), l.power(y, 2)}));
+    const auto below = l.sum({l.number(k), l.power(x, 2)});
+    terms.push_back(l.product({wave, bell}));
+    terms.push_back(l.product({l.cosine(l.product({x, y})), l.power(below, -1)}));
+  }
+  return l.sum(terms);
+}
+
+/// sin(x) exp(x^2)/(1 + x^2)
+template <class L>
+typename L::Expression wave(L& l) {
+  const auto x = l.variable(0), square = l.power(x, 2);
+  return l.product({l.sine(x), l.exponential(square), l.power(l.sum({l.number(1), square}), -1)});
+}
+
+/// 125 products sin(x_i + k) exp(k x_j)/x_i^2, about 1,000 nodes.
+template <class L>
+typename L::Expression manyWaves(L& l) {
+  std::vector<typename L::Expression> terms;
+  for (int k = 1; k <= kWaves; ++k) {
+    const auto x = l.variable(k % 10);
+    terms.push_back(l.product(
+        {l.sine(l.sum({x, l.number(k)})), l.exponential(l.product({l.number(k), l.variable(k % 7)})), l.power(x, -2)}));
+  }
+  return l.sum(terms);
+}
+
+template <class L>
+void combine(benchmark::State& state, bool ofProduct, bool prepared) {
   for (auto _ : state) {
     state.PauseTiming();
     {
-      Library l;
-      std::vector<typename Library::Expression> terms;
+      L l;
+      std::vector<typename L::Expression> parts;
       if (!prepared) state.ResumeTiming();
-      for (int i = 0; i < kTerms; ++i) terms.push_back(sumTerm(l, i));
+      for (int i = 0; i < kTerms; ++i) parts.push_back(part(l, ofProduct, i));
       if (prepared) state.ResumeTiming();
-      benchmark::DoNotOptimize(l.sum(terms));
+      benchmark::DoNotOptimize(ofProduct ? l.product(parts) : l.sum(parts));
       state.PauseTiming();
     }
     state.ResumeTiming();
   }
 }
 
-template <class Library, bool prepared>
-void product(benchmark::State& state) {
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      Library l;
-      std::vector<typename Library::Expression> factors;
-      if (!prepared) state.ResumeTiming();
-      for (int i = 0; i < kTerms; ++i) factors.push_back(productFactor(l, i));
-      if (prepared) state.ResumeTiming();
-      benchmark::DoNotOptimize(l.product(factors));
-      state.PauseTiming();
-    }
-    state.ResumeTiming();
-  }
-}
-
-void evaluateOrvane(benchmark::State& state) {
-  Orvane l;
-  SymMatrix2d* matrix = sym_createSymMatrix(1, 1);
-  sym_setSymMatrixData(matrix, 0, 0, tree(l));
-  sym_getAllBaseSym2(matrix, nullptr, 0);
-  const int32_t places[] = {0, 1};
-  double point[] = {0.3, 0.7}, value = 0;
-  for (auto _ : state) {
-    point[0] += 1e-9;
-    sym_setBaseSymValue(matrix, places, point, 2);
-    benchmark::DoNotOptimize(value = sym_calcExpressValue(matrix, 0, 0));
-  }
-  sym_freeMatrix2d(matrix);
-}
-
-// Elements a_ij with a few zeros and numbers, as a mechanism gives them.
-void matrixOrvane(benchmark::State& state, uint8_t code) {
-  SymMatrix2d* matrix = sym_createSymMatrix(kSize, kSize);
-  for (int32_t i = 0; i < kSize; ++i)
-    for (int32_t j = 0; j < kSize; ++j)
-      sym_setSymMatrixData(matrix, i, j, sym_createBaseSymVar(("a" + std::to_string(i) + std::to_string(j)).c_str()));
-  for (auto _ : state) sym_freeMatrix2d(sym_oneFun(matrix, code));
-  sym_freeMatrix2d(matrix);
-  sym_clearTempVar();
-}
-
-#ifdef ORVANE_BENCH_GINAC
-void evaluateGinac(benchmark::State& state) {
-  Ginac l;
-  const GiNaC::ex expression = tree(l);
+template <class L>
+void evaluate(benchmark::State& state) {
+  L l;
+  typename L::Held f(tree(l));
   double x = 0.3;
+  for (auto _ : state) benchmark::DoNotOptimize(f.at(x += 1e-9, 0.7));
+}
+
+template <class L>
+void differentiate(benchmark::State& state) {
+  double value = 0;
   for (auto _ : state) {
-    x += 1e-9;
-    GiNaC::exmap values;
-    values[l.variables[0]] = x;
-    values[l.variables[1]] = 0.7;
-    benchmark::DoNotOptimize(GiNaC::evalf(expression.subs(values)));
+    state.PauseTiming();
+    {
+      L l;
+      typename L::Held f(wave(l));  // anew each time, as a library may keep the derivatives that it has seen
+      state.ResumeTiming();
+      for (int k = 0; k < kDerivatives; ++k) f.differentiate();
+      state.PauseTiming();
+      value = f.at(0.75);
+    }
+    state.ResumeTiming();
   }
+  state.counters["value"] = value;
 }
 
-GiNaC::matrix symbolMatrix() {
-  GiNaC::matrix m(kSize, kSize);
-  for (unsigned i = 0; i < kSize; ++i)
-    for (unsigned j = 0; j < kSize; ++j) m(i, j) = GiNaC::symbol("a" + std::to_string(i) + std::to_string(j));
-  return m;
-}
-#endif
-
-// exp(sin(x)) about 0, to order 12.
-constexpr int kOrder = 12;
-
-void taylorOrvane(benchmark::State& state) {
-  Orvane l;
-  SymMatrix2d* matrix = sym_createSymMatrix(1, 1);
-  sym_setSymMatrixData(matrix, 0, 0, l.exponential(l.sine(l.variable(0))));
-  for (auto _ : state) sym_freeMatrix2d(sym_taylor(matrix, "x0", 0, kOrder));
-  sym_freeMatrix2d(matrix);
+template <class L>
+void writeLatex(benchmark::State& state) {
+  L l;
+  typename L::Held f(manyWaves(l));
+  for (auto _ : state) state.counters["bytes"] = static_cast<double>(f.latex());
 }
 
-#ifdef ORVANE_BENCH_GINAC
-void taylorGinac(benchmark::State& state) {
-  Ginac l;
-  const GiNaC::ex expression = l.exponential(l.sine(l.variable(0)));
-  for (auto _ : state) benchmark::DoNotOptimize(expression.series(l.variables[0] == 0, kOrder + 1));
+template <class L>
+void expand(benchmark::State& state) {
+  L l;
+  typename L::Held f(l.exponential(l.sine(l.variable(0))));
+  for (auto _ : state) f.taylor();
 }
-#endif
 
-void add(const char* name, void (*run)(benchmark::State&)) { benchmark::RegisterBenchmark(name, run); }
+template <class L>
+void ofMatrix(benchmark::State& state, void (L::Symbols::*operation)()) {
+  [[maybe_unused]] L l;
+  typename L::Symbols symbols;
+  for (auto _ : state) (symbols.*operation)();
+}
+
+template <class L>
+void add(const std::string& library) {
+  const auto name = [&](const char* task) { return task + ("/" + library); };
+  using benchmark::RegisterBenchmark;
+  using Symbols = typename L::Symbols;
+  RegisterBenchmark(name("sum").c_str(), combine<L>, false, true);
+  RegisterBenchmark(name("build and sum").c_str(), combine<L>, false, false);
+  RegisterBenchmark(name("product").c_str(), combine<L>, true, true);
+  RegisterBenchmark(name("build and product").c_str(), combine<L>, true, false);
+  RegisterBenchmark(name("evaluate").c_str(), evaluate<L>);
+  RegisterBenchmark(name("eight derivatives").c_str(), differentiate<L>);
+  RegisterBenchmark(name("latex").c_str(), writeLatex<L>);
+  RegisterBenchmark(name("taylor").c_str(), expand<L>);
+  RegisterBenchmark(name("determinant").c_str(), ofMatrix<L>, &Symbols::determinant);
+  if (L::kInverts) RegisterBenchmark(name("inverse").c_str(), ofMatrix<L>, &Symbols::inverse);
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  add("sum/orvane", sum<Orvane, true>);
-  add("build and sum/orvane", sum<Orvane, false>);
-  add("product/orvane", product<Orvane, true>);
-  add("build and product/orvane", product<Orvane, false>);
-  add("evaluate/orvane", evaluateOrvane);
-  add("determinant/orvane", [](benchmark::State& state) { matrixOrvane(state, 202); });
-  add("inverse/orvane", [](benchmark::State& state) { matrixOrvane(state, 201); });
-  add("taylor/orvane", taylorOrvane);
+  add<Orvane>("orvane");
 #ifdef ORVANE_BENCH_GINAC
-  add("taylor/GiNaC", taylorGinac);
-  add("sum/GiNaC", sum<Ginac, true>);
-  add("build and sum/GiNaC", sum<Ginac, false>);
-  add("product/GiNaC", product<Ginac, true>);
-  add("build and product/GiNaC", product<Ginac, false>);
-  add("evaluate/GiNaC", evaluateGinac);
-  add("determinant/GiNaC", [](benchmark::State& state) {
-    const GiNaC::matrix m = symbolMatrix();
-    for (auto _ : state) benchmark::DoNotOptimize(m.determinant());
-  });
-  add("determinant unexpanded/GiNaC", [](benchmark::State& state) {
-    const GiNaC::matrix m = symbolMatrix();
-    for (auto _ : state) benchmark::DoNotOptimize(m.determinant(GiNaC::determinant_algo::laplace));
-  });
-  add("inverse/GiNaC", [](benchmark::State& state) {
-    const GiNaC::matrix m = symbolMatrix();
-    for (auto _ : state) benchmark::DoNotOptimize(m.inverse());
-  });
+  add<Ginac>("GiNaC");
 #endif
   benchmark::RunSpecifiedBenchmarks();
 }

@@ -36,7 +36,7 @@ KNOWS = {
     "expresssearch": MIDDLE | {"filter", "pdf", "network"},
     "classify": MIDDLE,
     "prog": MIDDLE,
-    "slam": GROUND,
+    "slam": BASE,
     "stores": GROUND,
 }
 HEAVY = re.compile(r"^(Eigen/|unsupported/Eigen/|gmp\.h|gmpxx\.h|osqp)")

@@ -22,9 +22,9 @@
  * Bessel function of the first kind J(nu, x).
  *
  * @param nu  order, any
- * @param x   point; negative with a broken order gives NaN
+ * @param x   point; negative with a non-integer order gives NaN
  *
- * At x = 0 with a negative broken order the value is an infinity.
+ * At x = 0 with a negative non-integer order the value is an infinity.
  */
 ORVANE_API double math_BesselJ(double nu, double x);
 
@@ -40,7 +40,7 @@ ORVANE_API double math_BesselY(double nu, double x);
  * Modified Bessel function of the first kind I(nu, x).
  *
  * @param nu  order, any
- * @param x   point; negative with a broken order gives NaN
+ * @param x   point; negative with a non-integer order gives NaN
  */
 ORVANE_API double math_BesselI(double nu, double x);
 
@@ -55,16 +55,16 @@ ORVANE_API double math_BesselK(double nu, double x);
 /**
  * Spherical Bessel function of the first kind sqrt(pi/(2x)) J(n + 1/2, x).
  *
- * @param n  order, any, broken ones as well
- * @param x  point; negative with a broken order gives NaN
+ * @param n  order, integer or not
+ * @param x  point; negative with a non-integer order gives NaN
  */
 ORVANE_API double math_SphericalBesselJ(double n, double x);
 
 /**
  * Spherical Bessel function of the second kind sqrt(pi/(2x)) Y(n + 1/2, x).
  *
- * @param n  order, any, broken ones as well
- * @param x  point; negative with a broken order gives NaN
+ * @param n  order, integer or not
+ * @param x  point; negative with a non-integer order gives NaN
  */
 ORVANE_API double math_SphericalBesselY(double n, double x);
 
@@ -85,28 +85,28 @@ ORVANE_API double math_DiffAiryBi(double x);
 /**
  * The n-th zero of Ai, negative; n counts from 1.
  *
- * @param n  number of the zero, whole (to 1e-15) and at most 1e18; NaN else
+ * @param n  number of the zero, an integer (to 1e-15) of at most 1e18; otherwise NaN
  */
 ORVANE_API double math_AiryAiZero(double n);
 
 /**
  * The n-th zero of Bi on the negative axis; n counts from 1.
  *
- * @param n  number of the zero, whole (to 1e-15) and at most 1e18; NaN else
+ * @param n  number of the zero, an integer (to 1e-15) of at most 1e18; otherwise NaN
  */
 ORVANE_API double math_AiryBiZero(double n);
 
 /**
  * The n-th zero of Ai', negative; n counts from 1. The first ten have 15 digits.
  *
- * @param n  number of the zero, whole (to 1e-15) and at most 1e18; NaN else
+ * @param n  number of the zero, an integer (to 1e-15) of at most 1e18; otherwise NaN
  */
 ORVANE_API double math_DiffAiryAiZero(double n);
 
 /**
  * The n-th zero of Bi' on the negative axis; n counts from 1. The first nine have 15 digits.
  *
- * @param n  number of the zero, whole (to 1e-15) and at most 1e18; NaN else
+ * @param n  number of the zero, an integer (to 1e-15) of at most 1e18; otherwise NaN
  */
 ORVANE_API double math_DiffAiryBiZero(double n);
 
@@ -130,7 +130,7 @@ ORVANE_API double math_DiffAiryHi(double x);
  * Struve function H(nu, x), the sum of (-1)^k (x/2)^(2k+nu+1)/(gamma(k+3/2) gamma(k+nu+3/2)).
  *
  * @param nu  order, any
- * @param x   point; negative with a broken order gives NaN
+ * @param x   point; negative with a non-integer order gives NaN
  *
  * NaN where the series takes more than 1,000,000 pairs of terms to fall under 1e-15, from about x = 1.47e6 on at order
  * 0.
@@ -141,7 +141,7 @@ ORVANE_API double math_StruveH(double nu, double x);
  * Modified Struve function L(nu, x), the same sum with all signs positive and the same limit.
  *
  * @param nu  order, any
- * @param x   point; negative with a broken order gives NaN
+ * @param x   point; negative with a non-integer order gives NaN
  */
 ORVANE_API double math_StruveL(double nu, double x);
 

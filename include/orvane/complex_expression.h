@@ -40,16 +40,38 @@ ORVANE_API void math_PluralAddSortExpress(PluralCmd* cmd, PluralExpress* express
 ORVANE_API void math_PluralAddExpressParam(PluralExpress* express, PluralExpress* parameter);
 
 /**
+ * Functions of an expression: the first five of the parameters 0 and 1, the others of parameter 0. Principal values:
+ * ln z = ln |z| + i angle, the angle in (-pi, pi]; asin z = -i ln(iz + sqrt(1 - z^2)), asinh z = ln(z + sqrt(z^2 + 1)),
+ * atan z = (i/2)(ln(1 - iz) - ln(1 + iz)), atanh z = (ln(1 + z) - ln(1 - z))/2, a^b = exp(b ln a) with a^0 = 1.
+ */
+enum {
+  ORVANE_COMPLEX_ADD = 0,
+  ORVANE_COMPLEX_SUBTRACT = 1,
+  ORVANE_COMPLEX_MULTIPLY = 2,
+  ORVANE_COMPLEX_DIVIDE = 3,
+  ORVANE_COMPLEX_POWER = 4,
+  ORVANE_COMPLEX_SIN = 10,
+  ORVANE_COMPLEX_ASINH = 15,
+  ORVANE_COMPLEX_ASIN = 21,
+  ORVANE_COMPLEX_ATAN = 22,
+  ORVANE_COMPLEX_ATANH = 23,
+  ORVANE_COMPLEX_COS = 38,
+  ORVANE_COMPLEX_COSH = 39,
+  ORVANE_COMPLEX_COT = 42,
+  ORVANE_COMPLEX_COTH = 43,
+  ORVANE_COMPLEX_EXP = 103,
+  ORVANE_COMPLEX_LN = 119,
+  ORVANE_COMPLEX_SINH = 141,
+  ORVANE_COMPLEX_SQRT = 147,
+  ORVANE_COMPLEX_TAN = 151,
+  ORVANE_COMPLEX_TANH = 152
+};
+
+/**
  * Binds a function to an expression.
  *
- * Of the parameters 0 and 1: 0 sum, 1 difference, 2 product, 3 quotient, 4 power. Of parameter 0: 10 sine, 15 asinh,
- * 21 asin, 22 atan, 23 atanh, 38 cosine, 39 cosh, 42 cotangent, 43 coth, 103 exp, 119 ln, 141 sinh, 147 square root,
- * 151 tangent, 152 tanh. Principal values: ln z = ln |z| + i angle, the angle in (-pi, pi];
- * asin z = -i ln(iz + sqrt(1 - z^2)), asinh z = ln(z + sqrt(z^2 + 1)), atan z = (i/2)(ln(1 - iz) - ln(1 + iz)),
- * atanh z = (ln(1 + z) - ln(1 - z))/2, a^b = exp(b ln a) with a^0 = 1.
- *
  * @param express  expression
- * @param code     function; any other code changes nothing
+ * @param code     ORVANE_COMPLEX_ADD to ORVANE_COMPLEX_TANH; any other code changes nothing
  */
 ORVANE_API void math_PluralSetExpressFun(PluralExpress* express, uint8_t code);
 

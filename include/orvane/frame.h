@@ -47,7 +47,8 @@ ORVANE_API void api_FreeAllHandle(void);
 ORVANE_API void api_copy(const double* source, double* destination, int32_t count);
 
 /**
- * New table with all cells 0.
+ * New table with all cells 0. It takes 8 bytes a cell and 24 a row; what does not fit into memory throws
+ * std::bad_alloc.
  *
  * @param rows  number of rows
  * @param cols  length of each row

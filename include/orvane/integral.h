@@ -56,7 +56,9 @@ ORVANE_API void data_Integral(const double* values, double* out, double step, in
  * Solves dy/dt = f(t, y), y(t0) = y0, by the Runge-Kutta-Fehlberg formulas of orders 4 and 5 with step control.
  *
  * A step is accepted when the largest difference of the two orders is below the tolerance, or when the step is below
- * 1e-6: a tolerance that cannot be met is not reported.
+ * 1e-6: a tolerance that cannot be met is not reported. Time has the bound that this gives and no other: steps of half
+ * of 1e-6 at least, each tried twice with six values of f, so up to 2.4e7 values for each unit of t. A stiff problem
+ * comes near it.
  *
  * @param f          writes the derivatives at (t, y[dimension]) into dy[dimension]
  * @param t0         start

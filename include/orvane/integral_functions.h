@@ -18,7 +18,7 @@ ORVANE_API double math_expIntegral(double x);
  * E_p(x), the integral of exp(-xt)/t^p over t > 1.
  *
  * @param p  order. At p = 1 the value is Ei(x), not E_1(x); for 0 < p < 1 it is 0 from x > 40 on, as math_igamma is
- * @param x  argument; |x| < 2.220446049250313e-16 gives 1/(p-1). x <= 0 gives NaN, but for whole p <= 1
+ * @param x  argument; |x| < 2.220446049250313e-16 gives 1/(p-1). x <= 0 gives NaN, but for integer p <= 1
  */
 ORVANE_API double math_expIntegralP(double p, double x);
 

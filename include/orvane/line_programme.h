@@ -7,7 +7,7 @@
  *
  * All variables are non-negative; a 0-1 variable is at most 1, an integer one has no upper bound but that of branching,
  * 900000000. The method is a primal simplex in two phases with the rule of the greatest coefficient, and depth-first
- * branching over copies. It has its limits:
+ * branching over copies. It has its limits, which lineProg_setExact takes away:
  *
  *  - a phase makes at most as many pivots as there are variables and rows together (an equality counts as two rows, a
  *    0-1 variable adds one). When they do not suffice the point in hand counts as the optimum of the second phase (a
@@ -72,6 +72,18 @@ ORVANE_API void lineProg_SetMaxExpress(LineProgramme* solver, const int32_t* ind
  */
 ORVANE_API void lineProg_AddConstraint(LineProgramme* solver, const int32_t* indices, const double* coefs, int32_t n,
                                        uint8_t relation, double rhs);
+
+/**
+ * Chooses how lineProg_Solve works. Off, as after lineProg_CreateSolver, it has the limits told at the head of this
+ * file. On, it runs to the optimum: Bland's rule goes on where the cap on the pivots ends the other run, the test of an
+ * unbounded problem is relative to the constraints' terms, and a branch is bounded by its relaxation before rounding.
+ *
+ * @param solver  programme
+ * @param flag    0 off, else on. A change forgets the basis of the last solve; lineProg_SetVarCount keeps the flag
+ *
+ * With the flag a variable in no constraint is one as all others: status 2 where it grows without bound.
+ */
+ORVANE_API void lineProg_setExact(LineProgramme* solver, uint8_t flag);
 
 /**
  * Solves the programme. A second call goes on from the basis that the first left.

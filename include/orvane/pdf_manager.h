@@ -20,6 +20,14 @@
 /** A sample and the fits to it. */
 typedef struct PDFManger PDFManger;
 
+/** Kinds of kernel for pdfManger_createKDEFun. */
+enum {
+  ORVANE_KERNEL_GAUSS = 1,
+  ORVANE_KERNEL_COSINE = 2,
+  ORVANE_KERNEL_PARABOLA = 4,
+  ORVANE_KERNEL_TRIANGLE = 5,
+};
+
 /** A kernel density. */
 typedef struct PDFKernel PDFKernel;
 

@@ -5,9 +5,10 @@
  *
  * All variables are non-negative, a 0-1 variable is at most 1, an integer one at most 900000000. Relaxations are solved
  * by OSQP with its default settings and polishing; its answer is accurate to about 1e-9 where polishing succeeds and to
- * about 1e-3 where it does not. Integer variables are closed by branch and bound. An expression without a quadratic
- * term goes to the simplex of line_programme.h, with its rules: a constraint without terms is ignored, and an
- * expression without any term has no solution (7).
+ * about 1e-3 where it does not. Integer variables are closed by branch and bound; an integer point counts only if it
+ * keeps every constraint within 1e-6 max(1, abs(rhs)). An expression without a quadratic term goes to the simplex of
+ * line_programme.h, with its rules: a constraint without terms is ignored, and an expression without any term has no
+ * solution (7).
  *
  * What OSQP minimises is not the expression itself but a fourth of its quadratic part and the whole linear part:
  *

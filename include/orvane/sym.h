@@ -9,29 +9,11 @@
  * never changes the value of an expression at a point of its domain (an inverse pair is cancelled as on its principal
  * branch).
  *
- * Function codes and names: 0 Number, 1 Variable, 2 Add, 3 Mul, 5 Pow, 6 Sign, 10 Sqrt, 11 Ln, 12 Exp, 13 Abs,
- * 20 Sin, 21 Cos, 22 Tan, 23 Cot, 24 Asin, 25 Acos, 26 Atan, 27 Acot, 30 Sinh, 31 Cosh, 32 Tanh, 33 Coth, 34 Asinh,
- * 35 Acosh, 36 Atanh, 37 Acoth, 50 Erf, 51 Gamma, 52 Beta, 53 LnGamma, 54 BesselI, 55 BesselJ, 56 BesselK, 57 BesselY,
- * 58 DiGamma, 62 EllipticF, 63 EllipticK, 64 EllipticE (m or phi, m), 65 StruveH, 66 StruveL, 67 AngerJ, 68 WeberE,
- * 69 BarnesG, 70 LambertW, 71 WrightOmega, 72 WrightBessel, 73 ParabolicCylinderD, 74 ParabolicCylinderU,
- * 75 ParabolicCylinderV, 76 ClausenC, 77 ClausenS, 78 Hyperfactorial, 79 WhittakerM, 80 WhittakerW, 81 JacobiZeta,
- * 82 Gamma (a, x), the upper incomplete one, 83 InverseLambertW, 84 InverseErf, 85 InverseErfc, 86 InverseErfi,
- * 91 SinIntegral, 92 CosIntegral, 93 SinhIntegral, 94 CoshIntegral, 95 PolyGamma, 96 AGM, 97 Erfi, 98 Erfc, 99 Dawson,
- * 100 PolyLogarithm2, 101 LogSign, 102 ExpSign, 103 FresnelC, 104 FresnelS, 105 ExpIntegral (x or p, x),
- * 106 LogIntegral, 107 StepFun, 108 Round, 109 RoundDown, 110 RoundUp, 111 Rounding, 112 RoundZero, 113 Zeta,
- * 114 AiryAi, 115 AiryAiDiff, 116 AiryBi, 117 AiryBiDiff, 118 AiryGi, 119 AiryGiDiff, 120 AiryHi, 121 AiryHiDiff,
- * 122 EllipticPI (n, m or n, phi, m), 123 EllipticRC, 124 EllipticRD, 125 EllipticRE, 126 EllipticRF, 127 EllipticRG,
- * 128 EllipticRJ, 129 EllipticRK, 130 EllipticRM, 131 HypergeometricU, 132 Hypergeometric0F1, 133 Hypergeometric1F1,
- * 134 Hypergeometric2F1, 135 InverseZeta, 136 InverseBeta, 137 InverseCoshIntegral, 138 InverseGamma, 139
- * InverseLnErfi, 140 InverseSinhIntegral, 141 JacobianAmp, 142 JacobianCn, 143 JacobianDn, 144 JacobianSn, 145
- * JacobiTheta1, 146 JacobiTheta2, 147 JacobiTheta3, 148 JacobiTheta4, 149 LnErfi, 150 LnBarnesG, 151
- * EllipticBulirschCel, 152 EllipticBulirschEl1, 153 EllipticBulirschEl2, 154 EllipticBulirschEl3, 155 Truncate, 156
- * Frac, 157 ConSelect, 158 GoodwinStaton, 159 HurwitzZeta, 160 DirichletEta, 161 DirichletBeta, 162 VoigtFunK, 163
- * VoigtFunL, 164 VoigtDiffLX, 165 VoigtDiffLY, 166 VoigtDiffKY, 167 VoigtDiffKX, 168 PolyLog, 169 BoseEinstein, 170
- * FermiDirac, 171 Glasser. Add and Mul take any number of arguments; the others as many as the math_ function of the
- * like name, in its order. Wherever a code of two arguments is taken, 7 subtracts and 8 divides; where one of one
- * argument is, 38 1/Sin, 39 1/Cos, 40 1/Sinh, 41 1/Cosh, 42 Asin(1/x), 43 Acos(1/x), 44 Asinh(1/x), 45 Acosh(1/x). A
- * code without a meaning throws std::out_of_range with the text "invalid map<K, T> key".
+ * Functions have codes (orvane/sym_kinds.h). Add and Mul take any number of arguments; the others as many as the math_
+ * function of the like name, in its order. A code without a meaning throws std::out_of_range with the text
+ * "invalid map<K, T> key". Where a node is built, arguments beyond the count of its kind are dropped; fewer than that
+ * throw std::invalid_argument, and so does the code of a variable, which is made by its name alone. Nothing is added to
+ * the store then.
  *
  * Values that may surprise: BesselK evaluates as BesselJ; Sign and StepFun ignore a coefficient that sym_selfMul gives
  * them; Beta loses the sign at negative arguments; x^0 and 1^x are the number 1 whatever their coefficient.
@@ -45,13 +27,15 @@
  * cloned, searched for variables and released. Evaluation recurses: with a stack of 8 MiB it bears 150,000 levels;
  * merging two like terms or factors of a sum or product compares them and bears 50,000.
  *
- * Memory: 88 bytes a node and 16 an argument, so 192 bytes for the sine of a variable, both nodes together. Released
- * memory of nodes is used again for nodes and not returned to the system.
+ * Memory: 88 bytes a node and 16 an argument, so 192 bytes for the sine of a variable, both nodes together; a matrix
+ * takes 16 bytes an element and 24 a row beside its nodes. Nothing bounds a matrix but that: what does not fit throws
+ * std::bad_alloc. Released memory of nodes is used again for nodes and not returned to the system.
  */
 #ifndef ORVANE_SYM_H
 #define ORVANE_SYM_H
 
 #include <orvane/export.h>
+#include <orvane/sym_kinds.h>
 
 /** A node of an expression. */
 typedef struct SymObject SymObject;
@@ -82,7 +66,7 @@ ORVANE_API SymObject* sym_createBaseSymVar(const char* name);
  *
  * @param node  node of the store; one that is unknown there, an element of a matrix for one, gives a null argument, and
  *              the result must not be evaluated or written
- * @param code  kind of one argument, or 38 to 45
+ * @param code  kind that can do with one argument, or ORVANE_KIND_CSC to ORVANE_KIND_ASECH
  * @return node, in the store until sym_clearTempVar
  */
 ORVANE_API SymObject* sym_funOneParam(SymObject* node, uint8_t code);
@@ -91,7 +75,8 @@ ORVANE_API SymObject* sym_funOneParam(SymObject* node, uint8_t code);
  * New node f(a, b), on clones.
  *
  * @param a, b  nodes of the store, as for sym_funOneParam
- * @param code  kind of two arguments, 7 (a - b) or 8 (a / b); 51 is taken as 82
+ * @param code  kind of two arguments, ORVANE_KIND_SUBTRACT or ORVANE_KIND_DIVIDE; ORVANE_KIND_GAMMA is taken as
+ *              ORVANE_KIND_INCOMPLETE_GAMMA
  * @return node, in the store until sym_clearTempVar
  */
 ORVANE_API SymObject* sym_funTwoParam(SymObject* a, SymObject* b, uint8_t code);
@@ -101,7 +86,7 @@ ORVANE_API SymObject* sym_funTwoParam(SymObject* a, SymObject* b, uint8_t code);
  *
  * @param nodes  [count] nodes of the store, as for sym_funOneParam
  * @param count  number of arguments; 0 is valid for Add and Mul
- * @param code   kind; 7, 8 and 38 to 45 have no meaning here
+ * @param code   kind; what has a meaning beside the kinds for one or two arguments has none here
  * @return node, in the store until sym_clearTempVar
  */
 ORVANE_API SymObject* sym_funMulParam(SymObject* const* nodes, int32_t count, uint8_t code);
@@ -209,13 +194,14 @@ ORVANE_API void sym_selfMul(SymMatrix2d* matrix, double factor);
  * Matrix product; sums over the columns of a.
  *
  * @param a  [rows][n]
- * @param b  [n][cols]
+ * @param b  [n][cols]; rows beyond n are not read, fewer throw std::out_of_range
  * @return [rows][cols] matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_dot(const SymMatrix2d* a, const SymMatrix2d* b);
 
 /**
- * Cross product of two vectors of three elements, lying or standing.
+ * Cross product of two vectors of three elements, lying or standing. Further elements, counted row by row, are not
+ * read; fewer throw std::out_of_range.
  *
  * @return vector that lies or stands as a does, released by sym_freeMatrix2d
  */
@@ -226,18 +212,32 @@ ORVANE_API SymMatrix2d* sym_cross(const SymMatrix2d* a, const SymMatrix2d* b);
  *
  * @param a     matrix
  * @param b     matrix
- * @param code  kind of two arguments, 7 or 8
+ * @param code  as for sym_funTwoParam
  * @return matrix, released by sym_freeMatrix2d
  */
 ORVANE_API SymMatrix2d* sym_sameTwoFun(const SymMatrix2d* a, const SymMatrix2d* b, uint8_t code);
 
+/** Operations of sym_oneFun. */
+enum {
+  ORVANE_SYM_TRACE = 200,
+  ORVANE_SYM_INVERSE = 201,     /**< cofactors over the determinant */
+  ORVANE_SYM_DETERMINANT = 202, /**< expansion by cofactors */
+  ORVANE_SYM_TRANSPOSE = 204,
+  ORVANE_SYM_SUM = 206, /**< of all elements */
+  ORVANE_SYM_SKEW = 208 /**< matrix K of a vector v of three elements, K w = v x w */
+};
+
 /**
  * Matrix operation.
  *
+ * The determinant and the inverse are those of the leading square of as many columns as there are rows; fewer columns
+ * throw std::out_of_range. They are formulas that grow fast: n by n symbols make 2^n minors, the larger of them
+ * written out as often as they occur. Beyond 8 by 8 evaluate first and use matrixDet and matrixInverse. A determinant
+ * that is the number 0 makes an inverse of infinities and NaN. The skew matrix takes the first three elements, row by
+ * row; fewer throw std::out_of_range.
+ *
  * @param matrix  matrix of expressions
- * @param code    200 trace, 201 inverse (cofactors over the determinant), 202 determinant (expansion by cofactors),
- *                204 transpose, 206 sum of all elements, 208 skew-symmetric matrix K of a vector v of three elements,
- *                K w = v x w
+ * @param code    ORVANE_SYM_TRACE to ORVANE_SYM_SKEW
  * @return matrix, released by sym_freeMatrix2d; null for another code
  */
 ORVANE_API SymMatrix2d* sym_oneFun(const SymMatrix2d* matrix, uint8_t code);

@@ -36,16 +36,19 @@ ORVANE_API void sym_integral1D(const SymMatrix2d* matrix, const char* name, doub
  * Initial value problem dy_i/dt = element i, by Fehlberg's formulas of orders 4 and 5 (math_SolveODE45).
  *
  * @param matrix     [n] right-hand sides, row by row
- * @param names      independent variable and then the n dependent ones in the order of the elements, separated by ","
+ * @param names      independent variable and then the n dependent ones in the order of the elements, separated by ",";
+ *                   a comma behind the last one and further names are ignored, so that the text of sym_getAllBaseSym2
+ *                   will do
  * @param start      initial value of the independent variable
  * @param initial    [n] initial state
  * @param n          number of equations
  * @param positions  [count] where the solution is wanted, on either side of the start, in any order
- * @param out        [count*n] out, a row for each position; NaN throughout when the numbers of elements, names and
- *                   initial values disagree
+ * @param out        [count*n] out, a row for each position; NaN throughout when there are more or fewer elements than
+ *                   n, or too few names
  * @param count      number of positions
  * @param method     reserved; every value means Fehlberg's formulas
- * @param tolerance  error of a step, absolute; 1e-15 or less in size means 1e-12
+ * @param tolerance  error of a step, absolute; 1e-15 or less in size means 1e-12. Time is bounded as that of
+ *                   math_SolveODE45
  */
 ORVANE_API void sym_solveODE(const SymMatrix2d* matrix, const char* names, double start, const double* initial,
                              int32_t n, const double* positions, double* out, int32_t count, uint8_t method,
@@ -67,13 +70,16 @@ ORVANE_API void sym_integralEquByFredholm(const SymMatrix2d* kernel, const SymMa
 
 /**
  * Volterra equation of the second kind: y(x) = f(x) + integral from a to x of K(x, t) y(t) dt, by collocation on grids
- * of |x - a|/0.1 intervals (20 at least), refined until two values agree to 1e-12, 32 times at most.
+ * of |x - a|/0.1 intervals (20 at least), refined until two values agree to 1e-12, 32 times at most and with under 6000
+ * intervals. From |x - a| = 600 on there is one grid of 6000, and the intervals grow with the distance.
+ *
+ * A grid of N intervals takes 8 N^2 values of K: 16,000 for two grids over a short way, 3e8 for a point beyond 600.
  *
  * @param kernel  1-by-1, K in the variables "x" and "t"
  * @param free    1-by-1, f in the variable "x"
  * @param a       lower limit
  * @param xs      [n] points
- * @param ys      [n] out
+ * @param ys      [n] out; NaN at once where the point or the limit is not finite
  * @param n       number of points
  */
 ORVANE_API void sym_integralEquByVolterra(const SymMatrix2d* kernel, const SymMatrix2d* free, double a,

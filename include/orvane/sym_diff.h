@@ -10,7 +10,8 @@
  * incomplete Gamma, HurwitzZeta, PolyLog, BoseEinstein, FermiDirac and of ExpIntegral with two arguments refuse alone.
  * A refusal matters only when the variable occurs there. The steps (Sign, StepFun, Round and its kin, Truncate, Frac)
  * have the derivative 0 everywhere. The derivative of BesselK is the classical one, though BesselK evaluates as
- * BesselJ; one of EllipticRG is right to eight digits.
+ * BesselJ; one of EllipticRG is right to eight digits. That of LnGamma(u) is DiGamma(u) u', without Gamma(u), which
+ * overflows from 171.7 on.
  *
  * Messages are GBK bytes: the function's name and, for instance, "BesselJ" with "的第1个参数不支持求导" (its argument 1
  * cannot be differentiated) or "Zeta" with "不支持求导".

@@ -4,7 +4,7 @@
  * Polynomials among the expressions: coefficients, values, roots, factors, arithmetic, approximation.
  *
  * A 1-by-1 matrix is a polynomial when its expression is a number, a multiple of a variable, or depends on one variable
- * alone and is, as normalised, a monomial or a sum of monomials c x^k with whole k from 0 to 1000000 and |c| above
+ * alone and is, as normalised, a monomial or a sum of monomials c x^k with integer k from 0 to 1000000 and |c| above
  * 1e-15: x^2 + 1 is one, x y, sin(x) and (x + 1)^2 are not. What the functions here make is a polynomial in any case,
  * with smaller coefficients and higher exponents too, until it is changed; copies of it go by the rule. Every function
  * answers for anything else with the value that it states, and changes nothing.
@@ -53,12 +53,27 @@ ORVANE_API int32_t sym_calcPolyFun(SymMatrix2d* matrix, const double* x, double*
  */
 ORVANE_API uint32_t sym_calcPolyRoot(SymMatrix2d* matrix, double* re, double* im, uint32_t capacity);
 
+/** Operations of sym_runPolyFun on a and b. */
+enum {
+  ORVANE_POLY_SUM = 0,
+  ORVANE_POLY_DIFFERENCE = 1,
+  ORVANE_POLY_PRODUCT = 2,
+  ORVANE_POLY_QUOTIENT = 3,
+  ORVANE_POLY_REMAINDER = 4,
+  ORVANE_POLY_GCD = 5,         /**< greatest common divisor, monic */
+  ORVANE_POLY_LCM = 6,         /**< least common multiple, monic */
+  ORVANE_POLY_COMPOSITION = 7, /**< a(b(x)) */
+  ORVANE_POLY_DERIVATIVE = 8,  /**< of the product a b */
+  ORVANE_POLY_RESULTANT = 9,   /**< a constant */
+  ORVANE_POLY_POWER = 10       /**< a to the power of b, a non-negative integer constant */
+};
+
 /**
- * Arithmetic of two polynomials in the same variable (a constant goes with any): 0 a + b, 1 a - b, 2 a b, 3 quotient
- * and 4 remainder of a by b, 5 greatest common divisor (monic), 6 least common multiple (monic), 7 a(b(x)), 8
- * derivative of a b, 9 resultant as a constant, 10 a to the power of b when b is a non-negative whole constant. Terms
- * below 1e-14 in size are left out of the result; 5, 6 and 9 take a remainder for zero that rounding explains.
+ * Arithmetic of two polynomials in the same variable (a constant goes with any). Terms below 1e-14 in size are left out
+ * of the result; common divisor, common multiple and resultant take a remainder for zero that rounding explains.
  *
+ * @param a, b       polynomials
+ * @param operation  ORVANE_POLY_SUM to ORVANE_POLY_POWER
  * @return new matrix, released by sym_freeMatrix2d; null when there is no such polynomial or operation, or when no term
  *         is left of the result
  */
@@ -80,7 +95,7 @@ ORVANE_API uint32_t sym_polyFactor(SymMatrix2d* matrix, char* out, int32_t capac
  * New polynomial in the variable "x": the sum of coefficients[i] x^exponents[i].
  *
  * @param coefficients  [n]
- * @param exponents     [n], whole numbers (to 1e-14) from 0 to 1e8, each at most once
+ * @param exponents     [n], integers (to 1e-14) from 0 to 1e8, each at most once
  * @param n             number of terms; 0 gives the number 0
  * @return new matrix, released by sym_freeMatrix2d; null for another exponent
  */
@@ -89,7 +104,7 @@ ORVANE_API SymMatrix2d* sym_createPolyByParam(const double* coefficients, const 
 /**
  * New polynomial in the variable "x".
  *
- * @param data  the number n of coefficients, a whole number from 1 to 1000001, and behind it n coefficients, ascending
+ * @param data  the number n of coefficients, an integer from 1 to 1000001, and behind it n coefficients, ascending
  * @return new matrix, released by sym_freeMatrix2d; null for null or another n
  */
 ORVANE_API SymMatrix2d* sym_createPoly(const double* data);
@@ -98,11 +113,17 @@ ORVANE_API SymMatrix2d* sym_createPoly(const double* data);
  * Polynomial that approximates the element on [a, b]: its Chebyshev interpolation at degree + 1 nodes, written in
  * powers of the element's one variable. The variable's value is that of the last node afterwards.
  *
+ * Coefficients of the Chebyshev series below 1e-30 are left out. Besides those only what is the samples' rounding for
+ * certain: of an element that is a polynomial of degree d, also in factors such as (x + 1)^2, all beyond d. On an
+ * interval about 0 the coefficients of the other parity are 0 for an odd or even element. All others stay, noise of
+ * some 1e-16 of the samples among them, and powers of x multiply that by up to 2.4^degree times the scale of the
+ * interval: ask for no higher degree than the accuracy needs, 15 for exp on [-1, 1].
+ *
  * @param matrix  1-by-1 matrix of any expression in one variable; a constant gives itself
  * @param a, b    interval, a not b
  * @param degree  0 to 1000
  * @return new matrix, released by sym_freeMatrix2d; null for another shape, interval or degree, for more than one
- *         variable, or when the element is not finite at a node
+ *         variable, or when the element at a node or a coefficient is not finite
  */
 ORVANE_API SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double b, int32_t degree);
 
@@ -112,8 +133,9 @@ ORVANE_API SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double 
  * @param x, y       [n] points
  * @param n          number of points
  * @param weights    [n] of the squared residuals, or null for 1
- * @param exponents  [terms] whole numbers from 0, each at most once, or null for 0 to terms - 1
- * @param terms      number of powers; when the points do not determine them, the coefficients of least norm
+ * @param exponents  [terms] integers from 0, each at most once, or null for 0 to terms - 1
+ * @param terms      number of powers; when the points do not determine them, the coefficients of least norm. The
+ *                   table takes n times terms doubles in memory, and time of that times terms
  * @return new matrix, released by sym_freeMatrix2d; null without points or powers, for a bad exponent, or when a value
  * is not finite
  */

@@ -35,7 +35,7 @@ ORVANE_API void sym_getDataStr(uint8_t* out);
 /**
  * Adds what a block holds to the store. A variable that exists takes the block's value. The new matrices have the ids
  * 0, 1, ...; all older ones then share the id one above the last. A short or damaged block adds nothing at all, nor
- * does one whose matrices without columns have more than 65536 rows together.
+ * does one with bytes left over, nor one whose matrices without columns have more than 65536 rows together.
  *
  * @param bytes   [length] block
  * @param length  bytes

@@ -27,8 +27,8 @@ ORVANE_API double math_invZeta(double y);
  *
  * @param s  exponent. At s = 1 the value is 0, unless a is 1 or 1/2 (infinity). Above 6 the sum is taken directly and
  *           ends at a block of ten terms below 1e-15
- * @param a  shift; 0, -1, -2, ... give infinity, a < -10000 gives 0. For other a < 0 only whole s have a value, else
- * NaN
+ * @param a  shift; 0, -1, -2, ... give infinity, a < -10000 gives 0. For other a < 0 only integer s have a value,
+ *           otherwise NaN
  */
 ORVANE_API double math_hurwitzZeta(double s, double a);
 
@@ -43,8 +43,8 @@ ORVANE_API double math_dirichletBeta(double s);
  * Polylogarithm Li_s(z), the sum of z^k/k^s and its continuation along the real axis.
  *
  * @param s  order
- * @param z  argument. z > 1 gives NaN, but for whole s <= 0, where Li_s is rational; z = 1 gives zeta(s), NaN for s <=
- * 1
+ * @param z  argument. z > 1 gives NaN, but for integer s <= 0, where Li_s is rational; z = 1 gives zeta(s), NaN for
+ *           s <= 1
  */
 ORVANE_API double math_polyLog(double s, double z);
 

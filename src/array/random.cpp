@@ -2,11 +2,12 @@
 // Random numbers and the shuffle. The generators are the standard's own, whose words are fixed; the distributions are
 // written here, as those of a library differ from one to the next.
 #include <cmath>
+#include <numbers>
 #include <random>
 #include <utility>
 
 #include "array/dispatch.h"
-#include "special/special_function.h"
+#include "frame/code_table.h"
 
 namespace ArrayFun {
 namespace {
@@ -77,12 +78,12 @@ constexpr Row row(uint8_t code, Transform) {
 
 constexpr Row kRows[] = {
     row(200, [](auto& draws) { return draws.gauss(); }),
-    row(201, [](auto& draws) { return std::tan((draws.uniform() - 0.5) * SpecialFunction::kPi); }),
+    row(201, [](auto& draws) { return std::tan((draws.uniform() - 0.5) * std::numbers::pi); }),
     row(202, [](auto& draws) { return -std::log1p(-draws.uniform()); }),
     row(203, [](auto& draws) { return std::exp(draws.gauss()); }),
     row(204, [](auto& draws) { return std::sqrt(-2 * std::log1p(-draws.uniform())); }),
 };
-constexpr Table kTable(kRows);
+using Functions = CodeTable<kRows>;
 
 // Uniform from 0 to last: words are combined until they cover the range, those of the last part block are rejected.
 uint32_t drawUpTo(std::mt19937& words, uint32_t last) {
@@ -104,7 +105,7 @@ void shuffle(Element* data, int32_t count) {
 }  // namespace
 
 void randFun(double* destination, int32_t count, bool wide, uint64_t seed, uint8_t code) {
-  if (const Row* found = kTable.find(code)) found->run(destination, count, wide, seed);
+  if (const Row* found = Functions::find(code)) found->run(destination, count, wide, seed);
 }
 
 void randomShuffle(void* data, int32_t count, int32_t type) {

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstring>
 
-#include "frame/data2d.h"
 #include "frame/handle.h"
+#include "frame/native_data2d.h"
 #include "orvane/frame.h"
-
-template <>
-struct NativeOf<Data2D> {
-  using type = Data2D_c;
-};
 
 namespace {
 // A negative index becomes a huge one, which lies outside every table.

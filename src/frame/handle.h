@@ -17,20 +17,30 @@ struct NativeOf;
 template <class Handle>
 using NativeType = typename NativeOf<std::remove_const_t<Handle>>::type;
 
-/// The object behind a handle. A handle is the object's own address, so this is a cast and no look-up.
+/// What the address of a handle is one of: the root of the registered objects, or the class itself for those that a
+/// store of their own keeps.
+template <class Native>
+using Rooted = std::conditional_t<std::is_base_of_v<BaseData, Native>, BaseData, Native>;
+
+/// The object behind a handle; null stays null. A handle is the object's own address, so this is a cast and no look-up.
 template <class Handle>
-auto& native(Handle* handle) {
+auto* pointerOf(Handle* handle) {
   using Native = NativeType<Handle>;
   if constexpr (std::is_const_v<Handle>)
-    return static_cast<const Native&>(*reinterpret_cast<const BaseData*>(handle));
+    return static_cast<const Native*>(reinterpret_cast<const Rooted<Native>*>(handle));
   else
-    return static_cast<Native&>(*reinterpret_cast<BaseData*>(handle));
+    return static_cast<Native*>(reinterpret_cast<Rooted<Native>*>(handle));
+}
+
+template <class Handle>
+auto& native(Handle* handle) {
+  return *pointerOf(handle);
 }
 
 /// The handle of an object: the way back from `native`. Nobody else casts.
 template <class Handle>
 Handle* handleOf(NativeType<Handle>* object) {
-  return reinterpret_cast<Handle*>(static_cast<BaseData*>(object));
+  return reinterpret_cast<Handle*>(static_cast<Rooted<NativeType<Handle>>*>(object));
 }
 
 /// Gives a new object to the registry of owned objects and hands out its handle.

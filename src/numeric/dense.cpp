@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "numeric/line_equation.h"
 
 namespace Dense {
@@ -16,7 +16,6 @@ namespace {
 using Eigen::MatrixXcd;
 using Eigen::MatrixXd;
 using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 MatrixXd load(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols) {
   area(rows, cols);
@@ -86,7 +85,7 @@ std::vector<double> interleaved(std::span<const double> re, std::span<const doub
 bool realEig(std::span<const double> a, std::ptrdiff_t n, std::span<double> values, std::span<double> vectors) {
   const Eig all = eig(a, n);
   for (std::ptrdiff_t i = 0; i < n; ++i) {
-    // KEPT: pairs before the first complex value have been written; expected all or nothing (kept.csv: EVD_partial)
+    // KEPT: pairs before the first complex value have been written; expected: all or nothing (kept.csv: EVD_partial)
     if (std::abs(all.valuesIm[i]) > 1e-12) return false;
     values[i] = all.valuesRe[i];
     for (std::ptrdiff_t j = 0; j < n; ++j) vectors[j * n + i] = all.vectorsRe[j * n + i];
@@ -118,11 +117,11 @@ double solveSylvester(std::span<const double> a, std::span<const double> b, std:
                       std::ptrdiff_t m, std::span<double> x) {
   if (n == 0 || m == 0) return 0.0;
   Eigen::Map<Dense::RowMajor> result(x.data(), n, m);
-  result.setConstant(Dense::kNaN);
-  if (!Dense::allFinite(a) || !Dense::allFinite(b) || !Dense::allFinite(c)) return Dense::kNaN;
+  result.setConstant(kNaN);
+  if (!Dense::allFinite(a) || !Dense::allFinite(b) || !Dense::allFinite(c)) return kNaN;
   const Eigen::MatrixXd left = Dense::load(a, n, n), right = Dense::load(b, m, m), constant = Dense::load(c, n, m);
   const Eigen::ComplexSchur<Eigen::MatrixXd> schurA(left), schurB(right);
-  if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return Dense::kNaN;
+  if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return kNaN;
   const Eigen::MatrixXcd &t = schurA.matrixT(), &s = schurB.matrixT();
   Eigen::MatrixXcd y = schurA.matrixU().adjoint() * constant * schurB.matrixU();
   for (std::ptrdiff_t j = 0; j < m; ++j) {

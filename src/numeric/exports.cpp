@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "frame/data2d.h"
 #include "frame/handle.h"
+#include "frame/native_data2d.h"
 #include "numeric/dense.h"
 #include "numeric/integral.h"
 #include "numeric/line_equation.h"
@@ -12,11 +12,6 @@
 #include "orvane/integral.h"
 #include "orvane/line_equation.h"
 #include "orvane/matrix.h"
-
-template <>
-struct NativeOf<Data2D> {
-  using type = Data2D_c;
-};
 
 namespace {
 
@@ -60,7 +55,7 @@ void matrixSVD2(const double* a, int32_t rows, int32_t cols, double* u, double* 
 int32_t matrixSingularValues(const double* a, int32_t rows, int32_t cols, double* out) {
   const std::vector<double> values =
       Dense::svd(block(a, rows, cols), length(rows), length(cols), Dense::Vectors::none).values;
-  // KEPT: ascending; expected the descending order of matrixSVD (kept.csv: SingularValues_order)
+  // KEPT: ascending; expected: the descending order of matrixSVD (kept.csv: SingularValues_order)
   std::copy(values.rbegin(), values.rend(), out);
   return static_cast<int32_t>(values.size());
 }

@@ -17,7 +17,7 @@ constexpr int32_t kAllIntervals = 1000000;
 // The value that ends the integration, when a panel has one.
 std::optional<double> failure(double panel) {
   if (std::isnan(panel)) return panel;
-  // KEPT: a pole downwards gives +1e300 as well; expected -1e300 (kept.csv: Integral_poleSign)
+  // KEPT: a pole downwards gives +1e300 as well; expected: -1e300 (kept.csv: Integral_poleSign)
   if (std::abs(panel) > kPanelLimit) return kBlowUp;
   return std::nullopt;
 }

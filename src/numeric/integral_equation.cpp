@@ -8,6 +8,8 @@
 #include <numbers>
 #include <utility>
 
+#include "frame/numbers.h"
+
 namespace Integral {
 
 namespace {
@@ -91,7 +93,8 @@ double IntegralEquByVolterra::solve(double x, int intervals) {
 
 double IntegralEquByVolterra::value(double x) {
   const double wanted = std::abs(x - a) / 0.1;
-  if (!(wanted < 6000)) return solve(x, 6000);  // also where x or a is not finite
+  if (!std::isfinite(wanted)) return kNaN;
+  if (wanted >= 6000) return solve(x, 6000);
   int intervals = std::max(20, static_cast<int>(wanted));
   double previous = 0.0;
   double v = 0.0;

@@ -21,7 +21,8 @@ class IntegralEquByVolterra {
   /// y(x) from a grid of the given number of equal intervals between a and x.
   virtual double solve(double x, int intervals);
 
-  /// y(x) on grids of |x-a|/0.1, at least 20, intervals, refined until two values agree to 1e-12.
+  /// y(x) on grids of |x-a|/0.1, at least 20, intervals, refined until two values agree to 1e-12; on one grid of 6000
+  /// for what is farther away. NaN when x or a is not finite.
   virtual double value(double x);
 
  private:

@@ -50,7 +50,7 @@ std::vector<double> solveByColumns(std::span<const double> a, int rows, int cols
 }
 
 void factorTridiagonal(const Tridiagonal& a, double* u, double* l) {
-  // KEPT: a singular matrix is shifted without a report; expected a failure (kept.csv: Tridiagonal_shift)
+  // KEPT: a singular matrix is shifted without a report; expected: a failure (kept.csv: Tridiagonal_shift)
   for (double shift = 0.0; !eliminate(a, shift, u, l);) shift = shift < kSmallestPivot ? kFirstShift : 2 * shift;
 }
 

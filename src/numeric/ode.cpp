@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+
+#include "frame/numbers.h"
 
 namespace ODE {
 namespace {
@@ -75,7 +76,7 @@ double ODESolverByRKF45::tryStep(double t, const std::vector<double>& y, double 
                             0.18 * k5[i] + 0.03636363636363636 * k6[i]);
     if (!std::isfinite(y[i])) continue;  // lost for good: no smaller step brings it back
     const double difference = std::abs(order5[i] - order4[i]);
-    error = std::isnan(difference) ? std::numeric_limits<double>::infinity() : std::max(error, difference);
+    error = std::isnan(difference) ? kInfinity : std::max(error, difference);
   }
   return error;
 }
@@ -93,8 +94,8 @@ void ODESolverByRKF45::march(std::vector<ODEData_t>& points, double direction) {
       if (stopFlag != 0) return;
       const double h = size > 0 ? std::min(size, remainder) : remainder;
       const double error = tryStep(t, y, direction * h);
-      // KEPT: below the minimum step any error is accepted without a report; expected a failure (kept.csv: ODE_minStep)
-      // The same holds where a smaller step would no longer move t.
+      // KEPT: below the minimum step any error is accepted without a report; expected: a failure (kept.csv:
+      // ODE_minStep) The same holds where a smaller step would no longer move t.
       if (!(error < errorLimit) && h >= minStep && t + direction * h / 2 != t) {
         size = h / 2;
         continue;
@@ -118,7 +119,7 @@ void solveByRKF45(Derivative derivative, double t0, std::span<const double> y0, 
   solver.errorLimit = limit >= kSmallestTolerance ? limit : kSmallestTolerance;
   solver.setPositions(ts);
   solver.solve();
-  std::fill(out.begin(), out.end(), std::numeric_limits<double>::quiet_NaN());
+  std::fill(out.begin(), out.end(), kNaN);
   for (const auto* points : {&solver.ahead, &solver.behind})
     for (const ODEData_t& point : *points)
       std::copy(point.state.begin(), point.state.end(), out.begin() + static_cast<std::ptrdiff_t>(n) * point.index);

@@ -7,11 +7,12 @@
 #include <limits>
 #include <new>
 
+#include "frame/numbers.h"
+
 namespace Dense {
 namespace {
 
 using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 Eigen::MatrixXd load(std::span<const double> a, std::ptrdiff_t rows, std::ptrdiff_t cols) {
   area(rows, cols);

@@ -12,9 +12,8 @@ namespace PDF {
 namespace {
 
 std::shared_ptr<BasePDFFun> makePlain(int32_t code) {
-  const auto rows = plainRows();
-  const auto row = std::ranges::lower_bound(rows, code, {}, &PlainRow::code);
-  return row != rows.end() && row->code == code ? row->make(*row) : nullptr;
+  const PlainRow* row = plainLaws().find(code);
+  return row != nullptr ? row->make(*row) : nullptr;
 }
 
 /// A name without blanks, tabs and line feeds, in lower case.
@@ -65,9 +64,9 @@ std::shared_ptr<BasePDFFun> clonePDFFun(const BasePDFFun& source) {
 const std::vector<int32_t>& allPDFCodes() {
   static const std::vector<int32_t> codes = [] {
     std::vector<int32_t> all;
-    for (const PlainRow& row : plainRows()) all.push_back(row.code);
+    for (const PlainRow* row : plainLaws().rows()) all.push_back(row->code);
     for (const GenRow& wrapper : genRows())
-      for (const PlainRow& row : plainRows()) all.push_back(wrapper.k * kWrapperStep + row.code);
+      for (const PlainRow* row : plainLaws().rows()) all.push_back(wrapper.k * kWrapperStep + row->code);
     return all;
   }();
   return codes;

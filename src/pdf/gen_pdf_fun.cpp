@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "orvane/pdf.h"
 #include "pdf/table.h"
 
 namespace PDF {
@@ -16,7 +17,7 @@ std::shared_ptr<BasePDFFun> make(const GenRow& row, std::shared_ptr<BasePDFFun> 
 }
 
 constexpr GenRow kGenRows[] = {
-    {10001,
+    {ORVANE_PDF_GEN_EXP,
      "GenExp",
      {1},
      make<PDFFunByGenExp>,
@@ -25,7 +26,7 @@ constexpr GenRow kGenRows[] = {
      {0},
      {36},
      {1}},
-    {10002,
+    {ORVANE_PDF_GEN_HALF_COS,
      "HalfCos",
      {},
      make<PDFFunByGenHalfCos>,
@@ -33,7 +34,7 @@ constexpr GenRow kGenRows[] = {
      {},
      {},
      {}},
-    {10000,
+    {ORVANE_PDF_GEN_LOG,
      "GenLog",
      {1},
      make<PDFFunByGenLog>,
@@ -42,7 +43,7 @@ constexpr GenRow kGenRows[] = {
      {0},
      {100},
      {1}},
-    {10003,
+    {ORVANE_PDF_GEN_POWER,
      "GenPower",
      {0.5, 1, 1},
      make<PDFFunByGenPower>,
@@ -51,7 +52,7 @@ constexpr GenRow kGenRows[] = {
      {0, 0, 0},
      {1, 36, 36},
      {0.5, 1, 2}},
-    {10004,
+    {ORVANE_PDF_GEN_SYM_COS,
      "GenSymCos",
      {},
      make<PDFFunByGenSymCos>,

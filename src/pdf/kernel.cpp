@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "frame/code_table.h"
+#include "orvane/pdf_manager.h"
 #include "sym/text/number_text.h"
 
 namespace PDF {
@@ -46,22 +48,18 @@ std::shared_ptr<BasePDFKernel> make() {
 }
 
 constexpr KernelRow kKernels[] = {
-    {1, make<KernelByGauss>},    {2, make<KernelByCosine>},     {4, make<KernelByParabola>},
-    {5, make<KernelByTriangle>}, {100, make<KernelByParabola>},
+    {ORVANE_KERNEL_GAUSS, make<KernelByGauss>},
+    {ORVANE_KERNEL_COSINE, make<KernelByCosine>},
+    {ORVANE_KERNEL_PARABOLA, make<KernelByParabola>},
+    {ORVANE_KERNEL_TRIANGLE, make<KernelByTriangle>},
+    {100, make<KernelByParabola>},
 };
-
-consteval bool wellFormed() {
-  for (std::size_t i = 1; i < std::size(kKernels); ++i)
-    if (kKernels[i].code <= kKernels[i - 1].code) return false;
-  return true;
-}
-static_assert(wellFormed());
 
 }  // namespace
 
 std::shared_ptr<BasePDFKernel> makeKernel(uint8_t code) {
-  const auto* row = std::ranges::find(kKernels, code, &KernelRow::code);
-  return row == std::end(kKernels) ? make<KernelByGauss>() : row->make();
+  const KernelRow* row = CodeTable<kKernels>::find(code);
+  return row == nullptr ? make<KernelByGauss>() : row->make();
 }
 
 void BasePDFKernel::setCentres(std::vector<double> values) {

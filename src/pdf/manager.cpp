@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "pdf/optimize_fun.h"
+#include "pdf/table.h"
 #include "solver/solver_factory.h"
 
 namespace PDF {
@@ -16,9 +17,6 @@ namespace {
 constexpr double kNoFit = 1e300;
 constexpr int32_t kMinPopulation = 3;
 constexpr std::chrono::milliseconds kStopRetry{1};
-
-// Types whose value is cheap; handed out first, in this order, so that a host that watches sees early results.
-constexpr uint32_t kCheapTypes[] = {43, 28, 12, 11, 10, 13, 16, 36, 27, 38, 3, 4, 49};
 
 using Lock = std::lock_guard<std::recursive_mutex>;
 
@@ -104,8 +102,10 @@ void PDFManger::takeDistributions(std::span<BasePDFFun* const> distributions) {
     fun->fitError = kNoFit;
     funs.push_back(fun);
   }
+  // Those whose value is cheap come first, so that a host that watches sees early results.
   auto next = funs.begin();
-  for (uint32_t type : kCheapTypes) {
+  for (const int32_t code : cheapCodes()) {
+    const auto type = static_cast<uint32_t>(code);
     const auto found = std::find_if(next, funs.end(), [type](const BasePDFFun* fun) { return fun->pdfType == type; });
     if (found == funs.end()) continue;
     std::rotate(next, found, found + 1);
@@ -178,7 +178,7 @@ void PDFManger::start(uint8_t solverCode, BasePDFFun& fun) {
 }
 
 void PDFManger::collect(const Task& task) {
-  double value = std::numeric_limits<double>::infinity();
+  double value = kInfinity;
   const std::vector<double>* position = nullptr;
   for (const auto& member : task.solver->population) {
     if (!(member->bestValue < value)) continue;

@@ -4,10 +4,9 @@
 #include "pdf/base_pdf_fun.h"
 #include "pdf/for_points.h"
 #include "pdf/quick_math.h"
+#include "pdf/table.h"
 
 namespace PDF {
-
-struct PlainRow;
 
 /// A distribution that is described by a row of the table: sheet and start of a fit come from there.
 class TablePDFFun : public BasePDFFun {

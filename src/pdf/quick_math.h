@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "frame/numbers.h"
+
 /// exp, log, power and the normal distribution function without a branch, a table or a call, so that a loop over points
 /// becomes vector instructions. Every operation is rounded on its own (no fused ones), so that a point gives the same
 /// bits in a loop and alone. Errors: about one ulp for exp and log, 1e-14 in the far tail of the normal distribution.
@@ -30,9 +32,13 @@ inline double polynomial(const double (&c)[N], double x) {
   return (everyFourth<0>(c, x4) + x * everyFourth<1>(c, x4)) + x2 * (everyFourth<2>(c, x4) + x * everyFourth<3>(c, x4));
 }
 
-/// x = k ln 2 + r, exp(r) by a minimax polynomial on [-ln 2/2, ln 2/2]; 2^k in two halves, which reaches 0 and
-/// infinity.
-inline double quickExp(double x) {
+/// x = k ln 2 + r with r in [-ln 2/2, ln 2/2]: exp(x) is (1 + expm1(r)) 2^k.
+struct ExpParts {
+  double series;        ///< exp(r) - 1, by a minimax polynomial
+  double lower, upper;  ///< 2^k in two halves, whose product reaches 0 and infinity
+};
+
+inline ExpParts expParts(double x) {
   constexpr double kInteger = 0x1.8p52;  // adding it leaves the rounded integer in the low bits
   static constexpr double kSeries[] = {0.5,
                                        0.16666666666666671,
@@ -53,7 +59,20 @@ inline double quickExp(double x) {
   const auto power = [](double biased) {
     return std::bit_cast<double>((std::bit_cast<uint64_t>(biased) << 52) + (uint64_t{1023} << 52));
   };
-  return (1 + (r + r * r * polynomial(kSeries, r))) * power(lower) * power(upper);
+  return {r + r * r * polynomial(kSeries, r), power(lower), power(upper)};
+}
+
+inline double quickExp(double x) {
+  const ExpParts parts = expParts(x);
+  return (1 + parts.series) * parts.lower * parts.upper;
+}
+
+/// exp(x) - 1, to about two ulps also near 0.
+inline double quickExpm1(double x) {
+  const ExpParts parts = expParts(x);
+  const double scaled = parts.series * parts.lower * parts.upper;
+  const double value = scaled + (parts.lower * parts.upper - 1);
+  return x > 40 ? (1 + parts.series) * parts.lower * parts.upper : value;
 }
 
 /// x = 2^k m, m in [sqrt(1/2), sqrt(2)); ln m = 2 s + s^3 R(s^2), s = (m-1)/(m+1).
@@ -70,8 +89,15 @@ inline double quickLog(double x) {
   const double s = f / (2 + f), s2 = s * s;
   const double value =
       k * 6.93147180369123816490e-01 + (2 * s + (s * s2 * polynomial(kSeries, s2) + k * 1.90821492927058770002e-10));
-  const double finite = x > 0 ? value : x == 0 ? -std::numeric_limits<double>::infinity() : x * 0 / 0.0;
+  const double finite = x > 0 ? value : x == 0 ? -kInfinity : x * 0 / 0.0;
   return x <= std::numeric_limits<double>::max() ? finite : x;
+}
+
+/// ln(1 + x) for x >= 0: what 1 + x loses comes back to first order.
+inline double quickLog1p(double x) {
+  const double u = 1 + x, lost = x - (u - 1);
+  const double value = quickLog(u) + lost / u;
+  return x > 0x1p53 ? quickLog(x) : value;
 }
 
 /// x^exponent for a fixed exponent: |x|^exponent with the sign that belongs to a negative x, NaN if there is none.

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/code_table.h"
 #include "pdf/base_pdf_fun.h"
 #include "pdf/fit_range.h"
 #include "pdf/sheet.h"
@@ -35,6 +36,7 @@ struct PlainRow {
   SheetTexts texts;
   void (*range)(const Sample&, const FitRange&);            ///< bounds and start from the sample's extent
   QuantileStart (*quantileStart)(const Sample&) = nullptr;  ///< tried first where there is one
+  int turn = 0;  ///< of a distribution whose value is cheap: when a fit hands it out, from 1; 0 for the others
 };
 
 /// A wrapper that generalises any plain distribution.
@@ -49,7 +51,20 @@ struct GenRow {
 
 constexpr int32_t kWrapperStep = 10000;  ///< a wrapper's code is k * kWrapperStep + plain code
 
-std::span<const PlainRow> plainRows();  ///< in ascending order of code
-std::span<const GenRow> genRows();      ///< in the order of the list of all codes
+/// @{ The rows of one family, beside its classes in laws/.
+std::span<const PlainRow> boundedLaws();
+std::span<const PlainRow> countingLaws();
+std::span<const PlainRow> gammaLaws();
+std::span<const PlainRow> locationLaws();
+std::span<const PlainRow> normalLaws();
+std::span<const PlainRow> tailLaws();
+/// @}
+
+const JoinedCodeTable<PlainRow>& plainLaws();
+
+/// The codes with a turn, in its order.
+const std::vector<int32_t>& cheapCodes();
+
+std::span<const GenRow> genRows();  ///< in the order of the list of all codes
 
 }  // namespace PDF

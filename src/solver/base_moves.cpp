@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "solver/base_solver.h"
 
@@ -29,6 +30,7 @@ std::size_t BaseSolver::uniformIndex() {
 }
 
 bool BaseSolver::tryCandidate(const Candidate& c, bool force) {
+  if (stopped()) return true;
   ++c->age;
   c->trialValue = objective->calcValue(c->trialVar);
   const double offered = anchor->active ? anchor->anchorBest.get() : c->trialValue;
@@ -76,11 +78,13 @@ void BaseSolver::pullBack(std::vector<double>& trial, const std::vector<double>&
 double BaseSolver::probe(std::vector<double>& x, std::vector<double>& trial, double limit) {
   auto local = localGenerator();
   std::shuffle(gradIndex.begin(), gradIndex.end(), local);
+  const auto* lent = std::exchange(objective->stopFlag, &stopFlag);
   objective->calcGradient(x, 1e-8, gradVar, gradIndex, gradCount);
+  objective->stopFlag = lent;
   // KEPT: the same uphill step of 16 gradients in every round; one would expect a downhill one (kept.csv: Probe_step)
   for (int round = 0; round < 16 && !stopped(); ++round) {
     for (std::size_t i = 0; i < trial.size(); ++i) trial[i] = x[i] + 16.0 * gradVar[i];
-    const double v = objective->calcValue(trial);
+    const double v = evaluate(trial);
     if (v < limit) return v;
   }
   return 2.0 * limit;
@@ -101,6 +105,7 @@ void BaseSolver::gradientStep() {
     return met;
   };
   for (const Candidate& c : population) {
+    if (stopped()) return;
     const double v = probe(c->curVar, c->trialVar, c->curValue);
     if (c->curValue > v) {
       c->trialValue = v;
@@ -125,6 +130,7 @@ void BaseSolver::restartCheck() {
     if (++restartCount != 236) return;
     for (const Candidate& c : population) {
       if (c == bestVar) continue;
+      if (stopped()) break;
       c->bestValue = 1e300;
       scatter(c->trialVar);
       c->trialValue = objective->calcValue(c->trialVar);
@@ -212,7 +218,7 @@ bool BaseSolver::away(const Candidate& c, double s) {
       if (stopped()) return true;
       for (std::size_t i = 0; i < trial.size(); ++i) trial[i] = x[i] + (x[i] - o->curVar[i]) * (u() * step);
       clip(trial);
-      const double v = objective->calcValue(trial);
+      const double v = evaluate(trial);
       if (offerAway(c, v)) return true;
       if (cur > v) {
         cur = v;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -39,8 +40,13 @@ class BaseOptimizeObject {
   int32_t varSize;
   SharedValue<double> lastValue = 0.0;  ///< the last value computed
   std::string name;                     ///< for log lines
+  /// Lent by the solver: once it is not 0, work that takes many steps may end early; its result is not used then.
+  const std::atomic<uint8_t>* stopFlag = nullptr;
   std::vector<double> maxVar;
   std::vector<double> minVar;
+
+ protected:
+  bool stopped() const { return stopFlag != nullptr && stopFlag->load(std::memory_order_relaxed) != 0; }
 
  private:
   static std::size_t count(int32_t variables) { return variables > 0 ? static_cast<std::size_t>(variables) : 0; }

@@ -84,8 +84,10 @@ bool BaseSolver::prepareBox() {
 }
 
 void BaseSolver::evaluateAll() {
-  for (const Candidate& c : population)
+  for (const Candidate& c : population) {
+    if (stopped()) break;  // the rest keeps its values
     if (c->evaluate != 0) c->trialValue = objective->calcValue(c->trialVar);
+  }
   for (const Candidate& c : population) c->accept();
 }
 
@@ -150,7 +152,7 @@ void BaseSolver::enterAnchor() {
   objective = anchor;
   for (const Candidate& c : population) {
     c->bestValue = infinity;
-    c->trialValue = objective->calcValue(c->trialVar);
+    c->trialValue = evaluate(c->trialVar);
     c->curValue = c->trialValue;
     c->accept();
   }
@@ -174,7 +176,7 @@ void BaseSolver::leaveAnchor(bool all) {
   if (!all) return;
   for (const Candidate& c : population) {
     if (c == bestVar) continue;
-    c->trialValue = objective->calcValue(c->trialVar);
+    c->trialValue = evaluate(c->trialVar);
     c->bestValue = 1e300;
     c->curValue = c->trialValue;
     c->accept();
@@ -223,6 +225,7 @@ bool BaseNormSolver::run() {
   if (!iterFun) return false;
   const auto start = Clock::now();
   if (!prepareBox()) return false;
+  clearStop();
   for (const Candidate& c : population) {
     c->evaluate = 1;
     c->prevValue = c->curValue;
@@ -230,7 +233,6 @@ bool BaseNormSolver::run() {
   evaluateAll();
   pickBest();
   if (initFun && !initFun()) return false;
-  clearStop();
   running.store(1, std::memory_order_relaxed);
   iter = 0;
   recordHistory();

@@ -45,6 +45,10 @@ class BaseSolver {
   // --- the frame of a run
   bool prepareBox();  ///< tests what a run needs and puts swapped bounds right
   void evaluateAll();
+  /// The objective at x. Once a stop is asked it is not called any more: infinity, which improves on nothing.
+  double evaluate(const std::vector<double>& x) {
+    return stopped() ? std::numeric_limits<double>::infinity() : objective->calcValue(x);
+  }
   void pickBest();
   Candidate lowest() const;  ///< candidate of lowest bestValue, the first on equal values; null without a population
   bool continueTest();

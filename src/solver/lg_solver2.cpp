@@ -156,11 +156,12 @@ bool LGSolver2::descend(const Candidate& c) {
     const double here = x[i];
     const double h = std::abs(here) > 1.0 ? std::abs(here) * 1e-9 : 1e-9;
     x[i] = here + h;
-    const double f1 = objective->calcValue(x);
+    const double f1 = evaluate(x);
     x[i] = here - h;
-    const double f2 = objective->calcValue(x);
+    const double f2 = evaluate(x);
     gradVar[i] = (f1 - f2) / (2.0 * h);
     x[i] = here;
+    if (stopped()) return true;
   }
   double step = 8.0;
   bool found = false;
@@ -172,7 +173,7 @@ bool LGSolver2::descend(const Candidate& c) {
       else if (tr[d] > maxVar[d])
         tr[d] = (maxVar[d] - x[d]) * (u() * 0.5 + 0.5) + x[d];
     }
-    c->trialValue = objective->calcValue(tr);
+    c->trialValue = evaluate(tr);
     found = c->curValue > c->trialValue;
     step *= 0.5;
   }

@@ -21,12 +21,12 @@ void OptFunction::calcGradient(std::vector<double>& x, double h, std::vector<dou
   std::ranges::fill(g, 0.0);
   if (!valueFun) return;
   const double scale = 1.0 / (2.0 * h);
-  for (int32_t k = 0; k < count; ++k) {
+  for (int32_t k = 0; k < count && !stopped(); ++k) {
     const auto i = static_cast<std::size_t>(indexes[static_cast<std::size_t>(k)]);
     const double here = x[i];
     x[i] = here + h;
     const double above = valueFun(x.data());
-    if (!std::isnan(above)) {
+    if (!std::isnan(above) && !stopped()) {
       x[i] = here - h;
       const double below = valueFun(x.data());
       if (!std::isnan(below)) g[i] = (above - below) * scale;

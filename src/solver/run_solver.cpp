@@ -86,9 +86,9 @@ void RUNSolver::slopes() {
   }
 }
 
-void RUNSolver::evaluate(const Candidate& c) {
+void RUNSolver::settle(const Candidate& c) {
   clip(c->trialVar);
-  c->trialValue = objective->calcValue(c->trialVar);
+  c->trialValue = evaluate(c->trialVar);
 }
 
 // False when the target is met.
@@ -174,18 +174,18 @@ bool RUNSolver::step(const Candidate& c, double s) {
     return std::isnan(o->curValue) ? std::numeric_limits<double>::infinity() : o->curValue;
   });
   move(c, s);
-  evaluate(c);
+  settle(c);
   if (c->curValue > c->trialValue && !improve(c)) return false;
   if (!(u() < 0.5)) return true;
 
   enhance(c);
-  evaluate(c);
+  settle(c);
   if (c->curValue > c->trialValue) return improve(c);
   const double q1 = u(), q2 = u();
   const auto i = static_cast<std::size_t>((static_cast<double>(varCount()) - 0.0001) * q2);
   if (wList[i] > q1) {
     refine(c, s);
-    evaluate(c);
+    settle(c);
     if (c->curValue > c->trialValue) return improve(c);
   }
   return true;

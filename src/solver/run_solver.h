@@ -30,7 +30,7 @@ class RUNSolver final : public BaseNormSolver {
   void move(const Candidate& c, double s);
   void enhance(const Candidate& c);
   void refine(const Candidate& c, double s);
-  void evaluate(const Candidate& c);
+  void settle(const Candidate& c);
   bool improve(const Candidate& c);
 };
 

@@ -167,6 +167,7 @@ void SocialContact::walkPass() {
 
 // One step of c away from a position; true when the pass is to end.
 bool SocialContact::offerPair(const Candidate& c, const std::vector<double>& from, double k) {
+  if (stopped()) return true;
   const auto& x = c->curVar;
   for (std::size_t d = 0; d < x.size(); ++d) c->trialVar[d] = (x[d] - from[d]) * (u() * k) + x[d];
   fold(c->trialVar, x);
@@ -199,6 +200,7 @@ void SocialContact::walkBest(double k) {
     const double old = bestError;
     for (const Candidate& o : population) {
       if (o == best) continue;
+      if (stopped()) return;
       for (std::size_t d = 0; d < tr.size(); ++d) tr[d] = (b[d] - o->curVar[d]) * (u() * k) + b[d];
       fold(tr, b);
       const double v = objective->calcValue(tr);

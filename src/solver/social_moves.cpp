@@ -27,7 +27,7 @@ void SocialContact::fold(std::vector<double>& trial, const std::vector<double>& 
 
 bool SocialContact::settle(const Candidate& c) {
   fold(c->trialVar, c->curVar);
-  c->trialValue = objective->calcValue(c->trialVar);
+  c->trialValue = evaluate(c->trialVar);
   if (bestError > c->trialValue) {
     bestError = c->trialValue;
     c->accept();

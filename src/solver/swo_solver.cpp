@@ -72,6 +72,7 @@ void SWOSolver::hunt() {
   const auto count = static_cast<int64_t>(static_cast<double>(population.size()) * k);
   int64_t j = 1;
   for (const Candidate& c : population) {
+    if (stopped()) return;
     const double r1 = u(), r2 = u(), r3 = u(), r4 = u();
     const double m = (2.0 * r1 - 1.0) * tr2;
     const double n = (a - 1.0) * normal(rng);
@@ -93,6 +94,7 @@ void SWOSolver::hunt() {
 void SWOSolver::mate() {
   const OptVariable &first = listed(0), &p = listed(1), &q = listed(2);
   for (const Candidate& c : population) {
+    if (stopped()) return;
     const auto& x = c->curVar;
     auto& tr = c->trialVar;
     const double e = std::exp((a - 1.0) * u() + 1.0);

@@ -2,29 +2,16 @@
 #pragma once
 
 #include <cstdint>
+#include <numbers>
 
+#include "special/elementary/elementary.h"
 #include "special/hypergeometric/hypergeometric.h"
 
 /// The routines behind the math_ functions, called alike by the exports, by distributions and by expressions. A routine
-/// is named calc and the function's name; what each computes stands at its export in orvane/special.h.
+/// is named calc and the function's name; what each computes stands at its export in the header of its room.
 namespace SpecialFunction {
 
-inline constexpr double kEps = 2.220446049250313e-16;
-inline constexpr double kPi = 3.141592653589793;
-
-// Angles
-double reduceBigAngle(double x);
-/// The argument as every sine, cosine and tangent of the library takes it: reduced from 1e22 on.
-inline double guardAngle(double x) { return 1e22 > (x < 0 ? -x : x) ? x : reduceBigAngle(x); }
-
-// Elementary functions, steps and signs
-double calcAcoth(double x);
-double calcSign(double x);
-double calcStepFun(double x);
-double calcLogSign(double x);
-double calcExpSign(double x);
-double calcPolyValue(const double* coefficients, int32_t count, double x);
-double calcUnsymSin(double amplitude, double centre, double leftWidth, double rightWidth, double x);
+using std::numbers::pi;
 
 // Gamma family
 double calcGamma(double x);
@@ -33,6 +20,9 @@ double calcInvGamma(double y);
 double calcDigamma(double x);
 double calcPolyGamma(double n, double x);
 double calcBeta(double a, double b);
+/// As the standard library has it, NaN at the negative integers; expressions take this form.
+inline double calcTgamma(double x) { return std::tgamma(x); }
+double calcBetaByLogs(double a, double b);  ///< expressions take this form
 
 // Incomplete gamma functions
 double calcIncompleteGammaLower(double a, double x);  ///< LG(a, x), not divided by gamma(a)
@@ -46,7 +36,11 @@ double calcIBeta(double x, double a, double b);
 double calcInverseBeta(double y, double a, double b);
 
 // Error functions
+inline double calcErf(double x) { return std::erf(x); }
+inline double calcErfc(double x) { return std::erfc(x); }
 double calcDrawson(double x);
+double calcDiffDrawson(double x);
+double calcDiffDiffDrawson(double x);
 double calcErfi(double x);
 double calcLnErfi(double x);
 double calcInvErf(double y);
@@ -62,6 +56,7 @@ double calcVoigtDiffLX(double x, double y);
 
 // Lambert W and Wright omega
 double calcLambertW(double x);
+inline double calcInvLambertW(double x) { return x * std::exp(x); }
 double calcWrightOmega(double x);
 
 // Zeta and exponential integral
@@ -106,6 +101,7 @@ double calcEllipticRK(double x, double y);
 double calcEllipticRE(double x, double y);
 double calcEllipticRM(double x, double y, double p);
 double calcEllipticK(double m);
+inline double calcComplementaryEllipticK(double m) { return calcEllipticK(1 - m); }
 double calcEllipticE(double m);
 double calcEllipticPI2(double n, double m);  ///< complete
 double calcEllipticF(double phi, double m);
@@ -170,6 +166,8 @@ double calcGlasser(double x);  ///< integral of sin(t sin t) from 0 to x
 // Polynomials of integer order
 double calcPolyByBernoulli(int32_t n, double x);  ///< NaN for n < 0, 0 beyond the table (n > 258)
 double calcPolyLegendre(int32_t n, double x);
+double calcDiffPolyLegendre(int32_t n, double x);
+inline double calcShiftedPolyLegendre(int32_t n, double x) { return calcPolyLegendre(n, 2 * x - 1); }
 double calcPolyLaguerre(int32_t n, double x);
 double calcPolyHermite(int32_t n, double x);
 

@@ -10,7 +10,7 @@
 #include <set>
 #include <vector>
 
-#include "array/scalar_table.h"
+#include "support/functions.h"
 
 namespace {
 
@@ -36,19 +36,32 @@ double ofOrder(uint8_t code, int32_t n, double x) {
   return out;
 }
 
+/// The rows of the list that one dispatch serves; of one or two numbers, or of an integer order and a place.
+std::vector<functions::Function> served(int count, bool ofOrder = false) {
+  std::vector<functions::Function> rows;
+  for (const functions::Function& f : functions::all())
+    if (f.count == count && f.ofOrder == ofOrder && f.arrayCode != functions::kNone) rows.push_back(f);
+  return rows;
+}
+
+bool has(const std::vector<functions::Function>& rows, int code) {
+  return std::ranges::any_of(rows, [code](const functions::Function& f) { return f.arrayCode == code; });
+}
+
 TEST(CalcFun, EveryCodeHasTheBitsOfItsFunction) {
-  std::set<int> assigned(std::begin(kOwnForms), std::end(kOwnForms));
   const auto count = static_cast<int32_t>(kPlaces.size());
-  for (const OneArgument& row : kOneArgument) {
-    assigned.insert(row.code);
+  const auto rows = served(1);
+  for (const functions::Function& row : rows) {
+    const functions::Call call = functions::callOf(row);
+    const auto code = static_cast<uint8_t>(row.arrayCode);
     std::vector<double> out(kPlaces.size() + 1, kUntouched), inPlace = kPlaces;
-    apiFun_calcFun(kPlaces.data(), count, out.data(), row.code);
-    apiFun_calcFun(inPlace.data(), count, inPlace.data(), row.code);
+    apiFun_calcFun(kPlaces.data(), count, out.data(), code);
+    apiFun_calcFun(inPlace.data(), count, inPlace.data(), code);
     for (std::size_t i = 0; i < kPlaces.size(); ++i) {
-      EXPECT_TRUE(same(out[i], row.call(kPlaces[i]))) << int{row.code} << " at " << kPlaces[i] << ": " << out[i];
-      EXPECT_TRUE(same(out[i], inPlace[i])) << int{row.code} << " in place at " << kPlaces[i];
+      EXPECT_TRUE(same(out[i], call(&kPlaces[i]))) << row.name << " at " << kPlaces[i] << ": " << out[i];
+      EXPECT_TRUE(same(out[i], inPlace[i])) << row.name << " in place at " << kPlaces[i];
     }
-    EXPECT_EQ(out.back(), kUntouched) << int{row.code};
+    EXPECT_EQ(out.back(), kUntouched) << row.name;
   }
   for (int code = 0; code < 256; ++code) {
     double out = kUntouched;
@@ -56,9 +69,8 @@ TEST(CalcFun, EveryCodeHasTheBitsOfItsFunction) {
     apiFun_calcFun(&x, 0, &out, static_cast<uint8_t>(code));
     apiFun_calcFun(&x, -1, &out, static_cast<uint8_t>(code));
     EXPECT_EQ(out, kUntouched) << code;
-    EXPECT_EQ(one(static_cast<uint8_t>(code), x) != kUntouched, assigned.count(code) == 1) << code;
+    EXPECT_EQ(one(static_cast<uint8_t>(code), x) != kUntouched, has(rows, code)) << code;
   }
-  EXPECT_EQ(assigned.size(), std::size(kOneArgument) + std::size(kOwnForms));
 }
 
 TEST(CalcFun, Roundings) {
@@ -108,7 +120,6 @@ TEST(CalcFun, OwnForms) {
 }
 
 TEST(CalcFun2, EveryCodeHasTheBitsOfItsFunction) {
-  std::set<int> assigned;
   std::vector<double> a, b;
   for (const double x : {-1.5, 0.0, 0.5, 1.0, 2.0, 3.25, kNaN})
     for (const double y : {-0.5, 0.0, 0.25, 0.75, 1.0, 2.5, 9.0}) {
@@ -116,29 +127,31 @@ TEST(CalcFun2, EveryCodeHasTheBitsOfItsFunction) {
       b.push_back(y);
     }
   const auto count = static_cast<int32_t>(a.size());
-  for (const TwoArguments& row : kTwoArguments) {
-    assigned.insert(row.code);
+  const auto rows = served(2);
+  for (const functions::Function& row : rows) {
+    const functions::Call call = functions::callOf(row);
+    const auto of = [&](double x, double y) { return call(std::vector{x, y}.data()); };
+    const auto code = static_cast<uint8_t>(row.arrayCode);
     std::vector<double> out(a.size() + 1, kUntouched), left = out, right = out, inPlace = a;
     const double scalar = 0.5;
-    apiFun_calcFun2(a.data(), count, b.data(), count, out.data(), row.code);
-    apiFun_calcFun2(&scalar, 1, b.data(), count, left.data(), row.code);
-    apiFun_calcFun2(a.data(), count, &scalar, 1, right.data(), row.code);
-    apiFun_calcFun2(inPlace.data(), count, b.data(), count, inPlace.data(), row.code);
+    apiFun_calcFun2(a.data(), count, b.data(), count, out.data(), code);
+    apiFun_calcFun2(&scalar, 1, b.data(), count, left.data(), code);
+    apiFun_calcFun2(a.data(), count, &scalar, 1, right.data(), code);
+    apiFun_calcFun2(inPlace.data(), count, b.data(), count, inPlace.data(), code);
     for (std::size_t i = 0; i < a.size(); ++i) {
-      EXPECT_TRUE(same(out[i], row.call(a[i], b[i]))) << int{row.code} << " at " << a[i] << ", " << b[i];
-      EXPECT_TRUE(same(left[i], row.call(scalar, b[i]))) << int{row.code} << " at " << scalar << ", " << b[i];
-      EXPECT_TRUE(same(right[i], row.call(a[i], scalar))) << int{row.code} << " at " << a[i] << ", " << scalar;
-      EXPECT_TRUE(same(out[i], inPlace[i])) << int{row.code} << " in place";
+      EXPECT_TRUE(same(out[i], of(a[i], b[i]))) << row.name << " at " << a[i] << ", " << b[i];
+      EXPECT_TRUE(same(left[i], of(scalar, b[i]))) << row.name << " at " << scalar << ", " << b[i];
+      EXPECT_TRUE(same(right[i], of(a[i], scalar))) << row.name << " at " << a[i] << ", " << scalar;
+      EXPECT_TRUE(same(out[i], inPlace[i])) << row.name << " in place";
     }
-    for (const auto& filled : {out, left, right}) EXPECT_EQ(filled.back(), kUntouched) << int{row.code};
+    for (const auto& filled : {out, left, right}) EXPECT_EQ(filled.back(), kUntouched) << row.name;
   }
   for (int code = 0; code < 256; ++code) {
     const double x = 0.5, y = 0.25;
     double out = kUntouched;
     apiFun_calcFun2(&x, 1, &y, 1, &out, static_cast<uint8_t>(code));
-    EXPECT_EQ(out != kUntouched, assigned.count(code) == 1) << code;
+    EXPECT_EQ(out != kUntouched, has(rows, code)) << code;
   }
-  EXPECT_EQ(assigned.size(), std::size(kTwoArguments));
 }
 
 TEST(CalcFun2, PairsByCounts) {
@@ -169,24 +182,25 @@ TEST(CalcPoly, EveryCodeHasTheBitsOfItsFunction) {
       orders.push_back(n);
     }
   const auto count = static_cast<int32_t>(xs.size());
-  std::set<int> assigned = {162};
-  for (const OfOrder& row : kOfOrder) {
-    assigned.insert(row.code);
+  const auto rows = served(2, true);
+  for (const functions::Function& row : rows) {
+    const functions::Call call = functions::callOf(row);
+    const auto code = static_cast<uint8_t>(row.arrayCode);
     std::vector<double> out(xs.size() + 1, kUntouched), inPlace = xs;
-    apiFun_calcPoly(xs.data(), count, orders.data(), count, out.data(), row.code);
-    apiFun_calcPoly(inPlace.data(), count, orders.data(), count, inPlace.data(), row.code);
+    apiFun_calcPoly(xs.data(), count, orders.data(), count, out.data(), code);
+    apiFun_calcPoly(inPlace.data(), count, orders.data(), count, inPlace.data(), code);
     for (std::size_t i = 0; i < xs.size(); ++i) {
-      EXPECT_TRUE(same(out[i], row.call(orders[i], xs[i])))
-          << int{row.code} << " n = " << orders[i] << " x = " << xs[i];
-      EXPECT_TRUE(same(out[i], inPlace[i])) << int{row.code} << " in place";
+      const double expected = call(std::vector{static_cast<double>(orders[i]), xs[i]}.data());
+      EXPECT_TRUE(same(out[i], expected)) << row.name << " n = " << orders[i] << " x = " << xs[i];
+      EXPECT_TRUE(same(out[i], inPlace[i])) << row.name << " in place";
     }
-    EXPECT_EQ(out.back(), kUntouched) << int{row.code};
+    EXPECT_EQ(out.back(), kUntouched) << row.name;
   }
   // At order 1 every function has a value at 0.5 or at -0.5.
   for (int code = 0; code < 256; ++code)
     EXPECT_EQ(std::isnan(ofOrder(static_cast<uint8_t>(code), 1, 0.5)) &&
                   std::isnan(ofOrder(static_cast<uint8_t>(code), 1, -0.5)),
-              assigned.count(code) == 0)
+              !has(rows, code))
         << code;
 }
 

@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "orvane/frame.h"
 #include "orvane/highprecision.h"
+#include "support/csv.h"
 
 /// A number as the host sees it: flags, exponent and limbs, the least significant first.
 struct Limbs {
@@ -103,16 +103,4 @@ inline Limbs fun2(const Number& a, const Number& b, int code, int32_t precision)
 }
 
 /// The rows of tests/reference/highprecision/<name>.csv as cells.
-inline std::vector<std::vector<std::string>> rowsOf(const std::string& name) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/highprecision/" + name + ".csv");
-  EXPECT_TRUE(file.good()) << "no reference table " << name;
-  std::vector<std::vector<std::string>> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    rows.emplace_back();
-    std::istringstream stream(line);
-    for (std::string cell; std::getline(stream, cell, ',');) rows.back().push_back(cell);
-  }
-  EXPECT_FALSE(rows.empty()) << name << " has no rows";
-  return rows;
-}
+inline std::vector<Cells> rowsOf(const std::string& name) { return readCsv("highprecision/" + name + ".csv"); }

@@ -10,7 +10,7 @@
 
 #include "pdf/factory.h"
 #include "pdf/fit_range.h"
-#include "pdf/gamma_kin.h"
+#include "pdf/laws/gamma.h"
 #include "pdf/quick_math.h"
 #include "sym/text/number_text.h"
 

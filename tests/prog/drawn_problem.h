@@ -70,8 +70,9 @@ struct Answer {
   std::vector<double> x;
 };
 
-inline Answer solved(const Problem& problem) {
+inline Answer solved(const Problem& problem, bool exact = false) {
   LineProgramme* solver = lineProg_CreateSolver();
+  lineProg_setExact(solver, exact);
   const auto n = static_cast<int32_t>(problem.c.size());
   lineProg_SetVarCount(solver, problem.kinds.data(), n);
   std::vector<int32_t> at(n);

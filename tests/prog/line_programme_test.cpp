@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "prog/drawn_problem.h"
-#include "prog/table.h"
+#include "support/csv.h"
 
 namespace {
 
@@ -38,6 +38,10 @@ struct Builder {
     lineProg_AddConstraint(solver, at.data(), coefs.data(), static_cast<int32_t>(at.size()), relation, rhs);
     return *this;
   }
+  Builder& exact(bool flag = true) {
+    lineProg_setExact(solver, flag);
+    return *this;
+  }
   int solve() { return lineProg_Solve(solver); }
   double value() { return lineProg_GetMaxValue(solver); }
   std::vector<double> x(std::size_t n) {
@@ -62,7 +66,7 @@ bool idleGain(const Problem& problem) {
 
 TEST(LineProgramme, AgreesWithHighs) {
   std::map<std::string, int> wrong, lower, count;
-  for (const auto& cells : table("line_programmes.csv")) {
+  for (const auto& cells : readCsv("prog/line_programmes.csv")) {
     const std::string& family = cells[0];
     const Problem problem = drawnProblem(family, std::stoi(cells[1]));
     // A variable in no row that would be worth having fails before the simplex, where HiGHS says unbounded.
@@ -71,6 +75,12 @@ TEST(LineProgramme, AgreesWithHighs) {
     const Answer answer = solved(problem);
     ++count[family];
     EXPECT_EQ(answer.status, status) << family << " " << cells[1];
+    const Answer exact = solved(problem, true);
+    EXPECT_EQ(exact.status, std::stoi(cells[2])) << family << " " << cells[1];
+    if (exact.status == 1) {
+      EXPECT_NEAR(exact.value, optimum, tolerance) << family << " " << cells[1];
+      EXPECT_LE(violation(problem, exact.x), 1e-9) << family << " " << cells[1];
+    }
     if (answer.status != 1 || status != 1) continue;
     EXPECT_LE(violation(problem, answer.x), 1e-9) << family << " " << cells[1];
     EXPECT_LE(answer.value, optimum + tolerance) << family << " " << cells[1];
@@ -95,7 +105,7 @@ TEST(LineProgramme, AgreesWithHighs) {
 }
 
 TEST(LineProgramme, NetlibProblems) {
-  for (const auto& cells : table("netlib.csv")) {
+  for (const auto& cells : readCsv("prog/netlib.csv")) {
     std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/prog/netlib/" + cells[0] + ".mps");
     std::map<std::string, int32_t> columns;
     std::map<std::string, std::map<int32_t, double>> rows;
@@ -144,6 +154,9 @@ TEST(LineProgramme, NetlibProblems) {
     EXPECT_LE(-problem.value(), optimum + (capped ? 0.3 : 1e-9) * std::abs(optimum)) << cells[0];
     for (int more = 0; capped && more < 5; ++more) EXPECT_EQ(problem.solve(), 1) << cells[0];  // goes on from there
     EXPECT_NEAR(-problem.value(), optimum, 1e-9 * std::abs(optimum)) << cells[0];
+    problem.exact();
+    EXPECT_EQ(problem.solve(), 1) << cells[0];
+    EXPECT_NEAR(-problem.value(), optimum, 1e-12 * std::abs(optimum)) << cells[0];
   }
 }
 
@@ -299,9 +312,45 @@ TEST(LineProgramme, CapOnPivots) {
   }
   EXPECT_EQ(cube.solve(), 1);
   EXPECT_LT(cube.value(), std::pow(5, d));
+  EXPECT_EQ(cube.exact().solve(), 1);
+  EXPECT_NEAR(cube.value(), std::pow(5, d), 1e-6);
+  EXPECT_EQ(cube.exact(false).solve(), 1);  // from the start again
+  EXPECT_LT(cube.value(), std::pow(5, d));
   // Going on from there reaches it.
   for (int k = 0; k < 10; ++k) cube.solve();
   EXPECT_NEAR(cube.value(), std::pow(5, d), 1e-6);
+}
+
+TEST(LineProgramme, ExactRun) {
+  // A variable in no row, alone and beside rows that contradict each other.
+  EXPECT_EQ(Builder({0}).exact().maximise({0}, {1}).solve(), 2);
+  EXPECT_EQ(Builder({0, 0}).exact().maximise({0, 1}, {1, 1}).row({1}, {1}, 0, 3).solve(), 2);
+  EXPECT_EQ(Builder({0, 0}).exact().maximise({0}, {1}).row({1}, {1}, 0, 3).row({1}, {1}, 1, 4).solve(), 0);
+  Builder kinds({2, 2, 1, 0});
+  EXPECT_EQ(kinds.exact().maximise({0, 1, 2, 3}, {3, -1, -1, -2}).solve(), 1);
+  EXPECT_EQ(kinds.x(4), (Values{1, 0, 0, 0}));
+  // An unbounded relaxation, with an integer point and without one: 2x - 2y = 1, and -5z + 8x - 40y = 30 with z 0 or 1.
+  EXPECT_EQ(Builder({1, 1}).exact().maximise({0}, {1}).row({0, 1}, {2, -2}, 2, 4).solve(), 2);
+  EXPECT_EQ(Builder({1, 1}).exact().maximise({0}, {1}).row({0, 1}, {2, -2}, 2, 1).solve(), 0);
+  EXPECT_EQ(Builder({1, 1}).exact().maximise({0}, {1}).row({0, 1}, {0.2, -0.2}, 2, 0.1).solve(), 0);
+  EXPECT_EQ(Builder({1, 1, 2}).exact().maximise({0}, {1}).row({0, 1, 2}, {8, -40, -5}, 2, 30).solve(), 0);
+  EXPECT_EQ(Builder({1, 1, 2}).exact().maximise({0}, {1}).row({0, 1, 2}, {8, -40, -5}, 2, 27).solve(), 2);
+  EXPECT_EQ(
+      Builder({1, 1}).exact().maximise({0}, {1}).row({0, 1}, {2, -2}, 1, 0.5).row({0, 1}, {2, -2}, 0, 1.5).solve(), 0);
+  // The test of an unbounded problem is relative to the terms, which are 3e9 here.
+  for (const bool exact : {true, false}) {
+    Builder large({0, 0, 0, 0});
+    large.exact(exact).maximise({2}, {1}).row({0, 1}, {0.3, 0.7}, 2, 1e10 / 3).row({0, 1}, {0.1, -0.2}, 2, 1e10 / 70);
+    EXPECT_EQ(large.row({2, 3}, {1, -1}, 0, 5).solve(), exact ? 2 : 0);
+  }
+  // Coefficients of 1e-3 to 1e4 in doubles: a pivot on what is left of 0 loses 177 for -3. The optimum is HiGHS's.
+  Builder mixed({2, 0, 1, 2, 0, 0});
+  mixed.exact().maximise({0, 1, 2, 3, 4}, {3, -3, 9, -3, -5});
+  mixed.row({0, 1, 2, 4, 5}, {-3000, -1000, 9000, -1000, 4}, 1, 7).row({2, 3}, {-3, 6000}, 1, 12);
+  mixed.row({0, 1, 2}, {9000, 7, -2000}, 0, 2).row({1, 5}, {1000, 4}, 0, 25);
+  mixed.row({0, 1, 2, 3, 4, 5}, {1, 1, 1, 1, 1, 1}, 0, 21);
+  EXPECT_EQ(mixed.solve(), 1);
+  EXPECT_NEAR(mixed.value(), 177, 1e-9);
 }
 
 TEST(LineProgramme, DenseForm) {

@@ -336,6 +336,17 @@ TEST(QuadraticProgramme, WholeNumbers) {
     }
     EXPECT_NEAR(sum, binary ? 1 : total, 1e-14);
   }
+  // A whole point beside a row is none: (1, 1) breaks x + 2y >= 3.005 by less than OSQP's tolerance.
+  for (const double excess : {0.005, 1e-5, 2e-6, 0.0}) {
+    Stepwise near(2);
+    near.minimise({0, 1}, {0, 1}, {1, 1}, {}, {});
+    near.kinds({1, 1});
+    near.row({0, 1}, {1, 2}, 3 + excess, 1);
+    ASSERT_EQ(near.solve(), 1);
+    Values point(2);
+    EXPECT_NEAR(near.result(point), excess > 1e-6 * 3 ? 4 : 2, 1e-12) << excess;
+    EXPECT_EQ(point, excess > 1e-6 * 3 ? (Values{0, 2}) : (Values{1, 1})) << excess;
+  }
   // KEPT row IntProg_bound: with a linear part the values that are compared are not what OSQP minimised. x^2 - 3.2 x is
   // least at 2 in whole numbers; the relaxation of 1/4 x^2 - 3.2 x lies at 6.4, and its children at 6 and 7.
   Stepwise steps(1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Starting, watching, stopping and releasing at random moments; ThreadSanitizer and AddressSanitizer hold it too.
 #include <atomic>
+#include <cmath>
 #include <random>
 
 #include "solver/host.h"
@@ -75,6 +76,34 @@ TEST_P(Load, SurvivesAReleaseDuringARun) {
     ASSERT_EQ(os_solve(host.os), 1);
     pause(rng, 300);
     api_FreeHandle(std::exchange(host.os, nullptr));  // without a stop
+  }
+}
+
+OptSolver* asked = nullptr;
+std::atomic<int> evaluations{0};
+int stopAt = 0;
+
+// Asks for the stop from within an evaluation: that one is the last.
+double stoppingCost(const double* x) {
+  if (++evaluations == stopAt) os_stop(asked);
+  return 1.0 + sphere2(x) + std::cos(40.0 * x[0]);
+}
+
+TEST_P(Load, HearsAStopAfterEachEvaluation) {
+  std::mt19937 rng(static_cast<uint32_t>(300 + GetParam()));
+  Host host(3);
+  host.fun(stoppingCost, 2, -5.0, 5.0);
+  asked = host.os;
+  for (const uint32_t gradients : {0u, 2u}) {
+    os_setOptimizer(host.os, static_cast<uint8_t>(GetParam()), gradients, 20, 0, 0, int64_t{1} << 40, -1e9);
+    for (int round = 0; round < 60; ++round) {
+      // In the first population, in the first iterations and far on.
+      stopAt = round < 30 ? 1 + round : std::uniform_int_distribution<int>(1, round < 50 ? 400 : 4000)(rng);
+      evaluations = 0;
+      ASSERT_EQ(os_solve(host.os), 1);
+      ASSERT_TRUE(host.wait());
+      EXPECT_EQ(evaluations, stopAt) << gradients;
+    }
   }
 }
 

@@ -3,61 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-#include <cstdlib>
-#include <fstream>
-#include <limits>
-#include <sstream>
-#include <string>
-#include <vector>
+#include <iostream>
 
-/// One row of a reference table: a case name, its arguments, the expected value and the tolerance in ulps.
-struct ReferenceRow {
-  std::string name;
-  std::vector<double> arguments;
-  double expected;
-  double ulps;
-  std::string text;
-};
-
-/// Reads tests/reference/<path>. Lines that begin with '#' are comments. A row is
-/// `name,arg...,expected,ulps` with the arguments as hexadecimal floats and the expected value in decimal digits
-/// (inf, -inf and nan as such).
-inline std::vector<ReferenceRow> readReference(const std::string& path) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/" + path);
-  EXPECT_TRUE(file.good()) << "no reference table " << path;
-  std::vector<ReferenceRow> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    std::vector<std::string> cells;
-    std::istringstream stream(line);
-    for (std::string cell; std::getline(stream, cell, ',');) cells.push_back(cell);
-    if (cells.size() < 3) {
-      ADD_FAILURE() << path << ": short row: " << line;
-      continue;
-    }
-    ReferenceRow row{cells[0],
-                     {},
-                     std::strtod(cells[cells.size() - 2].c_str(), nullptr),
-                     std::strtod(cells.back().c_str(), nullptr),
-                     line};
-    for (std::size_t i = 1; i + 2 < cells.size(); ++i) row.arguments.push_back(std::strtod(cells[i].c_str(), nullptr));
-    rows.push_back(row);
-  }
-  EXPECT_FALSE(rows.empty()) << path << " has no rows";
-  return rows;
-}
-
-/// Distance in units in the last place of the expected value; 0 for equal infinities and for two NaNs.
-inline double ulpError(double value, double expected) {
-  if (std::isnan(value) || std::isnan(expected))
-    return std::isnan(value) && std::isnan(expected) ? 0 : std::numeric_limits<double>::infinity();
-  if (value == expected) return 0;
-  if (std::isinf(value) || std::isinf(expected)) return std::numeric_limits<double>::infinity();
-  const double size = std::max(std::abs(expected), std::numeric_limits<double>::min());
-  return std::abs(value - expected) / (std::nextafter(size, std::numeric_limits<double>::infinity()) - size);
-}
+#include "support/reference_rows.h"
 
 /// Holds `call(row)` against every row and prints the largest and the median error and the worst row.
 template <class Call>

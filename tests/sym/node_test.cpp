@@ -139,6 +139,38 @@ TEST(Node, EditsInPlace) {
   EXPECT_TRUE(node->args.empty());
 }
 
+// Too few arguments throw where a node is built; what is beyond the count is dropped, also from a folded node.
+TEST(Node, NumberOfArguments) {
+  using namespace host;
+  const std::vector<Formula> letters{"a", "b", "c", "d"};
+  for (int code = 0; code < 256; ++code) {
+    const Kind* kind = findKind(static_cast<uint8_t>(code));
+    if (kind == nullptr || kind->maxArgs == kAnyArgs || code == ORVANE_KIND_NUMBER) continue;
+    const auto build = [&](std::vector<Formula> args) { return call(kind->code, args); };
+    if (code == ORVANE_KIND_VARIABLE) {
+      for (const Formula& one : {letters[0], num(1)})
+        EXPECT_THROW(call(ORVANE_KIND_VARIABLE, one), std::invalid_argument);
+      EXPECT_THROW(call(ORVANE_KIND_VARIABLE, letters[0], letters[1]), std::invalid_argument);
+      EXPECT_THROW(build({}), std::invalid_argument);
+      continue;
+    }
+    EXPECT_THROW(build({letters.begin(), letters.begin() + kind->minArgs - 1}), std::invalid_argument) << kind->name;
+    std::vector<Formula> args(letters.begin(), letters.begin() + kind->maxArgs), numbers(kind->maxArgs, num(0.5));
+    const std::string text = textOf(build(args));
+    args.push_back(var("spare"));
+    numbers.push_back(var("spare"));
+    EXPECT_EQ(textOf(build(args)), text);
+    EXPECT_TRUE(host::isNumber(build(numbers))) << kind->name;
+  }
+  EXPECT_THROW(call(ORVANE_KIND_BESSEL_J, letters[0]), std::invalid_argument);
+  EXPECT_THROW(call(ORVANE_KIND_POW, letters[0]), std::invalid_argument);
+  EXPECT_THROW(call(ORVANE_KIND_HYPERGEOMETRIC_1F1, letters[0], letters[1]), std::invalid_argument);
+  EXPECT_THROW(sym_sameTwoFun(row({"a"}), row({"b"}), ORVANE_KIND_HYPERGEOMETRIC_2F1), std::invalid_argument);
+  EXPECT_TRUE(host::isNumber(call(ORVANE_KIND_SIN, num(0.5), letters[0])));
+  EXPECT_EQ(Derivative(call(ORVANE_KIND_ZETA, {2.0 * letters[0], "b"}), "b").text(), "0") << "nor does it refuse";
+  sym_clearTempVar();
+}
+
 TEST(Compare, OrderAndEquality) {
   const NodePtr x = variable("x"), y = variable("y"), minus = cloneNode(*x, -1),
                 sine = makeUnary(Code::Sin, variable("x"));

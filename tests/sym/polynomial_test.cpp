@@ -6,11 +6,11 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
-#include <fstream>
 #include <random>
-#include <sstream>
 
+#include "support/csv.h"
 #include "sym/formula.h"
+#include "sym/text_reader.h"
 
 namespace {
 
@@ -201,156 +201,71 @@ TEST_F(Polynomial, RootsByMultiplicity) {
   EXPECT_EQ(unwritten, 4);
 }
 
-/// Ill-conditioned polynomials too: the roots of the doubles as they stand, to the last digits.
-TEST_F(Polynomial, RootsAgainstReference) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots.csv");
+/// A polynomial of the table, coefficients as they stand, with its roots in order.
+struct Known {
   std::string name;
-  std::vector<Complex> found;
-  size_t place = 0, checked = 0;
-  for (std::string line; std::getline(file, line);) {
-    std::istringstream cells(line);
-    std::string kind, cell;
-    std::getline(cells, kind, ',');
-    Vector numbers;
-    if (kind == "poly") {
-      ASSERT_EQ(place, found.size()) << name;
-      std::getline(cells, name, ',');
-      while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
-      found = roots(make(numbers));
-      place = 0;
-    } else if (kind == "root") {
-      while (std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
-      const Complex expected(numbers[0], numbers[1]);
-      ASSERT_LT(place, found.size()) << name;
-      EXPECT_LE(std::abs(found[place] - expected), 4e-16 * std::abs(expected)) << name << " root " << place;
-      EXPECT_EQ(found[place].imag() == 0, numbers[1] == 0) << name << " root " << place;
-      ++place;
-      ++checked;
-    }
-  }
-  EXPECT_GT(checked, 200u);
-}
-
-/// NumPy's roots, eigenvalues of the companion matrix: each within the bound that a backward stable method has.
-TEST_F(Polynomial, RootsAgainstNumPy) {
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots_numpy.csv");
-  std::string name;
-  std::vector<Complex> found;
-  size_t checked = 0;
-  for (std::string line; std::getline(file, line);) {
-    std::istringstream cells(line);
-    std::string kind, cell;
-    std::getline(cells, kind, ',');
-    Vector numbers;
-    if (kind == "poly") std::getline(cells, name, ',');
-    while (kind != "#" && std::getline(cells, cell, ',')) numbers.push_back(std::strtod(cell.c_str(), nullptr));
-    if (kind == "poly") found = roots(make(numbers));
-    if (kind != "root") continue;
-    const Complex expected(numbers[0], numbers[1]);
-    ASSERT_FALSE(found.empty()) << name;
-    const auto nearest = std::min_element(found.begin(), found.end(), [&](Complex a, Complex b) {
-      return std::abs(a - expected) < std::abs(b - expected);
-    });
-    EXPECT_LE(std::abs(*nearest - expected), numbers[2]) << name << " " << expected;
-    found.erase(nearest);  // one to one
-    ++checked;
-  }
-  EXPECT_GT(checked, 400u);
-}
-
-/// Reads a text of factors in x and multiplies them out; `sizes` are the coefficients of the product of |x - r|, with
-/// every sign +, which bound what the rounding of the roots moves.
-struct Product {
-  std::vector<long double> coefficients{1}, sizes{1};
-
-  explicit Product(const std::string& text) : at(text.c_str()) {
-    if (*at == '-' && (at[1] == 'x' || at[1] == '(')) multiply({-1}, {1}), ++at;
-    do {
-      std::vector<long double> factor{0, 0, 0}, size;
-      if (*at == '(') {
-        for (++at; *at != ')' && *at;) addTerm(factor);
-        ++at;
-      } else if (*at == 'x') {
-        factor[1] = 1;
-        ++at;
-      } else {
-        factor[0] = number();
-      }
-      while (factor.back() == 0) factor.pop_back();
-      for (const long double c : factor) size.push_back(std::abs(c));
-      // Of x^2 + b x + c with complex roots, b is -2 Re z: as sure as |z| allows.
-      if (factor.size() == 3) size[1] = 2 * std::sqrt(size[0]);
-      long times = 1;
-      if (*at == '^') ++at, times = static_cast<long>(number());
-      for (; times > 0; --times) multiply(factor, size);
-    } while (*at == '*' && *++at);
-  }
-
-  const char* at;  ///< where the reading stopped
-
- private:
-  long double number() {
-    char* end;
-    const long double value = std::strtold(at, &end);
-    at = end;
-    return value;
-  }
-  /// One of c, c*x, x and x^2, with a sign.
-  void addTerm(std::vector<long double>& factor) {
-    const char* const start = at;
-    long double c = number();
-    if (at == start) {
-      c = *at == '-' ? -1 : 1;
-      if (*at != 'x') ++at;
-    } else if (*at == '*') {
-      ++at;
-    }
-    size_t power = 0;
-    if (*at == 'x') power = 1, ++at;
-    if (power == 1 && *at == '^') ++at, power = static_cast<size_t>(number());
-    factor.at(power) += c;
-  }
-  void multiply(const std::vector<long double>& factor, const std::vector<long double>& size) {
-    const auto product = [](const std::vector<long double>& a, const std::vector<long double>& b) {
-      std::vector<long double> c(a.size() + b.size() - 1);
-      for (size_t i = 0; i < a.size(); ++i)
-        for (size_t j = 0; j < b.size(); ++j) c[i + j] += a[i] * b[j];
-      return c;
-    };
-    coefficients = product(coefficients, factor);
-    sizes = product(sizes, size);
-  }
+  Vector coefficients;
+  std::vector<Complex> roots;
 };
 
+std::vector<Known> knownPolynomials() {
+  std::vector<Known> all;
+  for (const Cells& cells : readCsv("sym/roots.csv")) {
+    const auto number = [&](std::size_t i) { return std::strtod(cells[i].c_str(), nullptr); };
+    if (cells[0] == "root") {
+      all.back().roots.emplace_back(number(1), number(2));
+    } else {
+      all.push_back({cells[1], {}, {}});
+      for (std::size_t i = 2; i < cells.size(); ++i) all.back().coefficients.push_back(number(i));
+    }
+  }
+  return all;
+}
+
+/// Ill-conditioned polynomials too: the roots of the doubles as they stand, to the last digits.
+TEST_F(Polynomial, RootsAgainstReference) {
+  const std::vector<Known> all = knownPolynomials();
+  EXPECT_GE(all.size(), 7u);
+  for (const Known& known : all) {
+    const std::vector<Complex> found = roots(make(known.coefficients));
+    ASSERT_EQ(found.size(), known.roots.size()) << known.name;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      const Complex expected = known.roots[i];
+      EXPECT_LE(std::abs(found[i] - expected), 4e-16 * std::abs(expected)) << known.name << " root " << i;
+      EXPECT_EQ(found[i].imag() == 0, expected.imag() == 0) << known.name << " root " << i;
+    }
+  }
+}
+
+/// The text of the factors, read back, has the values of the polynomial: to the rounding of the roots, each of which
+/// moves the product by no more than its share of |x| + |root|.
 TEST_F(Polynomial, FactorsGiveThePolynomialBack) {
   std::vector<Vector> all{{0, 0, 0, -1.5},      {-2, 1},         {1, 0, 1},          {4, -4, 1}, {2e-17, -2 - 1e-17, 1},
                           {1, 1e150, 1e290},    {0.1, 3e-5},     {0, 1, 0, 0, 1e-9}, {-7},       {1e-30, 0, 4e10},
                           {1, -2, 1 + 0x1p-52}, {-6, 11, -6, 1}, {0, 0, -3, 0, 0, 9}};
-  std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/sym/roots.csv");
-  for (std::string line; std::getline(file, line);) {
-    std::istringstream cells(line);
-    std::string cell;
-    std::getline(cells, cell, ',');
-    if (cell != "poly") continue;
-    std::getline(cells, cell, ',');
-    for (all.emplace_back(); std::getline(cells, cell, ',');) all.back().push_back(std::strtod(cell.c_str(), nullptr));
-  }
-  ASSERT_GT(all.size(), 15u);
+  for (const Known& known : knownPolynomials()) all.push_back(known.coefficients);
   std::mt19937 random(8);
   std::normal_distribution<double> normal;
-  for (const size_t degree : {3u, 12u, 50u, 150u}) {
-    all.emplace_back();
-    for (size_t i = 0; i <= degree; ++i) all.back().push_back(normal(random));
+  for (const std::size_t degree : {3u, 12u, 50u, 150u}) {
+    Vector& c = all.emplace_back();
+    for (std::size_t i = 0; i <= degree; ++i) c.push_back(normal(random));
   }
   for (const Vector& c : all) {
-    const std::string text = factors(make(c));
-    const Product product(text);
-    EXPECT_EQ(*product.at, '\0') << text;
-    ASSERT_EQ(product.coefficients.size(), c.size()) << text;
-    for (size_t i = 0; i < c.size(); ++i)
-      EXPECT_LE(std::abs(product.coefficients[i] - static_cast<long double>(c[i])),
-                2 * static_cast<double>(c.size()) * 2.22e-16L * product.sizes[i])
-          << text << " x^" << i;
+    const Matrix polynomial = make(c);
+    const std::string text = factors(polynomial);
+    const Formula product = TextReader(text).whole();
+    const std::vector<Complex> zeros = roots(polynomial);
+    Vector places{0.3, -1.25};
+    for (std::size_t i = 0; i < zeros.size(); i += 7) places.push_back(1.1 * std::abs(zeros[i]));
+    for (const double at : places) {
+      long double value = 0, size = std::abs(static_cast<long double>(c.back()));
+      for (std::size_t i = c.size(); i-- > 0;) value = value * at + c[i];
+      for (const Complex& zero : zeros) size *= std::abs(at) + std::abs(zero);
+      sym_setSymValue("x", at);
+      EXPECT_LE(std::abs(valueOf(product) - value), 2 * static_cast<double>(c.size()) * 2.22e-16L * size)
+          << text << " at " << at;
+    }
+    sym_clearTempVar();
   }
 }
 
@@ -395,7 +310,7 @@ TEST_F(Polynomial, Chebyshev) {
   EXPECT_NEAR(c[3], 1, 1e-15);
   const Matrix exponential = row({call(12, x)});
   const Matrix low = Matrix(sym_polyApp(exponential, 1, 3, 10));
-  const Matrix high = Matrix(sym_polyApp(exponential, 3, 1, 25));
+  const Matrix high = Matrix(sym_polyApp(exponential, 3, 1, 16));
   for (double at = 1; at <= 3; at += 0.125) {
     double value;
     sym_calcPolyFun(low, &at, &value, 1);
@@ -404,10 +319,24 @@ TEST_F(Polynomial, Chebyshev) {
     EXPECT_NEAR(value, std::exp(at), 1e-12);
   }
   EXPECT_EQ(coefficients(Matrix(sym_polyApp(row({2.5}), 0, 1, 4))), Vector{2.5});
-  for (SymMatrix2d* bad :
-       {sym_polyApp(exponential, 1, 1, 3), sym_polyApp(exponential, 0, 1, -1), sym_polyApp(exponential, 0, 1, 1001),
-        sym_polyApp(exponential, 0, INFINITY, 3), sym_polyApp(row({x + Formula("y")}), 0, 1, 3),
-        sym_polyApp(row({call(11, x)}), -2, -1, 3), sym_polyApp(row({x, x}), 0, 1, 3)})
+  // What the samples' rounding hides stays, as it may be the function's: 1/15! = 7.6e-13.
+  const Vector all = coefficients(Matrix(sym_polyApp(exponential, -1, 1, 15)));
+  ASSERT_EQ(all.size(), 16u);
+  EXPECT_NEAR(all[15], 7.6e-13, 2e-12);
+  // What can be nothing else goes: beyond the degree of a polynomial, and the other parity of a sine.
+  for (const auto& [f, size] : {std::pair{(x + 1.0) ^ 2.0, 3u}, {x * ((x ^ 2.0) - 1.0), 4u}, {x * 1e-3, 2u}})
+    for (const int32_t degree : {4, 5, 40}) {
+      const Vector exact = coefficients(Matrix(sym_polyApp(row({f}), -0.5, 3, degree)));
+      ASSERT_EQ(exact.size(), size) << textOf(f) << " " << degree;
+      EXPECT_NEAR(exact.back(), size == 2 ? 1e-3 : 1, 1e-15);
+    }
+  const Vector sine = coefficients(Matrix(sym_polyApp(row({call(20, x)}), -2, 2, 12)));
+  ASSERT_EQ(sine.size(), 12u);
+  for (std::size_t i = 0; i < sine.size(); i += 2) EXPECT_EQ(sine[i], 0) << i;
+  for (SymMatrix2d* bad : {sym_polyApp(exponential, 1, 1, 3), sym_polyApp(exponential, 0, 1, -1),
+                           sym_polyApp(exponential, 0, 1, 1001), sym_polyApp(exponential, 0, INFINITY, 3),
+                           sym_polyApp(row({x + Formula("y")}), 0, 1, 3), sym_polyApp(row({call(11, x)}), -2, -1, 3),
+                           sym_polyApp(row({x, x}), 0, 1, 3), sym_polyApp(exponential, 0, 1e-3, 200)})
     EXPECT_EQ(bad, nullptr);
 }
 

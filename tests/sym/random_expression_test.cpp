@@ -1,196 +1,48 @@
 // SPDX-License-Identifier: Apache-2.0
-// Normalisation keeps the value: random expressions, built by calls, against a plain evaluation of the same calls.
-#include <algorithm>
-#include <cmath>
-#include <iostream>
-#include <memory>
-#include <random>
+// Random expressions, built by calls, against plain arithmetic of the same calls: values, derivatives, texts.
+#include "sym/random_expression.h"
 
-#include "sym/formula.h"
+#include <array>
+#include <functional>
+#include <iostream>
+
+#include "sym/text_reader.h"
 
 namespace {
 
 using namespace host;
 
-// What the host asked for, without any normal form.
-struct Plan {
-  uint8_t code;
-  double number = 0;
-  int variable = 0;
-  std::vector<Plan> args;
+/// What plain arithmetic says of a plan at a point: the result, and how far it moves when every step is disturbed.
+struct Expected {
+  Expected(const Plan& plan, const double* point, Random& random) : exact(plan.at(point, random, 0)) {
+    constexpr double kNoise = 1e-12;
+    for (int i = 0; i < 6; ++i) {
+      const Jet jet = plan.at(point, random, kNoise);
+      spread = {std::max(spread.v, std::abs(jet.v - exact.v)), std::max(spread.d, std::abs(jet.d - exact.d)),
+                std::max(spread.dd, std::abs(jet.dd - exact.dd))};
+      sound = sound && std::isfinite(jet.v);
+      smooth = smooth && jet.isFinite();
+    }
+    sound = sound && std::isfinite(exact.v) && determined(exact.v, spread.v);
+    smooth = smooth && sound && exact.isFinite() && determined(exact.d, spread.d) && determined(exact.dd, spread.dd);
+  }
+
+  static bool determined(double value, double spread) { return spread <= 1e-4 * (1 + std::abs(value)); }
+  static double bound(double value, double spread) { return 20 * spread + 1e-11 * (1 + std::abs(value)); }
+
+  Jet exact, spread{0, 0, 0};
+  bool sound = true, smooth = true;  ///< the value is determined; the derivatives, too
 };
 
-constexpr const char* kNames[] = {"rx", "ry", "rz"};
-double point[3];
-
-double rounding(double x) {
-  const double lower = std::floor(x);
-  return x < 0 ? (x > lower + 0.5 ? lower + 1 : lower) : (lower + 0.5 > x ? lower : lower + 1);
-}
-
-struct Unary {
-  uint8_t code;
-  double (*f)(double);
-};
-const Unary kUnary[] = {
-    {6, [](double x) { return x > 0   ? 1.0
-                              : x < 0 ? -1.0
-                                      : 0.0; }},
-    {10, [](double x) { return std::sqrt(x); }},
-    {11, [](double x) { return std::log(x); }},
-    {12, [](double x) { return std::exp(x); }},
-    {13, [](double x) { return std::abs(x); }},
-    {20, [](double x) { return std::sin(x); }},
-    {21, [](double x) { return std::cos(x); }},
-    {22, [](double x) { return std::tan(x); }},
-    {23, [](double x) { return 1 / std::tan(x); }},
-    {24, [](double x) { return std::asin(x); }},
-    {25, [](double x) { return std::acos(x); }},
-    {26, [](double x) { return std::atan(x); }},
-    {27, [](double x) { return std::atan(1 / x); }},
-    {30, [](double x) { return std::sinh(x); }},
-    {31, [](double x) { return std::cosh(x); }},
-    {32, [](double x) { return std::tanh(x); }},
-    {33, [](double x) { return 1 / std::tanh(x); }},
-    {34, [](double x) { return std::asinh(x); }},
-    {35, [](double x) { return std::acosh(x); }},
-    {36, [](double x) { return std::atanh(x); }},
-    {37, [](double x) { return std::atanh(1 / x); }},
-    {38, [](double x) { return 1 / std::sin(x); }},
-    {39, [](double x) { return 1 / std::cos(x); }},
-    {40, [](double x) { return 1 / std::sinh(x); }},
-    {41, [](double x) { return 1 / std::cosh(x); }},
-    {42, [](double x) { return std::asin(1 / x); }},
-    {43, [](double x) { return std::acos(1 / x); }},
-    {44, [](double x) { return std::asinh(1 / x); }},
-    {45, [](double x) { return std::acosh(1 / x); }},
-    {50, [](double x) { return std::erf(x); }},
-    {98, [](double x) { return std::erfc(x); }},
-    {101, [](double x) { return x < 0 ? -std::log1p(-x) : std::log1p(x); }},
-    {102, [](double x) { return x < 0 ? -std::expm1(-x) : std::expm1(x); }},
-    {107, [](double x) { return x < 0 ? -1.0 : 1.0; }},
-    {108, [](double x) { return std::round(x); }},
-    {109, [](double x) { return std::floor(x); }},
-    {110, [](double x) { return std::ceil(x); }},
-    {111, rounding},
-    {112, [](double x) { return x > 0 ? std::floor(x) : std::ceil(x); }},
-    {155, [](double x) { return std::trunc(x); }},
-    {156, [](double x) { return x - std::trunc(x); }},
-};
-
-class Random {
- public:
-  explicit Random(uint32_t seed) : engine(seed) {}
-  int below(int n) { return static_cast<int>(engine() % static_cast<uint32_t>(n)); }
-  double between(double a, double b) { return a + (b - a) * (engine() * 0x1p-32); }
-
- private:
-  std::mt19937 engine;
-};
-
-Plan randomPlan(Random& random, int depth) {
-  static const double kNumbers[] = {0,
-                                    1,
-                                    -1,
-                                    2,
-                                    -2,
-                                    3,
-                                    0.5,
-                                    -0.5,
-                                    1.5,
-                                    -3,
-                                    4,
-                                    0.3,
-                                    -0.7,
-                                    1.5707963267948966,
-                                    3.141592653589793,
-                                    -1.5707963267948966,
-                                    4.71238898038469};
-  if (depth == 0 || random.below(12) == 0) {
-    if (random.below(4) == 0) return {Number, kNumbers[random.below(std::size(kNumbers))], 0, {}};
-    return {Variable, 0, random.below(3), {}};
+void setPoint(const std::array<double, 3>& point) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    sym_createBaseSymVar(kNames[i]);
+    sym_setSymValue(kNames[i], point[i]);
   }
-  const int choice = random.below(20);
-  if (choice < 10) {
-    // Half of the time one of the kinds that have rules of their own.
-    static const uint8_t kRuled[] = {Sin, Cos, Tan, Cot, Sinh, Cosh, Tanh, Coth, Sqrt, Ln, Exp};
-    const uint8_t code =
-        random.below(2) ? kRuled[random.below(std::size(kRuled))] : kUnary[random.below(std::size(kUnary))].code;
-    Plan plan{code, 0, 0, {}};
-    plan.args.push_back(randomPlan(random, depth - 1));
-    return plan;
-  }
-  static const uint8_t kBinary[] = {Add, Mul, Pow, Subtract, Divide, Pow, Mul, Add, ConSelect};
-  Plan plan{kBinary[random.below(std::size(kBinary))], 0, 0, {}};
-  const int count = plan.code == ConSelect ? 3 : plan.code == Add || plan.code == Mul ? 2 + random.below(3) : 2;
-  for (int i = 0; i < count; ++i) {
-    // Equal parts, so that terms and factors meet their like.
-    if (i > 0 && random.below(3) == 0)
-      plan.args.push_back(plan.args[0]);
-    else
-      plan.args.push_back(randomPlan(random, depth - 1));
-  }
-  if (plan.code == Pow && random.below(3) != 0) plan.args[1] = {Number, kNumbers[random.below(11)], 0, {}};
-  return plan;
 }
 
-Formula build(const Plan& plan) {
-  if (plan.code == Number) return num(plan.number);
-  if (plan.code == Variable) return var(kNames[plan.variable]);
-  std::vector<Formula> args;
-  for (const Plan& arg : plan.args) args.push_back(build(arg));
-  if (plan.code == Subtract || plan.code == Divide) return call(plan.code, args[0], args[1]);
-  return args.size() == 1 ? call(plan.code, args[0]) : call(plan.code, args);
-}
-
-// Plain value; every step is disturbed by about `noise`, so that several runs show how well the value is determined.
-double evaluate(const Plan& plan, Random& random, double noise) {
-  std::vector<double> v;
-  for (const Plan& arg : plan.args) v.push_back(evaluate(arg, random, noise));
-  double value = 0;
-  switch (plan.code) {
-    case Number:
-      return plan.number;
-    case Variable:
-      return point[plan.variable];
-    case Add:
-      for (const double x : v) value += x;
-      break;
-    case Mul:
-      value = 1;
-      for (const double x : v) value *= x;
-      break;
-    case Subtract:
-      value = v[0] - v[1];
-      break;
-    case Divide:
-      value = v[0] / v[1];
-      break;
-    case Pow:
-      value = std::pow(v[0], v[1]);
-      break;
-    case ConSelect:
-      value = v[0] < 0 ? v[1] : v[2];
-      break;
-    default:
-      value = std::find_if(std::begin(kUnary), std::end(kUnary), [&](const Unary& u) {
-                return u.code == plan.code;
-              })->f(v[0]);
-  }
-  return noise == 0 ? value : value * (1 + noise * random.between(-1, 1)) + noise * noise * random.between(-1, 1);
-}
-
-bool allFinite(const Plan& plan, Random& random) {
-  if (!std::isfinite(evaluate(plan, random, 0))) return false;
-  return std::all_of(plan.args.begin(), plan.args.end(), [&](const Plan& arg) { return allFinite(arg, random); });
-}
-
-std::string describe(const Plan& plan) {
-  if (plan.code == Number) return std::to_string(plan.number);
-  if (plan.code == Variable) return kNames[plan.variable];
-  std::string text = std::to_string(plan.code) + "(";
-  for (const Plan& arg : plan.args) text += describe(arg) + " ";
-  return text + ")";
+std::array<double, 3> randomPoint(Random& random, double low, double high) {
+  return {random.between(low, high), random.between(low, high), random.between(low, high)};
 }
 
 TEST(RandomExpression, NormalFormKeepsTheValue) {
@@ -198,39 +50,106 @@ TEST(RandomExpression, NormalFormKeepsTheValue) {
   int compared = 0, undefined = 0;
   for (int round = 0; round < 20000; ++round) {
     const Plan plan = randomPlan(random, 1 + round % 5);
-    const Formula node = build(plan);
+    const Formula node = plan.build();
     for (int at = 0; at < 3; ++at) {
-      for (int i = 0; i < 3; ++i) {
-        point[i] = random.between(at == 0 ? 0.05 : -2.5, at == 0 ? 0.95 : 2.5);
-        sym_setSymValue(kNames[i], point[i]);
-      }
-      if (!allFinite(plan, random)) {
+      const auto point = at == 0 ? randomPoint(random, 0.05, 0.95) : randomPoint(random, -2.5, 2.5);
+      const Expected expected(plan, point.data(), random);
+      if (!expected.sound) {
         ++undefined;
         continue;
       }
-      constexpr double kNoise = 1e-12;
-      double least = evaluate(plan, random, kNoise), most = least;
-      bool sound = std::isfinite(least);
-      for (int i = 0; i < 5 && sound; ++i) {
-        const double value = evaluate(plan, random, kNoise);
-        sound = std::isfinite(value);
-        least = std::min(least, value);
-        most = std::max(most, value);
-      }
-      if (!sound || most - least > 1e-4 * (1 + std::abs(least))) {
-        ++undefined;
-        continue;
-      }
-      const double expected = evaluate(plan, random, 0), value = valueOf(node);
+      setPoint(point);
       ++compared;
-      ASSERT_LE(std::abs(value - expected), 20 * (most - least) + 1e-11 * (1 + std::abs(expected)))
-          << describe(plan) << " at " << point[0] << " " << point[1] << " " << point[2] << ": " << value << " for "
-          << expected;
+      ASSERT_NEAR(valueOf(node), expected.exact.v, Expected::bound(expected.exact.v, expected.spread.v))
+          << textOf(node) << " at " << point[0] << " " << point[1] << " " << point[2];
     }
     sym_clearTempVar();
   }
   std::cout << compared << " values compared, " << undefined << " undefined or undetermined\n";
   EXPECT_GT(compared, 20000);
+}
+
+TEST(RandomExpression, FirstAndSecondDerivatives) {
+  Random random(7);
+  int compared = 0;
+  for (int round = 0; round < 8000; ++round) {
+    const Plan plan = randomPlan(random, 1 + round % 4);
+    const auto point = randomPoint(random, 0.05, 1.9);
+    const Expected expected(plan, point.data(), random);
+    if (!expected.smooth || (expected.exact.d == 0 && round % 8 != 0)) continue;
+    setPoint(point);
+    const Formula f = plan.build();
+    EXPECT_NEAR(Derivative(f, "rx").value(), expected.exact.d, Expected::bound(expected.exact.d, expected.spread.d))
+        << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
+    EXPECT_NEAR(Derivative(f, "rx", 2).value(), expected.exact.dd,
+                Expected::bound(expected.exact.dd, expected.spread.dd))
+        << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
+    sym_clearTempVar();
+    ++compared;
+  }
+  EXPECT_GT(compared, 1500);
+}
+
+/// Brackets nest and close, no sign follows another, no group is empty.
+std::string faultOf(const std::string& latex) {
+  std::string open;
+  for (std::size_t i = 0; i < latex.size(); ++i) {
+    const char c = latex[i], next = i + 1 < latex.size() ? latex[i + 1] : '\0';
+    if (c == '{' || c == '(') {
+      open += c;
+      if (next == '}' || next == ')') return "an empty group";
+    }
+    if (c == '}' || c == ')') {
+      if (open.empty() || open.back() != (c == '}' ? '{' : '(')) return "brackets that do not match";
+      open.pop_back();
+    }
+    if ((c == '+' || c == '-') && (next == '+' || next == '-')) return "two signs";
+  }
+  return open.empty() ? "" : "an open bracket";
+}
+
+// What is written means what it was written from, and so do the texts of derivatives.
+TEST(RandomExpression, TextsReadBack) {
+  Random random(11);
+  int checked = 0;
+  for (int round = 0; round < 4000; ++round) {
+    const Plan plan = randomPlan(random, 1 + round % 4);
+    const auto point = randomPoint(random, 0.05, 1.9);
+    const Expected expected(plan, point.data(), random);
+    if (!expected.smooth) continue;
+    const Formula f = plan.build();
+    setPoint(point);
+    const Derivative derivative(f, "rx");
+    const Matrix itself = row({f});
+    for (const auto& [written, spread] :
+         {std::pair{&itself, expected.spread.v}, {&derivative.matrix, expected.spread.d}}) {
+      const double value = written->value();
+      const std::string text = textOf(*written), latex = handedOut(sym_getLatexStr, *written, 0, 0);
+      EXPECT_EQ(faultOf(latex), "") << latex;
+      EXPECT_NEAR(valueOf(TextReader(text).whole()), value, Expected::bound(value, spread)) << text;
+      ++checked;
+    }
+    sym_clearTempVar();
+  }
+  EXPECT_GT(checked, 3000);
+}
+
+// Like terms of a long sum meet; the order in which terms came does not matter.
+TEST(RandomExpression, LongSums) {
+  Random random(7);
+  const double x = 0.7;
+  std::vector<Formula> terms;
+  Jet sum{0}, at{x, 1};
+  for (int i = 0; i < 200; ++i) {
+    const double c = random.below(9) - 4, n = random.below(5);
+    terms.push_back(c * (Formula("x") ^ n) * call(Sin, "x"));
+    sum = sum + Jet{c} * pow(at, Jet{n}) * plain::sin(at);
+  }
+  sym_setSymValue("x", x);
+  const Derivative d(call(Add, terms), "x");
+  EXPECT_NEAR(d.value(), sum.d, 1e-10);
+  EXPECT_LE(d.text().size(), 200u);
+  sym_clearTempVar();
 }
 
 }  // namespace

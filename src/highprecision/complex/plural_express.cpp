@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "highprecision/complex/plural_express.h"
 
-#include <algorithm>
-#include <iterator>
+#include "frame/code_table.h"
+#include "orvane/complex_expression.h"
 
 namespace HP {
 namespace {
@@ -31,37 +31,33 @@ struct FunctionRow {
   PluralValue (*function)(Parameters&);
 };
 
-// Ordered by code.
 constexpr FunctionRow kFunctions[] = {
-    {0, binary<add>},
-    {1, binary<subtract>},
-    {2, binary<multiply>},
-    {3, binary<divide>},
-    {4, binary<power>},
-    {10, unary<sine>},
-    {15, unary<inverseHyperbolicSine>},
-    {21, unary<arcSine>},
-    {22, unary<arcTangent>},
-    {23, unary<inverseHyperbolicTangent>},
-    {38, unary<cosine>},
-    {39, unary<hyperbolicCosine>},
-    {42, unary<cotangent>},
-    {43, unary<hyperbolicCotangent>},
-    {103, unary<exponential>},
-    {119, unary<logarithm>},
-    {141, unary<hyperbolicSine>},
-    {147, unary<squareRoot>},
-    {151, unary<tangent>},
-    {152, unary<hyperbolicTangent>},
+    {ORVANE_COMPLEX_ADD, binary<add>},
+    {ORVANE_COMPLEX_SUBTRACT, binary<subtract>},
+    {ORVANE_COMPLEX_MULTIPLY, binary<multiply>},
+    {ORVANE_COMPLEX_DIVIDE, binary<divide>},
+    {ORVANE_COMPLEX_POWER, binary<power>},
+    {ORVANE_COMPLEX_SIN, unary<sine>},
+    {ORVANE_COMPLEX_ASINH, unary<inverseHyperbolicSine>},
+    {ORVANE_COMPLEX_ASIN, unary<arcSine>},
+    {ORVANE_COMPLEX_ATAN, unary<arcTangent>},
+    {ORVANE_COMPLEX_ATANH, unary<inverseHyperbolicTangent>},
+    {ORVANE_COMPLEX_COS, unary<cosine>},
+    {ORVANE_COMPLEX_COSH, unary<hyperbolicCosine>},
+    {ORVANE_COMPLEX_COT, unary<cotangent>},
+    {ORVANE_COMPLEX_COTH, unary<hyperbolicCotangent>},
+    {ORVANE_COMPLEX_EXP, unary<exponential>},
+    {ORVANE_COMPLEX_LN, unary<logarithm>},
+    {ORVANE_COMPLEX_SINH, unary<hyperbolicSine>},
+    {ORVANE_COMPLEX_SQRT, unary<squareRoot>},
+    {ORVANE_COMPLEX_TAN, unary<tangent>},
+    {ORVANE_COMPLEX_TANH, unary<hyperbolicTangent>},
 };
-static_assert(std::is_sorted(std::begin(kFunctions), std::end(kFunctions),
-                             [](const FunctionRow& a, const FunctionRow& b) { return a.code <= b.code; }));
 
 }  // namespace
 
 void PluralExpress::setFun(uint8_t code) {
-  for (const FunctionRow& row : kFunctions)
-    if (row.code == code) callable = row.function;
+  if (const FunctionRow* row = CodeTable<kFunctions>::find(code)) callable = row->function;
 }
 
 void PluralExpress::setValue(const char* realText, const char* imaginaryText) {

@@ -3,12 +3,11 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
+#include "frame/host_table.h"
 #include "highprecision/complex/plural.h"
 
 namespace HP {
@@ -38,32 +37,7 @@ class PluralCmd {
   PluralValue run();
 };
 
-/// What the host holds: objects by their address.
-template <class T>
-class HostTable {
- public:
-  T* enter(std::shared_ptr<T> object) {
-    const std::lock_guard<std::mutex> lock(mutex);
-    T* address = object.get();
-    if (address != nullptr) objects[address] = std::move(object);
-    return address;
-  }
-  /// Null for an unknown address.
-  std::shared_ptr<T> find(const T* address) const {
-    const std::lock_guard<std::mutex> lock(mutex);
-    const auto entry = objects.find(address);
-    return entry == objects.end() ? nullptr : entry->second;
-  }
-  bool erase(const T* address) {
-    const std::lock_guard<std::mutex> lock(mutex);
-    return objects.erase(address) != 0;
-  }
-
- private:
-  mutable std::mutex mutex;
-  std::map<const T*, std::shared_ptr<T>> objects;
-};
-
+// What the host holds.
 HostTable<PluralCmd>& commandTable();
 HostTable<HPPlural>& dataTable();
 

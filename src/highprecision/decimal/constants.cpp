@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "highprecision/decimal/constants.h"
 
+#include <math.h>
+
 #include <array>
 #include <cmath>
 #include <optional>
@@ -113,7 +115,9 @@ FactorialSum factorialSum(unsigned long a, unsigned long b) {
 
 HPByGMP eulersNumber(mp_bitcnt_t bits) {
   unsigned long terms = 8;
-  while (std::lgamma(static_cast<double>(terms)) / std::log(2.0) < static_cast<double>(bits) + 8) terms += terms / 4;
+  int sign = 0;  // std::lgamma leaves it in a variable of the process
+  while (::lgamma_r(static_cast<double>(terms), &sign) / std::log(2.0) < static_cast<double>(bits) + 8)
+    terms += terms / 4;
   const FactorialSum sum = factorialSum(1, terms);
   HPByGMP result = quotient(sum.t, sum.q, bits);
   mpf_add_ui(result.get(), result.get(), 1);

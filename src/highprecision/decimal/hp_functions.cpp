@@ -208,7 +208,7 @@ HPByGMP logOf(const HPNumber_c& x, mp_bitcnt_t bits) {
 }  // namespace
 
 HPNumber_c exponential(const HPNumber_c& x, int32_t precision) {
-  // KEPT: exp of +infinity is 0 and of -infinity infinite, where the reverse is expected (kept.csv: Exp_infinite)
+  // KEPT: exp of +infinity is 0 and of -infinity infinite; expected: the reverse (kept.csv: Exp_infinite)
   if (x.isInfinite) return x.isNegative ? HPNumber_c::infinite(false) : HPNumber_c();
   if (x.isZero()) return one();
   if (exponentialOverflows(x)) return x.isNegative ? HPNumber_c() : HPNumber_c::infinite(false);

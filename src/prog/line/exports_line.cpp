@@ -3,6 +3,7 @@
 
 #include "frame/handle.h"
 #include "orvane/line_programme.h"
+#include "prog/line/bound_tightening.h"
 #include "prog/line/line_prog_dense.h"
 #include "prog/line/line_prog_solver.h"
 #include "prog/line/shapes.h"
@@ -29,9 +30,11 @@ void lineProg_AddConstraint(LineProgramme* solver, const int32_t* indices, const
   native(solver).addConstraint(span(indices, n), span(coefs, n), relation, rhs);
 }
 
+void lineProg_setExact(LineProgramme* solver, uint8_t flag) { native(solver).setExact(flag != 0); }
+
 uint8_t lineProg_Solve(LineProgramme* solver) {
   native(solver).solve();
-  return native(solver).getStatus();
+  return static_cast<uint8_t>(native(solver).getStatus());
 }
 
 double lineProg_GetMaxValue(const LineProgramme* solver) { return native(solver).maxValue(); }

@@ -6,24 +6,25 @@
 #include <utility>
 #include <vector>
 
-/// The condensed tableau of a simplex: each row reads basic = value + sum of coefs * nonbasic, every variable
-/// non-negative. Variables have numbers; a nonbasic one stands in a column, a basic one in a row. A row holds its
-/// coefficients as sorted pairs while they are few and as a plain array beyond that, so that sparse problems stay cheap
-/// and filled rows run at the speed of a dense update. Ties are settled by the variables' numbers, never by places.
-/// Real is double, or long double where the rounding of doubles would be taken for coefficients.
+#include "prog/line/tableau_row.h"
+
+namespace LineProg {
+
+/// How the two variables of a pivot are chosen.
+enum class PivotRule {
+  greatest,  ///< the greatest objective entry enters; a degenerate step takes the row of most negative coefficient
+  bland      ///< the lowest variable number each time: no cycle (Bland 1977)
+};
+
+/// The condensed tableau of a simplex, every variable non-negative. Variables have numbers; a nonbasic one stands in a
+/// column, a basic one in a row. Ties are settled by the variables' numbers, never by places. Real is double, or long
+/// double where the rounding of doubles would be taken for coefficients.
 template <class Real>
 class Tableau {
  public:
   static constexpr int kNone = -1;
+  using Row = TableauRow<Real>;
   using Terms = std::vector<std::pair<int, Real>>;  ///< (variable, coefficient)
-
-  struct Row {
-    int var = kNone;
-    Real value = 0;
-    bool dense = false;
-    std::vector<int> at;  ///< columns of coef while sparse, ascending
-    std::vector<Real> coef;
-  };
 
   struct Pivot {
     int column = kNone;
@@ -39,11 +40,12 @@ class Tableau {
   /// Sets the objective constant + sum of terms; it is kept in terms of the nonbasic variables.
   void setObjective(Real constant, const Terms& terms);
 
-  /// The nonbasic variable of greatest objective entry above 1e-32 whose column is not struck; kNone if there is none.
-  int entering(const std::vector<uint8_t>& struck) const;
+  /// The column that enters, among those that are not struck; kNone if there is none.
+  int entering(const std::vector<uint8_t>& struck, PivotRule rule) const;
 
-  /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients.
-  int leaving(int slot, std::vector<Real>& column) const;
+  /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients;
+  /// those up to `noise` times the largest are no pivots.
+  int leaving(int slot, PivotRule rule, Real noise, std::vector<Real>& column) const;
 
   /// Exchanges the variables of a row and a column.
   void pivot(int row, int slot, const std::vector<Real>& column);
@@ -68,24 +70,21 @@ class Tableau {
   std::vector<Real> objectiveRow;  ///< by variable: reduced costs
   Real objectiveValue = 0;
 
-  /// Column `slot`, one coefficient a row.
-  void gather(int slot, std::vector<Real>& column) const;
-
  private:
   static constexpr int kAbsent = 0x7fffffff;
 
   int place(int var) const { return places[var]; }
   void enter(int var, int where);
   void forget(int var);
-  void makeDense(Row& row) const;
-  void trim(Row& row) const;
-  void addScaled(Row& row, Real factor, const Row& pivotRow, int slot);
+  void gather(int slot, std::vector<Real>& column) const;
+  bool pivotOut(int var);
   void addToObjective(Real factor, int var);
 
   std::vector<int> places;  ///< by variable: row, or ~column, or kAbsent
-  std::vector<int> spareAt;
-  std::vector<Real> spareCoef;
+  typename Row::Spare spare;
 };
 
 extern template class Tableau<double>;
 extern template class Tableau<long double>;
+
+}  // namespace LineProg

@@ -50,7 +50,6 @@ double quadProg_solve(const double* Q, const double* c, const double* A, const d
 
 int32_t quadProg_solveSym(BaseSym* const* symbols, const SymMatrix2d* expressions, int32_t n, double* result) {
   std::vector<Sym::BaseSym_s*> variables;
-  for (BaseSym* symbol : span(symbols, n))
-    variables.push_back(symbol == nullptr ? nullptr : const_cast<Sym::BaseSym_s*>(&Sym::native(symbol)));
-  return QuadProg::solveSym(variables, Sym::native(expressions), result);
+  for (BaseSym* symbol : span(symbols, n)) variables.push_back(pointerOf(symbol));
+  return QuadProg::solveSym(variables, native(expressions), result);
 }

@@ -10,6 +10,7 @@ namespace QuadProg {
 namespace {
 
 constexpr double kWhole = 1e-14;
+constexpr double kRowTolerance = 1e-6;  // relative to the right side, absolute below 1
 
 }  // namespace
 
@@ -31,6 +32,30 @@ ResType_E QuadProgSolver::solveIntProg(BoxedProblem& problem, std::vector<double
   return kSolved;
 }
 
+// OSQP calls a point solved that breaks a row by a thousandth: a whole point next to a row is looked at again.
+bool QuadProgSolver::keepsRows(const BoxedProblem& problem, std::span<const double> x) const {
+  std::vector<double> sums(problem.l.size(), 0.0);
+  for (std::size_t col = 0; col < x.size(); ++col)
+    for (int64_t k = problem.A.colStart[col]; k < problem.A.colStart[col + 1]; ++k)
+      sums[problem.A.rowIndex[k]] += problem.A.values[k] * x[col];
+  for (std::size_t row = 0; row < constraints.size(); ++row) {
+    const double below = problem.l[row] - sums[row], above = sums[row] - problem.u[row];
+    if (below > kRowTolerance * std::max(1.0, std::abs(problem.l[row]))) return false;
+    if (above > kRowTolerance * std::max(1.0, std::abs(problem.u[row]))) return false;
+  }
+  return true;
+}
+
+// The unknown to branch on: the first that is not whole or, where a whole point breaks a row, the first whose interval
+// is still wider than one number. The end of the list when there is nothing to branch.
+std::vector<std::size_t>::const_iterator QuadProgSolver::branchAt(const BoxedProblem& problem, const WorkData_t& work,
+                                                                  std::span<const double> x, bool whole) const {
+  return std::ranges::find_if(work.whole, [&](std::size_t p) {
+    const std::size_t row = work.firstBound + p;
+    return whole ? problem.l[row] < problem.u[row] : std::abs(x[p] - std::round(x[p])) > kWhole;
+  });
+}
+
 // x solves the relaxation whose bounds stand in the problem's l and u. Each branch narrows the interval of one unknown,
 // so the depth is bounded by the widths.
 void QuadProgSolver::visit(BoxedProblem& problem, WorkData_t& work, std::vector<double> x) const {
@@ -39,19 +64,22 @@ void QuadProgSolver::visit(BoxedProblem& problem, WorkData_t& work, std::vector<
     const std::size_t row = work.firstBound + p;
     x[p] = std::clamp(x[p], problem.l[row], problem.u[row]);
   }
-  const auto fractional = std::find_if(work.whole.begin(), work.whole.end(),
-                                       [&](std::size_t p) { return std::abs(x[p] - std::round(x[p])) > kWhole; });
-  if (fractional == work.whole.end()) {
+  auto branch = branchAt(problem, work, x, false);
+  if (branch == work.whole.end()) {
     for (std::size_t p : work.whole) x[p] = std::round(x[p]);
-    const double value = evaluate(x);
-    if (value < work.best) {
-      work.best = value;
-      work.bestX = std::move(x);
+    if (keepsRows(problem, x)) {
+      const double value = evaluate(x);
+      if (value < work.best) {
+        work.best = value;
+        work.bestX = std::move(x);
+      }
+      return;
     }
-    return;
+    branch = branchAt(problem, work, x, true);
+    if (branch == work.whole.end()) return;
   }
-  const std::size_t p = *fractional, row = work.firstBound + p;
-  const double low = problem.l[row], high = problem.u[row], floor = std::floor(x[p]);
+  const std::size_t p = *branch, row = work.firstBound + p;
+  const double low = problem.l[row], high = problem.u[row], floor = std::min(std::floor(x[p]), high - 1);
   const auto child = [&](double from, double to) {
     problem.l[row] = from;
     problem.u[row] = to;

@@ -3,20 +3,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 
+#include "frame/numbers.h"
 #include "prog/line/line_prog_solver.h"
 
 namespace QuadProg {
 
 namespace {
 
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr double kSmall = 1e-15;
 constexpr double kUnbounded = 1e30;  // OSQP's infinity
 constexpr double kIntegerUpper = 900000000;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
@@ -42,12 +40,12 @@ std::shared_ptr<QuadExpress> QuadProgSolver::turned(const Terms& terms) const {
   express->constTerm = -terms.constant;
   const std::size_t nq = std::min({terms.i.size(), terms.j.size(), terms.quad.size()});
   for (std::size_t t = 0; t < nq; ++t) {
-    if (std::abs(terms.quad[t]) < kEps) continue;
+    if (std::abs(terms.quad[t]) < kEpsilon) continue;
     if (!inRange(terms.i[t]) || !inRange(terms.j[t])) return nullptr;
     express->addQuad(terms.i[t], terms.j[t], -terms.quad[t]);
   }
   for (std::size_t t = 0; t < std::min(terms.k.size(), terms.linear.size()); ++t) {
-    if (std::abs(terms.linear[t]) < kEps) continue;
+    if (std::abs(terms.linear[t]) < kEpsilon) continue;
     if (!inRange(terms.k[t])) return nullptr;
     express->linearTerms.add(terms.k[t], -terms.linear[t]);
   }
@@ -117,7 +115,7 @@ ResType_E QuadProgSolver::solve() {
   BoxedProblem problem = boxed();
   std::vector<double> x;
   ResType_E result = solveByOsqp(problem, x);
-  if (result == kSolved && !acceptable(x)) result = solveIntProg(problem, x);
+  if (result == kSolved && !acceptable(problem, x)) result = solveIntProg(problem, x);
   if (result == kSolved)
     for (std::size_t p = 0; p < order.size(); ++p) tempVars[order[p]]->value = x[p];
   return result;
@@ -197,13 +195,15 @@ BoxedProblem QuadProgSolver::boxed() const {
   return problem;
 }
 
-bool QuadProgSolver::acceptable(std::span<const double> x) const {
+bool QuadProgSolver::acceptable(const BoxedProblem& problem, std::span<const double> x) const {
+  bool whole = false;
   for (std::size_t p = 0; p < order.size(); ++p) {
     const uint8_t kind = tempVars[order[p]]->varKind;
-    if (kind == kBinary && std::abs(x[p]) > kEps && std::abs(x[p] - 1) > kEps) return false;
-    if (kind == kInteger && std::abs(x[p] - std::round(x[p])) > kEps) return false;
+    if (kind == kBinary && std::abs(x[p]) > kEpsilon && std::abs(x[p] - 1) > kEpsilon) return false;
+    if (kind == kInteger && std::abs(x[p] - std::round(x[p])) > kEpsilon) return false;
+    whole = whole || kind != kReal;
   }
-  return true;
+  return !whole || keepsRows(problem, x);
 }
 
 double QuadProgSolver::evaluate(std::span<const double> x) const {

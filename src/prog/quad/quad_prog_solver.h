@@ -53,9 +53,13 @@ class QuadProgSolver final : public BaseData {
   void collect();
   ResType_E solveLinear();
   BoxedProblem boxed() const;
-  bool acceptable(std::span<const double> x) const;
+  /// Whether a relaxation's point needs no branching.
+  bool acceptable(const BoxedProblem& problem, std::span<const double> x) const;
+  bool keepsRows(const BoxedProblem& problem, std::span<const double> x) const;
   double evaluate(std::span<const double> x) const;
   ResType_E solveIntProg(BoxedProblem& problem, std::vector<double>& x) const;
+  std::vector<std::size_t>::const_iterator branchAt(const BoxedProblem& problem, const WorkData_t& work,
+                                                    std::span<const double> x, bool whole) const;
   void visit(BoxedProblem& problem, WorkData_t& work, std::vector<double> x) const;
 
   std::shared_ptr<QuadExpress> objective;

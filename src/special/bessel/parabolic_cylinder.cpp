@@ -2,8 +2,9 @@
 // Parabolic cylinder functions D, U and V (DLMF 12). With D_nu(x) = U(-nu - 1/2, x).
 #include <cmath>
 #include <initializer_list>
-#include <limits>
 
+#include "frame/numbers.h"
+#include "special/bessel/parabolic_far.h"
 #include "special/bessel/precise_series.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
@@ -11,15 +12,13 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kSqrtPi = 1.772453850905516;
 // KEPT: 15 digits of log 2 and sqrt(pi) in V; V(0, 0) is 2.2e-15 below its value (kept.csv: ParabolicV_constants)
 constexpr double kLn2Rest = 0.3094172321214581e-15;  // log 2 - 0.693147180559945
 constexpr double kSqrtPiRatio = 1 - 2.2413569924470e-15;
 constexpr double kMostSteps = 100000;  // of the recurrence in a
 constexpr double kMostTerms = 100000;  // of the series, about x^2/2 + |a|
-constexpr double kFarX = 1e9;
+constexpr double kFarX = 1e9, kFarA = 1000;
 
 double reciprocalGamma(double x) { return x <= 0 && isWhole(x) ? 0.0 : 1 / std::tgamma(x); }
 
@@ -72,7 +71,8 @@ double asymptoticU(double a, double x, double shift) {
     if (std::abs(step) >= 0.9) return kNaN;
     term *= -step;
     sum += term;
-    if (std::abs(term) < kEps / 16 * std::abs(sum)) return sum * std::exp((-a - 0.5) * std::log(x) - x * x / 4 + shift);
+    if (std::abs(term) < kEpsilon / 16 * std::abs(sum))
+      return sum * std::exp((-a - 0.5) * std::log(x) - x * x / 4 + shift);
   }
   return kNaN;
 }
@@ -86,8 +86,8 @@ double positiveU(double a, double x, double shift) {
   }
   if (a >= 1.5) {
     // U(a, x) <= U(a, 0) = sqrt(pi) 2^(-a/2-1/4)/gamma(a/2 + 3/4)
-    if (shift - std::lgamma(a / 2 + 0.75) - a / 2 * 0.69 - x * x / 4 < -800) return 0;
-    return integralU(a, x, shift - std::lgamma(a + 0.5) - x * x / 4).here;
+    if (shift - calcLngamma(a / 2 + 0.75) - a / 2 * 0.69 - x * x / 4 < -800) return 0;
+    return integralU(a, x, shift - calcLngamma(a + 0.5) - x * x / 4).here;
   }
   if (!(a > -kMostSteps)) return kNaN;
   // Down in a: U(a-1) = x U(a) + (a + 1/2) U(a+1), the stable direction (DLMF 12.8.1), rescaled on the way.
@@ -101,12 +101,12 @@ double positiveU(double a, double x, double shift) {
     low = 1;
     high = 0;
   } else {
-    const Neighbours start = integralU(order, x, -std::lgamma(order + 0.5));
+    const Neighbours start = integralU(order, x, -calcLngamma(order + 0.5));
     low = start.here;
     high = start.next;
   }
   const int steps = static_cast<int>(std::round(order - a));
-  double exponent = shift - x * x / 4;
+  int rescaled = 0;
   for (int i = 0; i < steps; ++i, order -= 1) {
     const double next = x * low + (order + 0.5) * high;
     high = low;
@@ -114,10 +114,13 @@ double positiveU(double a, double x, double shift) {
     if (std::abs(low) > 0x1p500) {
       low *= 0x1p-500;
       high *= 0x1p-500;
-      exponent += 500 * 0.6931471805599453;
+      ++rescaled;
     }
   }
   if (low == 0) return 0;
+  // Far from 1 both summands are large.
+  const auto exponent = static_cast<double>(static_cast<long double>(shift) - static_cast<long double>(x) * x / 4 +
+                                            500 * std::numbers::ln2_v<long double> * rescaled);
   return std::copysign(std::exp(exponent / 2) * std::abs(low) * std::exp(exponent / 2), low);
 }
 
@@ -136,8 +139,8 @@ double asymptoticV(double a, double x, double shift) {
     if (std::abs(step) >= 0.9) return kNaN;
     term *= step;
     sum += term;
-    if (std::abs(term) < kEps / 16 * std::abs(sum))
-      return kSqrtPiRatio * sum * std::sqrt(2 / kPi) *
+    if (std::abs(term) < kEpsilon / 16 * std::abs(sum))
+      return kSqrtPiRatio * sum * std::sqrt(2 / pi) *
              std::exp((a - 0.5) * std::log(x) + a / 2 * kLn2Rest + x * x / 4 + shift);
   }
   return kNaN;
@@ -152,11 +155,11 @@ double seriesV(double a, double x, double shift) {
   const double oddLog = (h + 0.75) * (0.6931471805599453 + kLn2Rest) - kLn2Rest - x * x / 4 + shift;
   double even, odd;
   if (h >= 0) {
-    even = sine * sine / kPi * times(y1, evenLog + std::lgamma(h + 0.25));
-    odd = cosine * cosine / kPi * times(y2, oddLog + std::lgamma(h + 0.75));
+    even = sine * sine / pi * times(y1, evenLog + calcLngamma(h + 0.25));
+    odd = cosine * cosine / pi * times(y2, oddLog + calcLngamma(h + 0.75));
   } else {
-    even = sine * times(y1, evenLog - std::lgamma(0.75 - h));
-    odd = cosine * times(y2, oddLog - std::lgamma(0.25 - h));
+    even = sine * times(y1, evenLog - calcLngamma(0.75 - h));
+    odd = cosine * times(y2, oddLog - calcLngamma(0.25 - h));
   }
   return kSqrtPiRatio * (even + x * odd);
 }
@@ -169,7 +172,30 @@ double positiveV(double a, double x, double shift) {
   }
   if (x * x / 2 + std::abs(a) < kMostTerms) return seriesV(a, x, shift);
   // V >= sqrt(2/pi) exp(x^2/4) x^(a-1/2) for a >= 3/2.
-  return a >= 1.5 && x > 1 && shift + x * x / 4 + (a - 0.5) * std::log(x) > 711 ? kInf : kNaN;
+  return a >= 1.5 && x > 1 && shift + x * x / 4 + (a - 0.5) * std::log(x) > 711 ? kInfinity : kNaN;
+}
+
+/// cos(pi a) gamma(1/2 - a) V(a, x) - sin(pi a) U(a, x), times exp(shift): U(a, -x), x > 0, the first factor being
+/// pi/gamma(1/2 + a) (DLMF 12.2.17).
+double reflectedU(double a, double x, double shift) {
+  const double cosine = cosPi(a), sine = sinPi(a);
+  double first = 0;
+  if (a >= 0)
+    first = pi * positiveV(a, x, shift - calcLngamma(a + 0.5));
+  else if (cosine != 0)
+    first = cosine * positiveV(a, x, calcLngamma(0.5 - a) + shift);
+  return first - (sine == 0 ? 0.0 : sine * positiveU(a, x, shift));
+}
+
+/// Whether the sums and the recurrence above would be too long, or take too many bits: for a < 0 the terms of V's
+/// series reach about exp(2 sqrt(-a/2) |x|).
+bool isFarU(double a, double x) {
+  if (a < -kFarA) return x < 0 || a < -kMostSteps;
+  return a > kFarA && x < 0 && x * x / 2 + a >= kMostTerms;
+}
+bool isFarV(double a, double x) {
+  const double size = std::abs(a);
+  return size > kFarA && (x * x / 2 + size >= kMostTerms || (a < 0 && x * x * size > 2e6));
 }
 
 }  // namespace
@@ -179,30 +205,29 @@ double calcParabolicCylinderD(double nu, double x) { return calcParabolicCylinde
 double calcParabolicCylinderU(double a, double x) {
   if (std::isnan(a) || std::isnan(x) || std::isinf(a)) return kNaN;
   if (x > kFarX) return std::isinf(x) ? 0.0 : (1 + 1 / x / x) * std::exp((-a - 0.5) * std::log(x) - x * x / 4);
+  if (isFarU(a, x)) return parabolicUFar(a, x);
   if (x >= -1e-16) return positiveU(a, x, 0);
   if (isSmall(a, x)) return smallU(a, x);
-  // cos(pi a) gamma(1/2 - a) V(a, -x) - sin(pi a) U(a, -x), the first factor being pi/gamma(1/2 + a) (DLMF 12.2.17).
-  const double cosine = cosPi(a), sine = sinPi(a);
-  double first = 0;
-  if (a >= 0)
-    first = kPi * positiveV(a, -x, -std::lgamma(a + 0.5));
-  else if (cosine != 0)
-    first = cosine * positiveV(a, -x, std::lgamma(0.5 - a));
-  return first - (sine == 0 ? 0.0 : sine * positiveU(a, -x, 0));
+  const double value = reflectedU(a, -x, 0);
+  if (!std::isnan(value) || !(a < 0)) return value;
+  // Both parts overflow: their difference in units of sqrt(gamma(1/2 - a)), the size of U.
+  const double size = calcLngamma(0.5 - a) / 2, scaled = reflectedU(a, -x, -size);
+  return std::exp(size / 2) * scaled * std::exp(size / 2);
 }
 
 double calcParabolicCylinderV(double a, double x) {
   if (std::isnan(a) || std::isnan(x) || std::isinf(a)) return kNaN;
   if (x > kFarX) return std::exp(std::log(x) * (a - 0.5) + x * x / 4) * (1 + 1 / x / x) * 0.7978845608028654;
+  if (isFarV(a, x)) return kSqrtPiRatio * std::exp(a / 2 * kLn2Rest) * parabolicVFar(a, x);
   if (x >= 0) return positiveV(a, x, 0);
   if (isSmall(a, x)) return seriesV(a, x, 0);
   // cos(pi a)/gamma(1/2 - a) U(a, -x) + sin(pi a) V(a, -x) (DLMF 12.2.16): the parts would cancel.
   const double cosine = cosPi(a), sine = sinPi(a);
   double first = 0;
   if (a >= 0.5)
-    first = cosine * cosine / kPi * positiveU(a, -x, std::lgamma(a + 0.5));
+    first = cosine * cosine / pi * positiveU(a, -x, calcLngamma(a + 0.5));
   else if (cosine != 0)
-    first = cosine * positiveU(a, -x, -std::lgamma(0.5 - a));
+    first = cosine * positiveU(a, -x, -calcLngamma(0.5 - a));
   return first + (sine == 0 ? 0.0 : sine * positiveV(a, -x, 0));
 }
 

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // Struve functions H and L (DLMF 11.2, 11.5).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/exponential_sum.h"
 #include "special/bessel/precise_series.h"
 #include "special/elementary/turn.h"
+#include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // KEPT: 14 digits of gamma(3/2); the values lie 9e-15 above those of the full constant (kept.csv: Struve_constant)
 constexpr double kGammaThreeHalves = 0.88622692545275;
 constexpr double kConstantRatio = 0.886226925452758 / kGammaThreeHalves;
@@ -19,12 +19,10 @@ constexpr double kSqrtPi = 1.772453850905516;
 constexpr double kMaxPairs = 1000000;
 constexpr double kPairLimit = 1e-15;
 
-double signOfGamma(double x) { return x >= 0 || !isOdd(std::floor(x)) ? 1.0 : -1.0; }
-
 /// log of the size of the k-th term of the series, the first being 1.
 double logTerm(double nu, double half, double k) {
-  return 2 * k * std::log(half) - std::lgamma(k + 1.5) + std::lgamma(1.5) - std::lgamma(nu + 1.5 + k) +
-         std::lgamma(nu + 1.5);
+  return 2 * k * std::log(half) - calcLngamma(k + 1.5) + calcLngamma(1.5) - calcLngamma(nu + 1.5 + k) +
+         calcLngamma(nu + 1.5);
 }
 
 /// x/2 to the power of nu + 1, over gamma(nu + 3/2) gamma(3/2), times the sum of the series; nu + 3/2 is no pole.
@@ -38,10 +36,11 @@ double series(double nu, double x, double sign) {
     return product * sum.value();
   if (half == 0 || std::isnan(sum.mantissa)) return product * sum.mantissa;
   // Beyond the range of the factors: by logarithms.
-  const double size = std::exp((nu + 1) * std::log(std::abs(half)) - std::lgamma(nu + 1.5) -
-                               std::log(kGammaThreeHalves) + sum.logSize());
+  const LnGamma gamma = lnGamma(nu + 1.5);
+  const double size =
+      std::exp((nu + 1) * std::log(std::abs(half)) - gamma.value - std::log(kGammaThreeHalves) + sum.logSize());
   const double turn = half < 0 && isOdd(nu + 1) ? -1.0 : 1.0;
-  return turn * signOfGamma(nu + 1.5) * std::copysign(size, sum.mantissa);
+  return turn * gamma.sign * std::copysign(size, sum.mantissa);
 }
 
 /// H - Y for x > 0: 2 (x/2)^nu/(sqrt(pi) gamma(nu + 1/2)) times the integral of exp(-xt) (1+t^2)^(nu-1/2)
@@ -53,7 +52,8 @@ double aboveY(double nu, double x) {
   if (nu + 0.5 <= 0 && isWhole(nu + 0.5)) return 0;
   const double p = std::pow(x / 2, nu), g = std::tgamma(nu + 0.5);
   if (std::isnormal(p) && std::isnormal(g)) return 2 / kSqrtPi * (p / g) * sum;
-  return signOfGamma(nu + 0.5) * 2 / kSqrtPi * sum * std::exp(nu * std::log(x / 2) - std::lgamma(nu + 0.5));
+  const LnGamma gamma = lnGamma(nu + 0.5);
+  return gamma.sign * 2 / kSqrtPi * sum * std::exp(nu * std::log(x / 2) - gamma.value);
 }
 
 /// H for nu > x by (x/2)^(nu-1)/(sqrt(pi) gamma(nu + 1/2)) times a sum (DLMF 11.6.1), what is left being far smaller;
@@ -65,7 +65,7 @@ double endpointSeries(double nu, double x) {
     if (step >= 0.9) return kNaN;
     term *= step;
     sum += term;
-    if (term < kEps / 16 * sum) return sum / kSqrtPi * std::exp((nu - 1) * std::log(x / 2) - std::lgamma(nu + 0.5));
+    if (term < kEpsilon / 16 * sum) return sum / kSqrtPi * std::exp((nu - 1) * std::log(x / 2) - calcLngamma(nu + 0.5));
   }
   return kNaN;
 }

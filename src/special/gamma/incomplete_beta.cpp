@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNearOne = 0.9999;  // up to here the series in x ends in time
 
 // B_x(a, b) for a, b > 0 by the continued fraction of 2F1 (Didonato and Morris 1992, eq. 9; the same value as the
 // series); quick for x below a/(a+b). y = 1 - x.
@@ -26,7 +26,7 @@ double betaFraction(double x, double y, double a, double b) {
     b0 = b1 / b2;
     a1 = a2 / b2;
     b1 = 1;
-    if (std::abs(a1 - value) <= std::abs(a1) * kEps) return std::pow(x, a) * power * a1;
+    if (std::abs(a1 - value) <= std::abs(a1) * kEpsilon) return std::pow(x, a) * power * a1;
     value = a1;
   }
   return std::pow(x, a) * power * value;
@@ -46,7 +46,7 @@ double betaByLogarithms(double a, double b) {
   const double sum = a + b;
   if (a >= 10) {
     const double rest = stirlingRest(a) + stirlingRest(b) - stirlingRest(sum);
-    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * kPi / b);
+    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * pi / b);
   }
   const double rest = stirlingRest(b) - stirlingRest(sum);
   return std::tgamma(a) * std::exp((b - 0.5) * std::log1p(-a / sum) - a * std::log(sum) + a + rest);
@@ -80,7 +80,7 @@ std::optional<double> leftOut(double x, double a, double b) {
   do {
     next();
     sum += term;
-  } while (std::abs(term) > std::abs(sum) * kEps);
+  } while (std::abs(term) > std::abs(sum) * kEpsilon);
   return sum;
 }
 
@@ -104,7 +104,13 @@ double betaSeries(double x, double a, double b) {
     if (const auto rest = leftOutBeside(value, x, a, b)) return value - *rest;
   }
   const double upper[] = {a, 1 - b}, lower[] = {a + 1};
-  return calcHypergeometricPFQ(upper, 2, lower, 1, x) * std::pow(x, a) / a;
+  return calcHypergeometricPFQKeepingDigits(upper, 2, lower, 1, x) * std::pow(x, a) / a;
+}
+
+// x^a (1-x)^b/a F(a+b, 1; a+1; x): for b <= 0 its terms have one sign, but for those of n < -(a+b).
+double betaSeriesBelow(double x, double a, double b) {
+  const double upper[] = {a + b, 1}, lower[] = {a + 1};
+  return calcHypergeometricPFQKeepingDigits(upper, 2, lower, 1, x) * std::pow(x, a) * std::pow(1 - x, b) / a;
 }
 
 }  // namespace
@@ -114,9 +120,7 @@ double calcIBeta(double x, double a, double b) {
   // KEPT: 0 below 1e-64, although x^a/a may be large for small or negative a (kept.csv: IBeta_tiny)
   if (x < 1e-64) return 0;
   if (x < 0.500000000000001) {
-    if (b > 0) return betaSeries(x, a, b);
-    const double upper[] = {a + b, 1}, lower[] = {a + 1};
-    return calcHypergeometricPFQ(upper, 2, lower, 1, x) * std::pow(x, a) * std::pow(1 - x, b) / a;
+    return b > 0 ? betaSeries(x, a, b) : betaSeriesBelow(x, a, b);
   }
   const double y = 1 - x, full = calcBeta(a, b);
   if (arePositive(a, b) && y > 0 && std::isnormal(full)) {
@@ -124,8 +128,12 @@ double calcIBeta(double x, double a, double b) {
     const double value = positiveBeta(x, y, a, b);
     if (const auto rest = leftOutBeside(value, y, b, a)) return value + *rest;
   }
+  const double mirrored = calcIBeta(y, b, a);
+  if (full == 0) return -mirrored;
   // KEPT: NaN where B(a, b) overflows; one would expect the integral (kept.csv: IBeta_overflow)
-  return full * (1 - calcIBeta(y, b, a) / full);
+  const double value = full * (1 - mirrored / full);
+  const bool cancels = b < 0 && x < kNearOne && std::abs(value) < 0.1 * std::abs(full);
+  return cancels ? betaSeriesBelow(x, a, b) : value;
 }
 
 double calcInverseBeta(double y, double a, double b) {
@@ -191,7 +199,7 @@ double incompleteBeta(double a, double b, double x) {
     b += 1;
   }
   const auto density = [a, b](double t) { return std::pow(t, a - 1) * std::pow(1 - t, b - 1); };
-  return sum + Integral::integralAdaptive(density, 0, x, 1000000, kEps) * factor * a * b;
+  return sum + Integral::integralAdaptive(density, 0, x, 1000000, kEpsilon) * factor * a * b;
 }
 
 }  // namespace BaseFunction

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "highprecision/binary/hp_by_gmp.h"
@@ -16,12 +18,22 @@ inline long exponentOf(const HP::HPByGMP& x) {
   return exponent;
 }
 
+/// The index behind which no lower parameter b + n is negative any more: terms may rise again up to there. 0 where that
+/// is too far to wait for.
+inline double lastTurn(const double* b, int32_t q) {
+  double turn = 0;
+  for (int32_t j = 0; j < q; ++j) turn = std::fmax(turn, -b[j]);
+  return turn < 100000 ? turn : 0;
+}
+
 /// The series pFq(a; b; z) term by term in GMP floats. Every number carries its own bits, as the default precision is
 /// process-wide and another thread may change it meanwhile.
 class GMPSeries {
  public:
   GMPSeries(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z)
-      : sum(bits, 1.0), term(bits, 1.0), upper(numbers(a, p, bits)), lower(numbers(b, q, bits)), argument(bits, z) {}
+      : GMPSeries(bits, numbers(a, p, bits), numbers(b, q, bits), z) {}
+  GMPSeries(mp_bitcnt_t bits, std::vector<HP::HPByGMP> a, std::vector<HP::HPByGMP> b, double z)
+      : sum(bits, 1.0), term(bits, 1.0), upper(std::move(a)), lower(std::move(b)), argument(bits, z) {}
 
   /// Makes term n from term n - 1 and adds it.
   void add(unsigned long n) {

@@ -12,4 +12,12 @@ namespace SpecialFunction {
 /// the rest run the GMP series, and with it change the GMP default precision for the length of the call.
 double calcHypergeometricPFQ(const double* a, int32_t p, const double* b, int32_t q, double z);
 
+/// The same sum where its terms may cancel: the value above while it keeps about 12 digits, else one with a stop
+/// relative to the sum and as many bits as the terms cancel. p <= q, |z| < 1, or an upper parameter that ends the
+/// series.
+double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const double* b, int32_t q, double z);
+
+/// The last of these at once, for sums that are known to cancel.
+double calcHypergeometricPFQInFullDigits(const double* a, int32_t p, const double* b, int32_t q, double z);
+
 }  // namespace SpecialFunction

@@ -3,34 +3,40 @@
 // arguments far left of 0, where its terms cancel, the same sum is taken by a road that keeps them.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
-#include "special/hypergeometric/hypergeometric_series_gmp.h"
+#include "frame/numbers.h"
+#include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-// The 128-bit series ends at an absolute 1e-17: above this size at least 13 digits stand.
-constexpr double kEnough = 1e-3;
-constexpr double kMostRight = 1000;      // the same for z > 0 and for the sizes of a and b there
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
 bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
 bool isNonPositiveInteger(double a) { return a <= 0 && a == std::floor(a); }
 
-double signOfGamma(double x) { return x < 0 && std::fmod(std::floor(x), 2.0) != 0 ? -1 : 1; }
+constexpr double kSmallParameters = 8;
+
+// Whether the part with exp(z), z = -y, of 1F1 is below the last digit of the part with y^-a.
+bool isLowerPartLost(double a, double b, double y) {
+  if (std::abs(a) < kSmallParameters && std::abs(b) < kSmallParameters) return true;
+  const double ratio = lnGamma(b - a).value - lnGamma(a).value + (2 * a - b) * std::log(y) - y;
+  return !(ratio > -40);
+}
 
 // 1F1(a; b; z), z -> -infinity: gamma(b)/gamma(b-a) (-z)^-a sum (a)_n (a-b+1)_n/n! (-z)^-n (Abramowitz and Stegun
 // 13.5.1; the part with exp(z) is below the last digit). The sum ends at its smallest term; `loose` takes it as it is.
 std::optional<double> farLeft1F1(double a, double b, double z, bool loose) {
   const double y = -z;
-  double term = 1, sum = 1, last = 1;
+  if (!isLowerPartLost(a, b, y)) return std::nullopt;
+  double term = 1, sum = 1, last = 1, largest = 1;
   for (int n = 0; n < 100000; ++n) {
     term *= (a + n) * (a - b + 1 + n) / ((n + 1) * y);
     const double size = std::abs(term);
-    if (size <= kEps / 4 * std::abs(sum)) {
+    largest = std::max(largest, size);
+    if (size <= kEpsilon / 4 * std::abs(sum)) {
       last = 0;
       break;
     }
@@ -40,20 +46,22 @@ std::optional<double> farLeft1F1(double a, double b, double z, bool loose) {
     last = size;
   }
   if (last != 0 && !(loose && last < 1e-6 * std::abs(sum))) return std::nullopt;
+  if (!loose && !(largest < 1000 * std::abs(sum))) return std::nullopt;
   if (std::abs(a) * std::log(y) < 600 && std::abs(b) < 150 && std::abs(b - a) < 150)
     return std::tgamma(b) / std::tgamma(b - a) * std::pow(y, -a) * sum;
-  return signOfGamma(b) * signOfGamma(b - a) * std::exp(calcLngamma(b) - calcLngamma(b - a) - a * std::log(y)) * sum;
+  const LnGamma above = lnGamma(b), below = lnGamma(b - a);
+  return above.sign * below.sign * std::exp(above.value - below.value - a * std::log(y)) * sum;
 }
 
 double leftward1F1(double a, double b, double z) {
   if (isNonPositiveInteger(b - a)) {
-    // Kummer's transform ends; beyond exp's range nothing is left.
-    const double upper = b - a, power = std::exp(z);
-    return power == 0 ? 0 : power * calcHypergeometricPFQ(&upper, 1, &b, 1, -z);
+    // Kummer's transform ends.
+    const double upper = b - a, sum = calcHypergeometricPFQKeepingDigits(&upper, 1, &b, 1, -z), half = std::exp(z / 2);
+    if (std::isfinite(sum)) return z > -700 ? std::exp(z) * sum : half * sum * half;
   }
   if (z < -36)
     if (const auto value = farLeft1F1(a, b, z, false)) return *value;
-  if (-z < kMostForSeries) return calcHypergeometricPFQByMoreBits(&a, 1, &b, 1, z);
+  if (-z < kMostForSeries) return calcHypergeometricPFQInFullDigits(&a, 1, &b, 1, z);
   if (const auto value = farLeft1F1(a, b, z, true)) return *value;
   return calcHypergeometricPFQ(&a, 1, &b, 1, z);
 }
@@ -71,63 +79,38 @@ std::optional<double> farLeft0F1(double b, double z) {
     else
       p += k % 4 == 0 ? term : -term;
     last = size;
-    if (size < kEps / 4) break;
+    if (size < kEpsilon / 4) break;
   }
-  if (last >= kEps / 4) return std::nullopt;
-  const double angle = guardAngle(t - (nu / 2 + 0.25) * kPi);
-  const double wave = std::sqrt(2 / (kPi * t)) * (p * std::cos(angle) - q * std::sin(angle));
-  return signOfGamma(b) * std::exp(calcLngamma(b) - nu * std::log(t / 2)) * wave;
-}
-
-constexpr double kSmallParameters = 8,
-                 kLargeParameters = 100;  // between them the terms of 2F1 may cancel beyond 128 bits
-
-// The largest of the first terms of 2F1, which fall behind the last sign of a parameter.
-double largestTerm2F1(double a, double b, double c, double z) {
-  double term = 1, largest = 1;
-  for (double n = 0; n < 100000; n += 1) {
-    term *= (a + n) / (c + n) * ((b + n) / (n + 1)) * z;
-    largest = std::fmax(largest, std::abs(term));
-    if (n > kLargeParameters && std::abs(term) < largest * 1e-3) break;
-  }
-  return largest;
+  if (last >= kEpsilon / 4) return std::nullopt;
+  const double angle = guardAngle(t - (nu / 2 + 0.25) * pi);
+  const double wave = std::sqrt(2 / (pi * t)) * (p * std::cos(angle) - q * std::sin(angle));
+  const LnGamma gamma = lnGamma(b);
+  return gamma.sign * std::exp(gamma.value - nu * std::log(t / 2)) * wave;
 }
 
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
-  const double value = std::isfinite(z) && z < -1e7 ? 0 : calcHypergeometricPFQ(nullptr, 0, &b, 1, z);
-  if (!(z < 0) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
-    return z < 0 && isPole(b) ? std::numeric_limits<double>::quiet_NaN() : value;
-  if (z > -100 && std::abs(value) > kEnough) return value;
+  if (!(z <= -100) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
+    return calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
   if (z < -1000)
     if (const auto far = farLeft0F1(b, z)) return *far;
-  return 2 * std::sqrt(-z) < kMostForSeries ? calcHypergeometricPFQByMoreBits(nullptr, 0, &b, 1, z) : value;
+  if (2 * std::sqrt(-z) < kMostForSeries) return calcHypergeometricPFQInFullDigits(nullptr, 0, &b, 1, z);
+  return z < -1e7 ? 0 : calcHypergeometricPFQ(nullptr, 0, &b, 1, z);
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
   const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
-  if (outside || z >= 0 || isNonPositiveInteger(a)) {
-    const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
-    const bool cancels = !outside && std::abs(value) < kEnough && std::abs(a) < kMostRight &&
-                         std::abs(b) < kMostRight && std::abs(z) < kMostRight;
-    return cancels ? calcHypergeometricPFQByMoreBits(&a, 1, &b, 1, z) : value;
-  }
-  if (z > -20) {
-    const double value = calcHypergeometricPFQ(&a, 1, &b, 1, z);
-    if (std::abs(value) > kEnough) return value;
-  }
-  return leftward1F1(a, b, z);
+  return outside || z > -20 || isNonPositiveInteger(a) ? calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z)
+                                                       : leftward1F1(a, b, z);
 }
 
 double calcHypergeometric2F1(double a, double b, double c, double z) {
   const double upper[] = {a, b};
-  const double value = calcHypergeometricPFQ(upper, 2, &c, 1, z),
-               size = std::max({std::abs(a), std::abs(b), std::abs(c)});
-  if (std::isnan(value) || !(size > kSmallParameters && size < kLargeParameters) || !(std::abs(z) < 0.99)) return value;
-  // 2^-120 of the largest term is noise.
-  if (largestTerm2F1(a, b, c, z) * 0x1p-120 <= 1e-13 * std::abs(value)) return value;
-  return calcHypergeometricPFQByMoreBits(upper, 2, &c, 1, z);
+  const bool large = std::max({std::abs(a), std::abs(b), std::abs(c)}) > kSmallParameters;
+  const bool ends = isNonPositiveInteger(a) || isNonPositiveInteger(b);
+  return large && (ends || std::abs(z) < 0.99) ? calcHypergeometricPFQKeepingDigits(upper, 2, &c, 1, z)
+                                               : calcHypergeometricPFQ(upper, 2, &c, 1, z);
 }
 
 }  // namespace SpecialFunction

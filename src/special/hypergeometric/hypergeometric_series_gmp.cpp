@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/hypergeometric/hypergeometric_series_gmp.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "special/hypergeometric/gmp_series.h"
@@ -29,13 +30,15 @@ double calcHypergeometricPFQByGMP(const double* a, int32_t p, const double* b, i
   return series.sum.toDouble();
 }
 
-double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double* b, int32_t q, double z) {
+double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double* b, int32_t q, double z,
+                                       unsigned long bits) {
   using HP::HPByGMP;
   constexpr mp_bitcnt_t kMostBits = 1 << 15;
   constexpr unsigned long kMostTerms = 200000;
   constexpr long kWanted = 64;  // bits of the result
+  const double turn = lastTurn(b, q);
   double result = 0;
-  for (mp_bitcnt_t bits = 256;;) {
+  for (;;) {
     GMPSeries series(bits, a, p, b, q, z);
     const HPByGMP &sum = series.sum, &term = series.term;
     long largest = 1, last = 1;
@@ -44,14 +47,16 @@ double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double*
       if (mpf_sgn(term.get()) == 0) break;
       const long size = exponentOf(term);
       if (size > largest) largest = size;
-      // Falling, and below the last bit that the sum can keep.
-      if (size < last && (size < exponentOf(sum) - kWanted - 8 || size < largest - static_cast<long>(bits))) break;
+      // Falling for good, and below the last bit that the sum can keep.
+      if (static_cast<double>(n) > turn && size < last &&
+          (size < exponentOf(sum) - kWanted - 8 || size < largest - static_cast<long>(bits)))
+        break;
       last = size;
     }
     result = sum.toDouble();
     const long lost = mpf_sgn(sum.get()) == 0 ? static_cast<long>(bits) : largest - exponentOf(sum);
     if (static_cast<long>(bits) >= lost + kWanted || bits >= kMostBits) break;
-    bits = 2 * bits > static_cast<mp_bitcnt_t>(lost) + 128 ? 2 * bits : static_cast<mp_bitcnt_t>(lost) + 128;
+    bits = std::max(2 * bits, static_cast<mp_bitcnt_t>(lost) + 128);
   }
   return result;
 }

@@ -12,8 +12,9 @@ constexpr int32_t kHypergeometricMaxTerms = 1000000;
 /// lower parameters that are no poles.
 double calcHypergeometricPFQByGMP(const double* a, int32_t p, const double* b, int32_t q, double z);
 
-/// The same series with a stop relative to its sum and as many bits as its cancellation asks for. p <= q; |z| so small
-/// that the largest term stays below exp(5000) or so.
-double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double* b, int32_t q, double z);
+/// The same series with a stop relative to its sum and as many bits as its cancellation asks for, `bits` at first. p <=
+/// q or |z| < 1 or a series that ends; |z| so small that the largest term stays below exp(5000) or so.
+double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double* b, int32_t q, double z,
+                                       unsigned long bits = 256);
 
 }  // namespace SpecialFunction

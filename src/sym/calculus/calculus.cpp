@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "numeric/integral_equation.h"
 #include "numeric/ode.h"
@@ -25,14 +25,15 @@ VarPtr recordOf(std::string_view name) {
   return record;
 }
 
-std::vector<VarPtr> recordsOf(std::string_view names) {
+/// The first variables of a list of names, as many as are wanted or there. A comma may stand behind the last name.
+std::vector<VarPtr> recordsOf(std::string_view names, size_t wanted) {
   std::vector<VarPtr> result;
-  while (true) {
+  while (result.size() < wanted && !names.empty()) {
     const size_t comma = names.find(',');
     result.push_back(recordOf(names.substr(0, comma)));
-    if (comma == std::string_view::npos) return result;
-    names.remove_prefix(comma + 1);
+    names.remove_prefix(comma == std::string_view::npos ? names.size() : comma + 1);
   }
+  return result;
 }
 
 /// Kernel and free term of an integral equation, in the variables "x" and "t".
@@ -100,13 +101,13 @@ void integrals(const SymMatrix2d_t& matrix, const std::string& name, double a, d
 void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double start, std::span<const double> initial,
               std::span<const double> positions, double* out, double tolerance) {
   const size_t n = initial.size();
-  const std::vector<VarPtr> variables = recordsOf(names);
+  const std::vector<VarPtr> variables = recordsOf(names, n + 1);
   std::vector<const SymObject*> elements;
   for (const auto& row : rightSide.data)
     for (const NodePtr& element : row) elements.push_back(element.get());
   const bool fits =
       elements.size() == n && variables.size() == n + 1 && !std::count(elements.begin(), elements.end(), nullptr);
-  std::fill(out, out + n * positions.size(), std::numeric_limits<double>::quiet_NaN());
+  std::fill(out, out + n * positions.size(), kNaN);
   if (!fits) return;
 
   auto derivative = [&](double t, const double* y, double* dy) {

@@ -4,8 +4,6 @@
 #include "sym/calculus/calculus.h"
 #include "sym/handles.h"
 
-using Sym::native;
-
 SymMatrix2d* sym_taylor(const SymMatrix2d* matrix, const char* name, double centre, int32_t order) {
   return Sym::kept(Sym::taylorMatrix(native(matrix), name, centre, order));
 }

@@ -6,7 +6,6 @@
 #include "sym/handles.h"
 
 using Sym::kept;
-using Sym::native;
 
 namespace {
 

@@ -19,7 +19,7 @@ bool isNumericPower(const SymObject& node) {
 
 // Coefficients that cancel but for rounding.
 bool cancels(double sum, double largest) {
-  return sum == 0 || (std::abs(sum) < kEps && std::abs(sum) <= 4 * kEps * largest);
+  return sum == 0 || (std::abs(sum) < kEpsilon && std::abs(sum) <= 4 * kEpsilon * largest);
 }
 
 }  // namespace
@@ -166,7 +166,7 @@ NodePtr DerivativeSum::build(double factor) {
     else
       terms.push_back(std::move(term));
   }
-  const bool noNumber = std::abs(number) < kEps;
+  const bool noNumber = std::abs(number) < kEpsilon;
   if (terms.empty()) return makeNumber(number * factor);
   if (terms.size() == 1 && noNumber) {
     multiplyValue(*terms[0], factor);

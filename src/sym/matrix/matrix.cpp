@@ -2,10 +2,12 @@
 #include "sym/matrix/matrix.h"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 #include <utility>
 
+#include "frame/code_table.h"
+#include "frame/numbers.h"
+#include "orvane/sym.h"
 #include "sym/node/edit.h"
 #include "sym/node/walk.h"
 
@@ -189,16 +191,23 @@ MatrixPtr elementWise(const SymMatrix2d_t& a, const SymMatrix2d_t& b, uint8_t co
   return result;
 }
 
+namespace {
+
+struct Operation {
+  uint8_t code;
+  MatrixPtr (*run)(const SymMatrix2d_t&);
+};
+
+constexpr Operation kOperations[] = {
+    {ORVANE_SYM_TRACE, trace},         {ORVANE_SYM_INVERSE, inverse}, {ORVANE_SYM_DETERMINANT, determinant},
+    {ORVANE_SYM_TRANSPOSE, transpose}, {ORVANE_SYM_SUM, sumOfAll},    {ORVANE_SYM_SKEW, skew},
+};
+
+}  // namespace
+
 MatrixPtr oneFun(const SymMatrix2d_t& matrix, uint8_t code) {
-  struct Operation {
-    uint8_t code;
-    MatrixPtr (*run)(const SymMatrix2d_t&);
-  };
-  static constexpr Operation kOperations[] = {{200, trace},     {201, inverse},  {202, determinant},
-                                              {204, transpose}, {206, sumOfAll}, {208, skew}};
-  for (const Operation& operation : kOperations)
-    if (operation.code == code) return operation.run(matrix);
-  return nullptr;
+  const Operation* operation = CodeTable<kOperations>::find(code);
+  return operation == nullptr ? nullptr : operation->run(matrix);
 }
 
 MatrixPtr rotation(const NodePtr& angle, uint8_t axis) {
@@ -215,9 +224,7 @@ MatrixPtr rotation(const NodePtr& angle, uint8_t axis) {
   return result;
 }
 
-double elementValue(const NodePtr& element) {
-  return element ? element->fnValue() : std::numeric_limits<double>::quiet_NaN();
-}
+double elementValue(const NodePtr& element) { return element ? element->fnValue() : kNaN; }
 
 bool allNumbers(const SymMatrix2d_t& matrix) {
   for (const auto& row : matrix.data)

@@ -27,7 +27,7 @@ MatrixPtr cross(const SymMatrix2d_t& a, const SymMatrix2d_t& b);  ///< of the sh
 /// Element-wise kind of two arguments; a 1-by-1 side is paired with every element of the other.
 MatrixPtr elementWise(const SymMatrix2d_t& a, const SymMatrix2d_t& b, uint8_t code);
 
-/// The operation of one byte: 200 trace, 201 inverse, 202 determinant, 204 transpose, 206 sum, 208 skew; else null.
+/// The operation of a code, ORVANE_SYM_TRACE to ORVANE_SYM_SKEW; null for another.
 MatrixPtr oneFun(const SymMatrix2d_t& matrix, uint8_t code);
 
 MatrixPtr rotation(const NodePtr& angle, uint8_t axis);  ///< about axis 1, 2 or 3; null for another

@@ -86,9 +86,11 @@ class Args {
     std::move(place + 1, end(), place);
     std::destroy_at(nodes_ + --size_);
   }
-  void clear() {
-    std::destroy(begin(), end());
-    size_ = 0;
+  void clear() { shorten(0); }
+  void shorten(std::size_t n) {  ///< drops what stands beyond the first n
+    if (n >= size_) return;
+    std::destroy(begin() + n, end());
+    size_ = static_cast<uint32_t>(n);
   }
   void swap(Args& other) noexcept {
     std::swap(nodes_, other.nodes_);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "frame/numbers.h"
 #include "sym/node/node.h"
 
 namespace Sym {
 
-inline constexpr double kEps = 2.220446049250313e-16;
 inline constexpr double kTol = 1e-14;
 
 inline bool within(double x, double value, double bound) { return x - value < bound && value - x < bound; }

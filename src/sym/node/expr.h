@@ -57,17 +57,12 @@ inline Expr operator*(double k, Expr a) {
 }
 inline Expr operator-(Expr a) { return -1.0 * std::move(a); }
 
-/// A kind as a function of expressions: `Sin(u)` is the normalised node of that kind on its arguments.
-struct Function {
-  uint8_t code;
-
-  template <class... Args>
-  Expr operator()(Args&&... args) const {
-    std::vector<NodePtr> nodes;
-    nodes.reserve(sizeof...(args));
-    (nodes.push_back(Expr(std::forward<Args>(args)).take()), ...);
-    return Expr(makeNode(code, std::move(nodes)));
-  }
-};
+template <class... Args>
+Expr KindCode::operator()(Args&&... args) const {
+  std::vector<NodePtr> nodes;
+  nodes.reserve(sizeof...(args));
+  (nodes.push_back(Expr(std::forward<Args>(args)).take()), ...);
+  return Expr(makeNode(code, std::move(nodes)));
+}
 
 }  // namespace Sym

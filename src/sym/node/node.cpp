@@ -70,8 +70,9 @@ void SymObject::bindHandlers() {
 void SymObject::fnUpdate() {
   text.clear();
   poly.reset();
-  // A null argument or a missing one: nothing to normalise, and the writers of the host's mistake find it later.
-  if (args.size() < row_->minArgs) return;
+  if (row_->maxArgs != kAnyArgs) args.shorten(row_->maxArgs);
+  if (args.size() < row_->minArgs) throw std::invalid_argument(std::string("too few arguments for ") + row_->name);
+  // A null argument: nothing to normalise, and the writers of the host's mistake find it later.
   for (const NodePtr& arg : args)
     if (!arg) return;
   row_->update(*this);

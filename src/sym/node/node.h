@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "sym/kinds/codes.h"
 #include "sym/node/args.h"
 #include "sym/node/cached_text.h"
 
@@ -51,7 +52,8 @@ class SymObject {
   /// a row.
   void bindHandlers();
 
-  void fnUpdate();                                                     ///< normalises in place
+  /// Normalises in place. Arguments beyond the kind's count go; too few throw std::invalid_argument.
+  void fnUpdate();
   double fnValue() const;                                              ///< coef times the function
   void fnText();                                                       ///< fills text
   std::string fnLatex();                                               ///< LaTeX text
@@ -62,17 +64,6 @@ class SymObject {
  private:
   const Kind* row_ = nullptr;
 };
-
-// Codes of the kinds that rules name, as in the table of kinds.
-namespace Code {
-inline constexpr uint8_t Number = 0, Variable = 1, Add = 2, Mul = 3, Pow = 5, Sqrt = 10, Ln = 11, Exp = 12, Abs = 13;
-inline constexpr uint8_t Sin = 20, Cos = 21, Tan = 22, Cot = 23, Asin = 24, Acos = 25, Atan = 26, Acot = 27;
-inline constexpr uint8_t Sinh = 30, Cosh = 31, Tanh = 32, Coth = 33, Asinh = 34, Acosh = 35, Atanh = 36, Acoth = 37;
-inline constexpr uint8_t Erf = 50, Gamma = 51, LnGamma = 53, BarnesG = 69, IncompleteGamma = 82, Erfi = 97, Erfc = 98;
-inline constexpr uint8_t LnErfi = 149, LnBarnesG = 150;
-/// Meanings at construction only.
-inline constexpr uint8_t Subtract = 7, Divide = 8;
-}  // namespace Code
 
 NodePtr newNode(uint8_t kind, double coef = 1.0);  ///< from the pool, without arguments
 NodePtr makeNumber(double value);

@@ -61,7 +61,7 @@ bool sameMembers(const SymObject& a, const SymObject& b) {
 int compareNodes(const SymObject& a, const SymObject& b) {
   if ((a.coef < 0) != (b.coef < 0)) return a.coef < 0 ? 1 : -1;
   if (a.kind != b.kind) return a.kind < b.kind ? -1 : 1;
-  if (std::abs(a.coef - b.coef) > kEps) return a.coef < b.coef ? -1 : 1;
+  if (std::abs(a.coef - b.coef) > kEpsilon) return a.coef < b.coef ? -1 : 1;
   if (a.kind == Code::Number) return 0;
   if (a.kind == Code::Variable) return a.var == b.var ? 0 : a.var->name.compare(b.var->name);
   if (a.args.size() != b.args.size()) return a.args.size() < b.args.size() ? -1 : 1;
@@ -72,7 +72,7 @@ int compareNodes(const SymObject& a, const SymObject& b) {
 
 bool sameNode(const SymObject& a, const SymObject& b, bool withCoefficient) {
   if (a.kind != b.kind || a.args.size() != b.args.size()) return false;
-  if (withCoefficient && !(a.coef == b.coef || std::abs(a.coef - b.coef) < kEps)) return false;
+  if (withCoefficient && !(a.coef == b.coef || std::abs(a.coef - b.coef) < kEpsilon)) return false;
   if (a.kind == Code::Number) return true;
   if (a.kind == Code::Variable) return a.var == b.var;
   if (a.kind == Code::Add || a.kind == Code::Mul) return sameMembers(a, b);

@@ -2,13 +2,18 @@
 #include "sym/normal/update.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "sym/kinds/kind.h"
 #include "sym/node/edit.h"
 
 namespace Sym {
 
-void updateNothing(SymObject&) {}
+void updateNumber(SymObject&) {}
+
+void updateVariable(SymObject& node) {
+  if (!node.var) throw std::invalid_argument("a variable is made by its name");
+}
 
 void updateCommon(SymObject& node) {
   const Kind& row = node.bound();

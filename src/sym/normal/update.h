@@ -7,7 +7,8 @@
 /// rule never changes the value of the node; where it does not apply, the node stays as built.
 namespace Sym {
 
-void updateNothing(SymObject& node);  ///< numbers and variables
+void updateNumber(SymObject& node);
+void updateVariable(SymObject& node);  ///< throws std::invalid_argument for one that was built by its code alone
 
 /// The rule of most kinds, driven by the row: folding of numbers, cancelling of the inverse kind, parity.
 void updateCommon(SymObject& node);

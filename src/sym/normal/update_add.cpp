@@ -22,7 +22,7 @@ struct Term {
 
 // What is left of a sum that cancels. A sum that is small because its parts are is no rounding residue and stays.
 bool isResidue(double sum, double largest) {
-  return sum == 0 || (std::abs(sum) < kEps && std::abs(sum) <= 4 * kEps * largest);
+  return sum == 0 || (std::abs(sum) < kEpsilon && std::abs(sum) <= 4 * kEpsilon * largest);
 }
 
 bool sameCoefficient(double a, double b) {

@@ -31,7 +31,7 @@ void updateLn(SymObject& node) {
     const NodePtr u = inner->args[0];
     if (within(c, 1, kTol)) return copyFrom(node, *u, node.coef);
     if (c > 0) return setBinary(node, makeNumber(std::log(c)), u, Code::Add);
-    // KEPT: takes the logarithm of the own coefficient; one would expect that of the negative c (kept.csv:
+    // KEPT: takes the logarithm of the own coefficient; expected: that of the negative c (kept.csv:
     // Ln_negative_exp)
     return setBinary(node, makeUnary(Code::Ln, makeNumber(node.coef)), u, Code::Add);
   }

@@ -10,19 +10,19 @@
 namespace Sym {
 namespace {
 
-bool isInteger(double x) { return std::abs(x) < 0x1p63 && within(x, std::nearbyint(x), kEps); }
+bool isInteger(double x) { return std::abs(x) < 0x1p63 && within(x, std::nearbyint(x), kEpsilon); }
 
-// KEPT: a power that is 1 loses its coefficient; one would expect the coefficient (kept.csv: Pow_zero_coef,
+// KEPT: a power that is 1 loses its coefficient; expected: the coefficient (kept.csv: Pow_zero_coef,
 // Pow_one_coef)
 void becomeOne(SymObject& node) { setConstant(node, 1); }
 
 void powerOfNumber(SymObject& node, double base, const SymObject& exponent) {
   const bool numeric = exponent.kind == Code::Number;
   if (base == 0) {
-    if (numeric && within(exponent.coef, 0, kEps)) return becomeOne(node);
+    if (numeric && within(exponent.coef, 0, kEpsilon)) return becomeOne(node);
     if (!numeric) return setConstant(node, 0);
   }
-  if (within(base, 1, kEps)) return becomeOne(node);
+  if (within(base, 1, kEpsilon)) return becomeOne(node);
   if (numeric) setConstant(node, node.coef * std::pow(base, exponent.coef));
 }
 
@@ -56,8 +56,8 @@ void moveCoefficientOut(SymObject& node, SymObject& base, double exponent) {
 void powerOfPower(SymObject& node, const NodePtr& base, double exponent) {
   if (base->coef != 1) return;
   NodePtr u = base->args[0], k = base->args[1];
-  const bool whole = isInteger(exponent);
-  if (!whole && !neverNegative(*u)) {
+  const bool integer = isInteger(exponent);
+  if (!integer && !neverNegative(*u)) {
     if (k->kind != Code::Number) return;
     if (isInteger(k->coef / 2)) u = makeUnary(Code::Abs, std::move(u));
   }

@@ -25,8 +25,8 @@ void updateSqrt(SymObject& node) {
     takeCoefficient(*inner);
   }
   if (inner->kind != Code::Pow || inner->args[1]->kind != Code::Number) return;
-  // Sqrt(b^e): an odd or a broken e is defined for b >= 0 only; an even one leaves |b|, whose sign an even half
-  // forgets.
+  // Sqrt(b^e): an odd e or one that is no integer is defined for b >= 0 only; an even one leaves |b|, whose sign an
+  // even half forgets.
   const double half = inner->args[1]->coef / 2;
   NodePtr base = inner->args[0];
   if (isInteger(half) && !isInteger(half / 2) && !neverNegative(*base)) base = makeUnary(Code::Abs, std::move(base));

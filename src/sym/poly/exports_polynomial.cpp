@@ -6,6 +6,7 @@
 
 #include "frame/handle.h"
 #include "frame/text.h"
+#include "numeric/polynomial_fit.h"
 #include "orvane/sym_polynomial.h"
 #include "sym/handles.h"
 #include "sym/matrix/matrix.h"
@@ -16,7 +17,6 @@
 namespace {
 
 using Sym::kept;
-using Sym::native;
 using Sym::PolyForm;
 using Sym::PolyTerms;
 
@@ -107,18 +107,8 @@ SymMatrix2d* sym_createPoly(const double* data) {
 
 SymMatrix2d* sym_polyApp(const SymMatrix2d* matrix, double a, double b, int32_t degree) {
   const Sym::SymObject* element = single(matrix);
-  if (!element || !std::isfinite(a) || !std::isfinite(b) || a == b || degree < 0 || degree > Sym::kRootDegreeLimit)
-    return nullptr;
-  std::vector<Sym::VarPtr> variables;
-  Sym::collectVariables(*element, variables);
-  if (variables.empty()) return kept(Sym::makeMatrix(Sym::cloneNode(*element)));
-  if (variables.size() > 1) return nullptr;
-  const auto f = [&](double x) {
-    variables[0]->value = x;
-    return element->fnValue();
-  };
-  const auto terms = Sym::chebyshevApproximation(f, a, b, degree);
-  return terms ? kept(Sym::makeMatrix(Sym::polynomialNode(*terms, variables[0]))) : nullptr;
+  Sym::NodePtr result = element ? Sym::chebyshevApproximation(*element, a, b, degree) : nullptr;
+  return result ? kept(Sym::makeMatrix(std::move(result))) : nullptr;
 }
 
 SymMatrix2d* sym_solveRPoly(const double* x, const double* y, int32_t n, const double* weights,

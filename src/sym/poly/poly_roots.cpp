@@ -6,6 +6,7 @@
 #include <complex>
 #include <limits>
 
+#include "frame/numbers.h"
 #include "sym/poly/precise_roots.h"
 #include "sym/poly/squarefree.h"
 
@@ -16,7 +17,6 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr int kSweeps = 400;
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 /// p(z), p'(z) and a bound of the rounding error of p(z), each divided by z^n where |z| > 1, so that nothing overflows.
 struct Evaluation {
@@ -40,7 +40,7 @@ Evaluation evaluate(const std::vector<double>& c, Complex z) {
   }
   // Outside: q(w) = w^n p(1/w), so p'(z)/p(z) = w (n - w q'(w)/q(w)).
   const Complex newton = outside ? p / (w * (static_cast<double>(n) * p - w * slope)) : p / slope;
-  return {newton, std::abs(p), 4 * static_cast<double>(n) * kEps * sizes};
+  return {newton, std::abs(p), 4 * static_cast<double>(n) * kEpsilon * sizes};
 }
 
 /// Starting points on circles whose radii are the slopes of the upper convex hull of (i, log|c_i|) (Bini, Numer.
@@ -86,7 +86,7 @@ std::vector<Complex> aberth(const std::vector<double>& c) {
       const Complex step = at.newton / (1.0 - at.newton * repulsion);
       if (!std::isfinite(step.real()) || !std::isfinite(step.imag())) continue;
       z[i] -= step;  // once more where the noise was met: this last step is free
-      if (std::abs(step) <= kEps / 4 * std::abs(z[i])) done[i] = true;
+      if (std::abs(step) <= kEpsilon / 4 * std::abs(z[i])) done[i] = true;
       all = all && done[i];
     }
     if (all) break;
@@ -100,7 +100,8 @@ std::vector<Complex> symmetric(const std::vector<double>& c, const std::vector<C
   std::vector<Complex> upper, lower, result;
   for (const Complex z : roots) {
     const Evaluation at = evaluate(c, z);
-    const double radius = n * std::abs(at.newton) * (1 + (at.size > 0 ? at.noise / at.size : 0)) + kEps * std::abs(z);
+    const double radius =
+        n * std::abs(at.newton) * (1 + (at.size > 0 ? at.noise / at.size : 0)) + kEpsilon * std::abs(z);
     if (std::abs(z.imag()) <= radius)
       result.emplace_back(z.real(), 0);
     else

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "orvane/sym_polynomial.h"
+
 namespace Sym {
 
 namespace {
@@ -142,27 +144,27 @@ double resultant(const PolyTerms& a, const PolyTerms& b) {
 PolyTerms runPolyOperation(const PolyTerms& left, const PolyTerms& right, uint8_t operation) {
   const PolyTerms a = withoutZeros(left), b = withoutZeros(right);
   switch (operation) {
-    case 0:
+    case ORVANE_POLY_SUM:
       return trimmed(sum(a, b));
-    case 1:
+    case ORVANE_POLY_DIFFERENCE:
       return trimmed(sum(a, b, -1.0));
-    case 2:
+    case ORVANE_POLY_PRODUCT:
       return trimmed(product(a, b));
-    case 3:
+    case ORVANE_POLY_QUOTIENT:
       return trimmed(divide(a, b).first);
-    case 4:
+    case ORVANE_POLY_REMAINDER:
       return trimmed(divide(a, b).second);
-    case 5:
+    case ORVANE_POLY_GCD:
       return trimmed(greatestCommonDivisor(a, b));
-    case 6:
+    case ORVANE_POLY_LCM:
       return trimmed(leastCommonMultiple(a, b));
-    case 7:
+    case ORVANE_POLY_COMPOSITION:
       return trimmed(composition(a, b));
-    case 8:
+    case ORVANE_POLY_DERIVATIVE:
       return trimmed(derivative(product(a, b)));
-    case 9:
+    case ORVANE_POLY_RESULTANT:
       return trimmed({{0, resultant(a, b)}});
-    case 10: {
+    case ORVANE_POLY_POWER: {
       const double exponent = b.empty() ? 0 : b.begin()->second;
       if (degree(b) > 0 || !(exponent >= 0 && exponent <= kDegreeLimit) || exponent != std::floor(exponent)) return {};
       return trimmed(power(a, static_cast<int64_t>(exponent)));

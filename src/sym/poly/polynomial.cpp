@@ -32,9 +32,9 @@ Monomial monomialOf(const SymObject& term) {
       if (term.args.size() != 2 || !isKind(0, Code::Variable) || !isKind(1, Code::Number)) return {};
       const double exponent = term.args[1]->coef;
       if (!(exponent >= 0 && exponent <= static_cast<double>(kHighestExponent))) return {};
-      const double whole = std::round(exponent);
-      if (std::abs(exponent - whole) > kSmall) return {};
-      return {static_cast<int64_t>(whole), term.coef * std::pow(term.args[0]->coef, whole)};
+      const double integer = std::round(exponent);
+      if (std::abs(exponent - integer) > kSmall) return {};
+      return {static_cast<int64_t>(integer), term.coef * std::pow(term.args[0]->coef, integer)};
     }
     case Code::Mul: {
       if (term.args.size() != 2) return {};
@@ -63,7 +63,7 @@ PolyTerms termsOf(const SymObject& node) {
   return terms;
 }
 
-/// numberText takes for whole what is whole to 1e-15, and 0 for what is below that: a root may be as small.
+/// numberText takes for an integer what is one to 1e-15, and 0 for what is below that: a root may be as small.
 std::string exactText(double x) {
   if (x == std::round(x)) return numberText(x);
   char buffer[64];

@@ -18,7 +18,7 @@ struct Reciprocal {
 constexpr Reciprocal kReciprocals[] = {{Code::Sin, false},  {Code::Cos, false}, {Code::Sinh, false},
                                        {Code::Cosh, false}, {Code::Asin, true}, {Code::Acos, true},
                                        {Code::Asinh, true}, {Code::Acosh, true}};
-constexpr uint8_t kFirstReciprocal = 38;
+constexpr uint8_t kFirstReciprocal = ORVANE_KIND_CSC;
 
 }  // namespace
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sym/store/store_block.h"
 
-#include <limits>
 #include <vector>
 
 #include "frame/data_stream.h"
+#include "frame/numbers.h"
 
 namespace Sym {
 
@@ -17,10 +17,10 @@ void writeNode(DataStream& stream, const SymObject* root) {
     const SymObject* node = pending.back();
     pending.pop_back();
     stream.put(node ? node->kind : Code::Number);
-    stream.put(node ? node->coef : std::numeric_limits<double>::quiet_NaN());
+    stream.put(node ? node->coef : kNaN);
     if (!node || node->kind == Code::Number) continue;
     if (node->kind == Code::Variable) {
-      stream.put(node->var ? node->var->id : int32_t{-1});
+      stream.put(node->var->id);
       continue;
     }
     stream.put(static_cast<uint32_t>(node->args.size()));
@@ -39,7 +39,7 @@ struct Contents {
 };
 
 // KEPT: a node read back has its kind and coefficient but neither arguments nor the behaviour of its kind: it is worth
-// its coefficient; one would expect the expression (kept.csv: Read_node)
+// its coefficient; expected: the expression (kept.csv: Read_node)
 NodePtr readNode(DataStream& stream, const Contents& contents) {
   auto top = std::make_shared<SymObject>();
   uint64_t pending = 1;
@@ -133,7 +133,7 @@ void readStore(SymManger& store, std::span<const uint8_t> block) {
   store.stream = std::make_shared<DataStream>();
   store.stream->bytes.assign(block.begin(), block.end());
   Contents contents = readContents(*store.stream);
-  if (store.stream->bad()) return;
+  if (store.stream->bad() || store.stream->left() > 0) return;
   // Old matrices stand above the ids of the new ones.
   if (!contents.matrices.empty())
     for (const auto& [address, matrix] : store.matrices) matrix->id = static_cast<int32_t>(contents.matrices.size());

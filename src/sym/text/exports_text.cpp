@@ -4,8 +4,6 @@
 #include "sym/handles.h"
 #include "sym/text/writers.h"
 
-using Sym::native;
-
 int32_t sym_getSymStr(SymMatrix2d* matrix, int32_t row, int32_t col, char* out, int32_t capacity) {
   return handOut(Sym::plainText(*native(matrix).at(row, col)), out, capacity);
 }

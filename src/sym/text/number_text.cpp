@@ -30,7 +30,7 @@ std::string latexNumberFull(double x) {
   std::string text = streamText(x, 18);
   const std::size_t e = text.find('e');
   if (e == std::string::npos) return text;
-  // KEPT: the mantissa keeps its e, the exponent its sign and zeros; one would not expect them (kept.csv: NumberFull_e)
+  // KEPT: the mantissa keeps its e, the exponent its sign and zeros; expected: neither (kept.csv: NumberFull_e)
   return text.substr(0, e + 1) + "\\times 10^{" + text.substr(e + 1) + "}";
 }
 

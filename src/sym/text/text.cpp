@@ -26,7 +26,7 @@ std::string operandText(SymObject& operand) {
 // The sum's sign rule: no plus before a term that brings its own minus.
 bool bringsSign(const std::string& term) {
   if (term[0] == '-') return true;
-  // KEPT: nor before one with "-" second, such as (-2)^x; one would expect a plus there (kept.csv: Add_secondMinus)
+  // KEPT: nor before one with "-" second, such as (-2)^x; expected: a plus there (kept.csv: Add_secondMinus)
   return term.size() > 2 && term[1] == '-';
 }
 
@@ -74,8 +74,8 @@ std::string numeratorText(const SymObject& product, const std::vector<SymObject*
 }  // namespace
 
 void coefPrefix(double coef, const char* times, std::string& out) {
-  if (within(coef, 1, kEps)) return;
-  if (within(coef, -1, kEps))
+  if (within(coef, 1, kEpsilon)) return;
+  if (within(coef, -1, kEpsilon))
     out += "-";
   else
     out.append(numberText(coef)).append(times);

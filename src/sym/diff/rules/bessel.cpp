@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dBesselI{kRefused, [](Arg n, Arg u) { return 0.5 * (BesselI(n + 1, u) + BesselI(n - 1, u)); }};
 const Rule dBesselJ{kRefused, [](Arg n, Arg u) { return 0.5 * (BesselJ(n - 1, u) - BesselJ(n + 1, u)); }};

@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dSin{[](Arg u) { return Cos(u); }};
 const Rule dCos{[](Arg u) { return -Sin(u); }};

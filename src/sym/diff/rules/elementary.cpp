@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule refused{};
 // Also of an argument that refuses.

@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 namespace {
 
@@ -22,7 +22,7 @@ Expr amplitudeByM(Arg u, Arg m) {
 /// d RF(x, y, z)/dx and d RG(x, y, z)/dx (Carlson): the other two arguments may change places.
 Expr slopeOfRF(Arg x, Arg y, Arg z) { return -1.0 / 6 * EllipticRD(y, z, x); }
 Expr slopeOfRG(Arg x, Arg y, Arg z) {
-  // KEPT: the factor of RD has eight digits; one would expect 1/12 (kept.csv: EllipticRG_twelfth)
+  // KEPT: the factor of RD has eight digits; expected: 1/12 (kept.csv: EllipticRG_twelfth)
   return 0.25 * EllipticRF(x, y, z) - 0.08333333 * (x * EllipticRD(y, z, x));
 }
 

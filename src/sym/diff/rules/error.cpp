@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dErf{[](Arg u) { return 1.1283791670955126 * Exp(-square(u)); }};  // 2/sqrt(pi)
 const Rule dErfc{[](Arg u) { return -1.1283791670955126 * Exp(-square(u)); }};

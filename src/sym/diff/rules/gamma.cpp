@@ -3,10 +3,10 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dGamma{[](Arg u) { return DiGamma(u) * Gamma(u); }};
-const Rule dLnGamma{[](Arg u) { return Gamma(u) * DiGamma(u) / Gamma(u); }};
+const Rule dLnGamma{[](Arg u) { return DiGamma(u); }};
 const Rule dDiGamma{[](Arg u) { return PolyGamma(1, u); }};
 const Rule dPolyGamma{kRefused, [](Arg n, Arg u) { return PolyGamma(n + 1, u); }};
 

@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dHypergeometric0F1{kRefused, [](Arg b, Arg u) { return Hypergeometric0F1(b + 1, u) / b; }};
 const Rule dHypergeometric1F1{kRefused, kRefused,

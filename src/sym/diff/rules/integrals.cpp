@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dSinIntegral{[](Arg u) { return Sin(u) / u; }};
 const Rule dCosIntegral{[](Arg u) { return Cos(u) / u; }};

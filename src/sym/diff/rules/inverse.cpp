@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 // The inverse f of g has f' = 1/g'(f).
 const Rule dInverseErf{[](Arg u) { return 0.886226925452758 * Exp(square(InverseErf(u))); }};  // sqrt(pi)/2

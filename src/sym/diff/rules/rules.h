@@ -2,7 +2,6 @@
 #pragma once
 
 #include "sym/diff/diff.h"
-#include "sym/text/notation.h"
 
 /// The derivatives of all kinds, each named d and the kind. The table of kinds points at them; a file a family defines
 /// them.

@@ -3,7 +3,7 @@
 
 namespace Sym::Rules {
 
-using namespace Notation;
+using namespace Code;
 
 const Rule dHurwitzZeta{kRefused, [](Arg s, Arg a) { return -(s * HurwitzZeta(s + 1, a)); }};
 const Rule dPolyLog{kRefused, [](Arg s, Arg u) { return PolyLog(s - 1, u) / u; }};

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "slam/matrix3.h"
+
+namespace SLAM {
+
+/// An ellipsoid of revolution by its semi-major axis in metres and its first eccentricity. Points are longitude and
+/// latitude in degrees with the altitude in metres (LLA), or metres from the centre (ECEF).
+class Ellipsoid {
+ public:
+  Ellipsoid(double a, double e) : a(a), square(e * e) {}
+
+  Vector3 toECEF(const Vector3& lla) const;
+  Vector3 toLLA(const Vector3& ecef) const;
+
+ private:
+  double a, square;
+};
+
+/// East, north and up at an origin.
+class LocalFrame {
+ public:
+  LocalFrame(const Vector3& originLLA, const Ellipsoid& ellipsoid);
+
+  Vector3 toENU(const Vector3& ecef) const { return rotation * (ecef - origin); }
+  Vector3 toECEF(const Vector3& enu) const { return inverse(rotation) * enu + origin; }
+
+ private:
+  Vector3 origin;  // ECEF
+  Matrix3 rotation;
+};
+
+/// Length of the path from p to q that runs straight in longitude, latitude and altitude, by its samples.
+double lengthOfPath(const Vector3& p, const Vector3& q, const Ellipsoid& ellipsoid);
+
+}  // namespace SLAM

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: Apache-2.0
+// Tricomi's U by its two series in GMP floats, the gamma factors too.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "special/hypergeometric/gmp_series.h"
+#include "special/hypergeometric/hypergeometric_u_parts.h"
+
+namespace SpecialFunction {
+namespace {
+
+using HP::HPByGMP;
+
+constexpr double kMostX = 5000, kMostParameter = 1e6;
+constexpr mp_bitcnt_t kFirstBits = 192, kMostBits = 1 << 15;
+constexpr long kWanted = 70;  // bits of the result, with what rounding takes
+
+HPByGMP sumOf(mp_bitcnt_t bits, std::initializer_list<double> summands) {
+  HPByGMP sum(bits, 0.0);
+  for (const double summand : summands) {
+    const HPByGMP number(bits, summand);
+    mpf_add(sum.get(), sum.get(), number.get());
+  }
+  return sum;
+}
+
+bool isPole(const HPByGMP& z) { return mpf_sgn(z.get()) <= 0 && mpf_integer_p(z.get()) != 0; }
+
+HPByGMP integerPower(const HPByGMP& base, long exponent) {
+  HPByGMP power(mpf_get_prec(base.get()));
+  mpf_pow_ui(power.get(), base.get(), static_cast<unsigned long>(std::abs(exponent)));
+  if (exponent < 0) mpf_ui_div(power.get(), 1, power.get());
+  return power;
+}
+
+// log 2 = 18 artanh(1/26) - 2 artanh(1/4801) + 8 artanh(1/8749).
+HPByGMP logTwo(mp_bitcnt_t bits) {
+  static constexpr struct {
+    long weight;
+    unsigned long inverse;
+  } kParts[] = {{18, 26}, {-2, 4801}, {8, 8749}};
+  HPByGMP sum(bits, 0.0), term(bits), power(bits);
+  for (const auto& part : kParts) {
+    mpf_set_si(power.get(), part.weight);
+    mpf_div_ui(power.get(), power.get(), part.inverse);
+    for (unsigned long k = 1; exponentOf(power) > -static_cast<long>(bits) - 8; k += 2) {
+      mpf_div_ui(term.get(), power.get(), k);
+      mpf_add(sum.get(), sum.get(), term.get());
+      mpf_div_ui(power.get(), power.get(), part.inverse * part.inverse);
+    }
+  }
+  return sum;
+}
+
+// 2^exponent for any real exponent.
+HPByGMP powerOfTwo(const HPByGMP& exponent) {
+  const mp_bitcnt_t bits = mpf_get_prec(exponent.get());
+  HPByGMP whole(bits), rest(bits), sum(bits, 1.0), term(bits, 1.0);
+  mpf_floor(whole.get(), exponent.get());
+  mpf_sub(rest.get(), exponent.get(), whole.get());
+  const HPByGMP ln2 = logTwo(bits);
+  mpf_mul(rest.get(), rest.get(), ln2.get());
+  for (unsigned long k = 1; mpf_sgn(term.get()) != 0 && exponentOf(term) > -static_cast<long>(bits) - 8; ++k) {
+    mpf_mul(term.get(), term.get(), rest.get());
+    mpf_div_ui(term.get(), term.get(), k);
+    mpf_add(sum.get(), sum.get(), term.get());
+  }
+  const long shift = mpf_get_si(whole.get());
+  if (shift >= 0)
+    mpf_mul_2exp(sum.get(), sum.get(), static_cast<mp_bitcnt_t>(shift));
+  else
+    mpf_div_2exp(sum.get(), sum.get(), static_cast<mp_bitcnt_t>(-shift));
+  return sum;
+}
+
+/// gamma(z) as value N^power exp(-N): the incomplete gamma function gamma(f, N) = N^f exp(-N) sum of N^k/((f)(f+1)...
+/// (f+k)), 1 <= f < 2, is gamma(f) up to exp(-N), and integer steps lead from f to z.
+struct ScaledGamma {
+  HPByGMP value;
+  long steps;  // z - f; N's power is f
+
+  ScaledGamma(const HPByGMP& z, const HPByGMP& n) : value(mpf_get_prec(n.get())), steps(0) {
+    const mp_bitcnt_t bits = mpf_get_prec(n.get());
+    HPByGMP f(bits), factor(bits), product(bits, 1.0), term(bits, 1.0), scale(bits);
+    mpf_floor(f.get(), z.get());
+    steps = mpf_get_si(f.get()) - 1;
+    mpf_sub(f.get(), z.get(), f.get());
+    mpf_add_ui(f.get(), f.get(), 1);
+    // As a fraction value/scale, so that one division is enough.
+    mpf_set(factor.get(), f.get());
+    mpf_set_ui(value.get(), 1);
+    mpf_set(scale.get(), f.get());
+    do {
+      mpf_add_ui(factor.get(), factor.get(), 1);
+      mpf_mul(term.get(), term.get(), n.get());
+      mpf_mul(scale.get(), scale.get(), factor.get());
+      mpf_mul(value.get(), value.get(), factor.get());
+      mpf_add(value.get(), value.get(), term.get());
+    } while (exponentOf(term) > exponentOf(value) - static_cast<long>(bits) - 8);
+    mpf_div(value.get(), value.get(), scale.get());
+    mpf_set(factor.get(), steps >= 0 ? f.get() : z.get());
+    for (long k = std::abs(steps); k > 0; --k) {
+      mpf_mul(product.get(), product.get(), factor.get());
+      mpf_add_ui(factor.get(), factor.get(), 1);
+    }
+    if (steps >= 0)
+      mpf_mul(value.get(), value.get(), product.get());
+    else
+      mpf_div(value.get(), value.get(), product.get());
+  }
+};
+
+// M(a, b, x), and its largest term's binary exponent.
+HPByGMP kummer(const HPByGMP& a, const HPByGMP& b, double x, long& largest) {
+  const mp_bitcnt_t bits = mpf_get_prec(a.get());
+  const double turn = -mpf_get_d(b.get());
+  GMPSeries series(bits, {a}, {b}, x);
+  long last = 1;
+  largest = 1;
+  for (unsigned long n = 1;; ++n) {
+    series.add(n);
+    if (mpf_sgn(series.term.get()) == 0) break;
+    const long size = exponentOf(series.term);
+    largest = std::max(largest, size);
+    if (static_cast<double>(n) > turn && size < last && size < largest - static_cast<long>(bits)) break;
+    last = size;
+  }
+  return series.sum;
+}
+
+struct Part {
+  HPByGMP value;
+  long error;  // binary exponent of its error
+};
+
+// gamma(upper)/gamma(lower) M(a, b, x) without the factors N^f; 0 at a pole of the lower gamma.
+Part partOf(const HPByGMP& upper, const HPByGMP& lower, const HPByGMP& a, const HPByGMP& b, double x, const HPByGMP& n,
+            long& steps) {
+  const mp_bitcnt_t bits = mpf_get_prec(n.get());
+  Part part{HPByGMP(bits, 0.0), std::numeric_limits<long>::min() / 2};
+  if (isPole(lower)) return part;
+  const ScaledGamma above(upper, n), below(lower, n);
+  steps = below.steps - above.steps;
+  mpf_div(part.value.get(), above.value.get(), below.value.get());
+  long largest = 1;
+  const long factor = exponentOf(part.value);
+  const HPByGMP sum = kummer(a, b, x, largest);
+  mpf_mul(part.value.get(), part.value.get(), sum.get());
+  part.error = factor + largest - static_cast<long>(bits);
+  return part;
+}
+
+void multiply(Part& part, const HPByGMP& factor) {
+  mpf_mul(part.value.get(), part.value.get(), factor.get());
+  part.error += exponentOf(factor);
+}
+
+// U N^rest, where rest = a - round(a).
+Part sumOfParts(double a, double b, double x, int doublings, mp_bitcnt_t bits) {
+  const HPByGMP one(bits, 1.0), n(bits, std::ldexp(x, doublings)), upper(bits, a), lower(bits, b);
+  const HPByGMP otherUpper = sumOf(bits, {1, a, -b}), otherLower = sumOf(bits, {2, -b});
+  const HPByGMP fromOne = sumOf(bits, {1, -b}), toOne = sumOf(bits, {b, -1});
+  const long whole = std::lround(a);
+  long steps = 0;
+  Part left = partOf(fromOne, otherUpper, upper, lower, x, n, steps);
+  multiply(left, integerPower(n, steps - whole));
+  steps = 0;
+  Part right = partOf(toOne, upper, otherUpper, otherLower, x, n, steps);
+  multiply(right, integerPower(n, steps - whole));
+  // x^(1-b) N^(b-1) = 2^(doublings (b-1))
+  HPByGMP exponent(bits, doublings);
+  mpf_mul(exponent.get(), exponent.get(), toOne.get());
+  multiply(right, powerOfTwo(exponent));
+  mpf_add(left.value.get(), left.value.get(), right.value.get());
+  left.error = std::max(left.error, right.error);
+  return left;
+}
+
+}  // namespace
+
+std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
+  if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameter && std::abs(b) <= kMostParameter)) return std::nullopt;
+  for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBits;) {
+    // N from 0.7 bits on, as exp(-N) is left out.
+    const int doublings = std::ilogb(0.7 * static_cast<double>(bits + 16) / x) + 1;
+    const Part sum = sumOfParts(a, b, x, doublings, bits);
+    const long lost = sum.error + static_cast<long>(bits) - exponentOf(sum.value);
+    if (mpf_sgn(sum.value.get()) != 0 && lost + kWanted <= static_cast<long>(bits)) {
+      long exponent = 0;
+      const double rest = std::pow(std::ldexp(x, doublings), std::round(a) - a);
+      const double mantissa = mpf_get_d_2exp(&exponent, sum.value.get()) * rest;
+      if (std::abs(exponent) < 1000) return Scaled{std::ldexp(mantissa, static_cast<int>(exponent)), 0};
+      return Scaled{mantissa, static_cast<double>(exponent) * std::numbers::ln2};
+    }
+    bits = std::max(bits + bits / 2,
+                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBits))) + kWanted + 32);
+  }
+  return std::nullopt;
+}
+
+}  // namespace SpecialFunction
