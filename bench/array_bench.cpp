@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Array functions beside a host's loop that calls the function of one element through its export: time per element.
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
@@ -9,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "orvane/orvane.h"
+#include "harness.h"
 
 namespace {
 
@@ -23,90 +21,59 @@ std::vector<double> places(double low, double high, std::size_t count = kCount) 
   return values;
 }
 
-void perElement(benchmark::State& state) {
-  state.counters["ns_per_element"] =
-      benchmark::Counter(kCount * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-}
+void perElement(benchmark::State& state) { state.counters["ns_per_element"] = harness::nanosecondsEach(kCount); }
 
-struct One {
+/// A function of one or two numbers, named in the list of functions, on arrays of places between two ends.
+struct Timed {
   const char* name;
-  uint8_t code;
-  double (*call)(double);
   double low, high;
 };
 
-constexpr One kOne[] = {
-    {"sign", 133, math_sign, -2, 2},
-    {"stepFun", 164, math_stepFun, -2, 2},
-    {"sin", 10, math_sin, -10, 10},
-    {"log10", 114, math_log10, 0.1, 10},
-    {"logSign", 121, math_logSign, -10, 10},
-    {"erf", 72, math_erf, -2, 2},
-    {"gamma", 81, math_gamma, 0.5, 20},
-    {"dawson", 47, math_drawson, -5, 5},
-    {"ellipticK", 61, math_ellipticK, 0, 0.99},
-    {"lambertW", 113, math_lambertW, 0, 10},
-    {"AiryAi", 9, math_AiryAi, -5, 5},
+constexpr Timed kTimed[] = {
+    {"math_sign", -2, 2},     {"math_stepFun", -2, 2},   {"math_sin", -10, 10},
+    {"math_log10", 0.1, 10},  {"math_logSign", -10, 10}, {"math_erf", -2, 2},
+    {"math_gamma", 0.5, 20},  {"math_drawson", -5, 5},   {"math_ellipticK", 0, 0.99},
+    {"math_lambertW", 0, 10}, {"math_AiryAi", -5, 5},    {"math_pow", 0.5, 3},
+    {"math_AGM", 0.5, 3},     {"math_beta", 0.5, 3},     {"math_jacobiEllipticSn", 0.1, 0.9},
 };
 
-void loopOne(benchmark::State& state, const One* f) {
-  const std::vector<double> source = places(f->low, f->high);
-  std::vector<double> out(kCount);
-  for (auto _ : state) {
-    for (std::size_t i = 0; i < source.size(); ++i) out[i] = f->call(source[i]);
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
-  }
-  perElement(state);
+/// Fills an array again and again with what `fill` makes of the places and of the same in reverse.
+template <class Fill>
+void registerFill(const std::string& name, const Timed& timed, Fill fill) {
+  benchmark::RegisterBenchmark(name.c_str(), [timed, fill](benchmark::State& state) {
+    const std::vector<double> a = places(timed.low, timed.high), b(a.rbegin(), a.rend());
+    std::vector<double> out(kCount);
+    for (auto _ : state) {
+      fill(a.data(), b.data(), out.data());
+      benchmark::DoNotOptimize(out.data());
+      benchmark::ClobberMemory();
+    }
+    perElement(state);
+  });
 }
 
-void arrayOne(benchmark::State& state, const One* f) {
-  const std::vector<double> source = places(f->low, f->high);
-  std::vector<double> out(kCount);
-  for (auto _ : state) {
-    apiFun_calcFun(source.data(), kCount, out.data(), f->code);
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
+/// The array function and a loop over the export, called by its pointer as a host does.
+void registerTimed(const Timed& timed) {
+  const functions::Function& f = functions::row(timed.name);
+  void* const symbol = dlsym(RTLD_DEFAULT, timed.name);
+  const auto code = static_cast<uint8_t>(f.arrayCode);
+  const std::string name = f.name.substr(std::string("math_").size());
+  if (f.count == 1) {
+    const auto one = reinterpret_cast<double (*)(double)>(symbol);
+    registerFill(name + "/orvane", timed,
+                 [code](const double* a, const double*, double* out) { apiFun_calcFun(a, kCount, out, code); });
+    registerFill(name + "/loop", timed, [one](const double* a, const double*, double* out) {
+      for (int32_t i = 0; i < kCount; ++i) out[i] = one(a[i]);
+    });
+  } else {
+    const auto two = reinterpret_cast<double (*)(double, double)>(symbol);
+    registerFill(name + "/orvane", timed, [code](const double* a, const double* b, double* out) {
+      apiFun_calcFun2(a, kCount, b, kCount, out, code);
+    });
+    registerFill(name + "/loop", timed, [two](const double* a, const double* b, double* out) {
+      for (int32_t i = 0; i < kCount; ++i) out[i] = two(a[i], b[i]);
+    });
   }
-  perElement(state);
-}
-
-struct Two {
-  const char* name;
-  uint8_t code;
-  double (*call)(double, double);
-  double low, high;
-};
-
-constexpr Two kTwo[] = {
-    {"pow", 132, math_pow, 0.5, 3},
-    {"AGM", 8, math_AGM, 0.5, 3},
-    {"beta", 31, math_beta, 0.5, 3},
-    {"jacobiEllipticSn", 107, math_jacobiEllipticSn, 0.1, 0.9},
-};
-
-void loopTwo(benchmark::State& state, const Two* f) {
-  const std::vector<double> a = places(f->low, f->high);
-  const std::vector<double> b(a.rbegin(), a.rend());
-  std::vector<double> out(kCount);
-  for (auto _ : state) {
-    for (std::size_t i = 0; i < a.size(); ++i) out[i] = f->call(a[i], b[i]);
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
-  }
-  perElement(state);
-}
-
-void arrayTwo(benchmark::State& state, const Two* f) {
-  const std::vector<double> a = places(f->low, f->high);
-  const std::vector<double> b(a.rbegin(), a.rend());
-  std::vector<double> out(kCount);
-  for (auto _ : state) {
-    apiFun_calcFun2(a.data(), kCount, b.data(), kCount, out.data(), f->code);
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
-  }
-  perElement(state);
 }
 
 // Another array each time: a processor learns the branches of a single one.
@@ -169,14 +136,7 @@ void normalLoop(benchmark::State& state) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (const One& f : kOne) {
-    benchmark::RegisterBenchmark((std::string(f.name) + "/orvane").c_str(), arrayOne, &f);
-    benchmark::RegisterBenchmark((std::string(f.name) + "/loop").c_str(), loopOne, &f);
-  }
-  for (const Two& f : kTwo) {
-    benchmark::RegisterBenchmark((std::string(f.name) + "/orvane").c_str(), arrayTwo, &f);
-    benchmark::RegisterBenchmark((std::string(f.name) + "/loop").c_str(), loopTwo, &f);
-  }
+  for (const Timed& timed : kTimed) registerTimed(timed);
   benchmark::RegisterBenchmark("sort/orvane", [](benchmark::State& state) {
     sortValues(state, [](std::vector<double>& v) { apiFun_SortForValue(v.data(), kCount, 0); });
   });

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pdf/fit_range.h"
 
-#include <limits>
 #include <vector>
 
+#include "frame/numbers.h"
 #include "numeric/line_equation.h"
 #include "pdf/formula.h"
 #include "special/special_function.h"
 
 namespace PDF {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// Coefficients of target_i = first * column_i + second, by least squares.
 struct Line {
@@ -61,7 +59,7 @@ void QuantileStart::apply(const FitRange& range) const {
 }
 
 QuantileStart quantileArcSin(const Sample& s) {
-  const Line line = fitLine(s, point, [](double, double F) { return (std::sin(kPi * (F - 0.5)) + 1) / 2; });
+  const Line line = fitLine(s, point, [](double, double F) { return (std::sin(pi * (F - 0.5)) + 1) / 2; });
   return {.value = {atLeast(line.first, 0.01), line.second}, .positive = 0};
 }
 
@@ -69,7 +67,7 @@ QuantileStart quantileCosine(const Sample& s) {
   // sin t = 2F - 1 with t = a (x - b)
   const Line line = fitLine(s, point, [](double, double F) {
     const double t = std::asin(2 * F - 1);
-    return atMost(atLeast(t, -kPi / 2), kPi / 2);
+    return atMost(atLeast(t, -pi / 2), pi / 2);
   });
   return {.value = {line.first < 0.001 ? kNaN : line.first, -line.second / line.first}, .positive = 0};
 }
@@ -131,8 +129,7 @@ QuantileStart quantileNormal(const Sample& s) {
 
 QuantileStart quantileSigmod(const Sample& s) {
   // tan(F pi/2) = exp(a (x - b))
-  const Line line =
-      fitLine(s, point, [](double, double F) { return std::log(std::max(std::tan(F * kPi / 2), 0.001)); });
+  const Line line = fitLine(s, point, [](double, double F) { return std::log(std::max(std::tan(F * pi / 2), 0.001)); });
   return {.value = {atLeast(line.first, 0.01), -line.second / line.first}, .positive = 0};
 }
 

@@ -120,8 +120,8 @@ class PDFFunByGenHalfCos final : public GenPDFFun<PDFFunByGenHalfCos> {
  public:
   static constexpr bool kUsesDensity = true;
   using GenPDFFun::GenPDFFun;
-  double density(double Psi, double psi) const { return kPi / 2 * std::cos(Psi * kPi / 2) * psi; }
-  double distribution(double Psi) const { return std::sin(Psi * kPi / 2); }
+  double density(double Psi, double psi) const { return pi / 2 * std::cos(Psi * pi / 2) * psi; }
+  double distribution(double Psi) const { return std::sin(Psi * pi / 2); }
 };
 
 /// a Psi^b + (1-a) Psi^c.
@@ -150,9 +150,9 @@ class PDFFunByGenSymCos final : public GenPDFFun<PDFFunByGenSymCos> {
   using GenPDFFun::GenPDFFun;
   double density(double Psi, double /*psi*/) const {
     // KEPT: the last factor is Psi; one would expect psi, as the sheet has it (kept.csv: GenSymCos_factor)
-    return kPi / 2 * std::cos(kPi * (Psi - 0.5)) * Psi;
+    return pi / 2 * std::cos(pi * (Psi - 0.5)) * Psi;
   }
-  double distribution(double Psi) const { return (1 + std::sin(kPi * (Psi - 0.5))) / 2; }
+  double distribution(double Psi) const { return (1 + std::sin(pi * (Psi - 0.5))) / 2; }
 };
 
 }  // namespace PDF

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "pdf/optimize_fun.h"
 #include "pdf/table.h"
 #include "solver/solver_factory.h"
@@ -178,7 +178,7 @@ void PDFManger::start(uint8_t solverCode, BasePDFFun& fun) {
 }
 
 void PDFManger::collect(const Task& task) {
-  double value = std::numeric_limits<double>::infinity();
+  double value = kInfinity;
   const std::vector<double>* position = nullptr;
   for (const auto& member : task.solver->population) {
     if (!(member->bestValue < value)) continue;

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "frame/numbers.h"
+
 /// exp, log, power and the normal distribution function without a branch, a table or a call, so that a loop over points
 /// becomes vector instructions. Every operation is rounded on its own (no fused ones), so that a point gives the same
 /// bits in a loop and alone. Errors: about one ulp for exp and log, 1e-14 in the far tail of the normal distribution.
@@ -87,7 +89,7 @@ inline double quickLog(double x) {
   const double s = f / (2 + f), s2 = s * s;
   const double value =
       k * 6.93147180369123816490e-01 + (2 * s + (s * s2 * polynomial(kSeries, s2) + k * 1.90821492927058770002e-10));
-  const double finite = x > 0 ? value : x == 0 ? -std::numeric_limits<double>::infinity() : x * 0 / 0.0;
+  const double finite = x > 0 ? value : x == 0 ? -kInfinity : x * 0 / 0.0;
   return x <= std::numeric_limits<double>::max() ? finite : x;
 }
 

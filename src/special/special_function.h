@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <numbers>
 
 #include "special/elementary/elementary.h"
 #include "special/hypergeometric/hypergeometric.h"
@@ -10,8 +11,7 @@
 /// is named calc and the function's name; what each computes stands at its export in the header of its room.
 namespace SpecialFunction {
 
-inline constexpr double kEps = 2.220446049250313e-16;
-inline constexpr double kPi = 3.141592653589793;
+using std::numbers::pi;
 
 // Gamma family
 double calcGamma(double x);

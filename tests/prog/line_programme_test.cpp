@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "prog/drawn_problem.h"
-#include "prog/table.h"
+#include "support/csv.h"
 
 namespace {
 
@@ -66,7 +66,7 @@ bool idleGain(const Problem& problem) {
 
 TEST(LineProgramme, AgreesWithHighs) {
   std::map<std::string, int> wrong, lower, count;
-  for (const auto& cells : table("line_programmes.csv")) {
+  for (const auto& cells : readCsv("prog/line_programmes.csv")) {
     const std::string& family = cells[0];
     const Problem problem = drawnProblem(family, std::stoi(cells[1]));
     // A variable in no row that would be worth having fails before the simplex, where HiGHS says unbounded.
@@ -105,7 +105,7 @@ TEST(LineProgramme, AgreesWithHighs) {
 }
 
 TEST(LineProgramme, NetlibProblems) {
-  for (const auto& cells : table("netlib.csv")) {
+  for (const auto& cells : readCsv("prog/netlib.csv")) {
     std::ifstream file(std::string(ORVANE_REFERENCE_DIR) + "/prog/netlib/" + cells[0] + ".mps");
     std::map<std::string, int32_t> columns;
     std::map<std::string, std::map<int32_t, double>> rows;

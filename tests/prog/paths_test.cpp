@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "prog/drawn_problem.h"
-#include "prog/table.h"
+#include "support/csv.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ Found shortest(const Graph& graph, uint32_t start, uint32_t end, std::size_t roo
 }
 
 TEST(Paths, ShortestAsByScipy) {
-  for (const auto& cells : table("paths.csv")) {
+  for (const auto& cells : readCsv("prog/paths.csv")) {
     const uint32_t n = static_cast<uint32_t>(std::stoul(cells[0])), start = static_cast<uint32_t>(std::stoul(cells[3])),
                    end = static_cast<uint32_t>(std::stoul(cells[4]));
     Draw d(std::stoull(cells[2]));
@@ -188,7 +188,7 @@ double checkedTour(const Nodes& nodes, int32_t threads) {
 
 TEST(Tours, NearTheOptimum) {
   double sum = 0, count = 0;
-  for (const auto& cells : table("tours.csv")) {
+  for (const auto& cells : readCsv("prog/tours.csv")) {
     std::vector<std::pair<double, double>> points;
     if (cells[0] == "drawn") {
       Draw d(std::stoull(cells[2]));
@@ -197,7 +197,7 @@ TEST(Tours, NearTheOptimum) {
         points.push_back({x, d.below(10000)});
       }
     } else {
-      for (const auto& place : table("tours/" + cells[0] + ".csv"))
+      for (const auto& place : readCsv("prog/tours/" + cells[0] + ".csv"))
         points.push_back({std::stod(place[0]), std::stod(place[1])});
     }
     const Nodes nodes(rounded(points));

@@ -14,10 +14,10 @@ namespace {
 using namespace SpecialFunction;
 
 TEST(HurwitzZeta, AgreesWithClosedForms) {
-  const double zeta2 = kPi * kPi / 6, catalan = 0.915965594177219015;
+  const double zeta2 = pi * pi / 6, catalan = 0.915965594177219015;
   EXPECT_NEAR(calcHurwitzZeta(2, 3), zeta2 - 1.25, 1e-14);
-  EXPECT_NEAR(calcHurwitzZeta(2, 0.25), kPi * kPi + 8 * catalan, 1e-13);
-  EXPECT_NEAR(calcHurwitzZeta(2, -1.75), kPi * kPi + 8 * catalan + 1 / (1.75 * 1.75) + 1 / (0.75 * 0.75), 1e-13);
+  EXPECT_NEAR(calcHurwitzZeta(2, 0.25), pi * pi + 8 * catalan, 1e-13);
+  EXPECT_NEAR(calcHurwitzZeta(2, -1.75), pi * pi + 8 * catalan + 1 / (1.75 * 1.75) + 1 / (0.75 * 0.75), 1e-13);
   EXPECT_NEAR(calcHurwitzZeta(-0.5, 2.25), calcHurwitzZeta(-0.5, 1.25) - std::sqrt(1.25), 1e-13);
   EXPECT_NEAR(calcHurwitzZeta(-3, 0.3), -(std::pow(0.3, 4) - 2 * std::pow(0.3, 3) + 0.09 - 1.0 / 30) / 4, 1e-16);
   EXPECT_EQ(calcHurwitzZeta(1e-16, 0.3), 0.5 - 0.3);
@@ -105,9 +105,8 @@ TEST(IncompleteBeta, QuickFormIsTheSeriesOnBothSidesOfEverySwitch) {
         EXPECT_NEAR(calcIBeta(1 - x, b, a), full - series(1 - (1 - x), a, b), 1e-12 * full)
             << x << " " << a << " " << b;
       }
-  // (1+x)^b beyond the range: the series stops at a term of more than DBL_MAX, and so does the value.
-  EXPECT_EQ(calcIBeta(0.45, 2, 2000), series(0.45, 2, 2000));
-  EXPECT_GT(std::abs(calcIBeta(0.45, 2, 2000)), 1e200);
+  // (1+x)^b beyond the range: the terms of the series are, and its sum 1/(b (b+1)) is not.
+  EXPECT_NEAR(calcIBeta(0.45, 2, 2000) * 2000 * 2001, 1, 1e-14);
 }
 
 TEST(Precision, IntegerSumsRestoreTheGmpDefault) {

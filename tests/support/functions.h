@@ -50,6 +50,12 @@ inline const std::vector<Function>& all() {
   return rows;
 }
 
+inline const Function& row(const std::string& name) {
+  for (const Function& function : all())
+    if (function.name == name) return function;
+  throw std::runtime_error("no function " + name);
+}
+
 /// The pointer behind an export as a call.
 inline Call fromSymbol(void* symbol, int count, bool ofOrder) {
   if (ofOrder) {
@@ -149,10 +155,6 @@ inline Call callOf(const Function& function) {
   return byArray(function);
 }
 
-inline Call find(const std::string& name) {
-  for (const Function& function : all())
-    if (function.name == name) return callOf(function);
-  throw std::runtime_error("no function " + name);
-}
+inline Call find(const std::string& name) { return callOf(row(name)); }
 
 }  // namespace functions

@@ -34,7 +34,7 @@ class PDFFunByArcSin final : public PlainPDFFun<PDFFunByArcSin> {
     const double y = slope * x + offset;
     if (y < 0) return 0;
     if (y > 1) return 1;
-    return std::asin(2 * y - 1) / kPi + 0.5;
+    return std::asin(2 * y - 1) / pi + 0.5;
   }
 
  private:
@@ -60,7 +60,7 @@ class PDFFunByArcTan final : public PlainPDFFun<PDFFunByArcTan> {
     a = params[0], c = params[2];
     t = std::atan(a * params[1]);
     middle = params[1] + c;
-    mass = t + kPi / 2;
+    mass = t + pi / 2;
   }
   double density(double x) const { return x < c ? 0 : a / (mass * (1 + square(a * (middle - x)))); }
   double distribution(double x) const { return x < c ? 0 : (t - std::atan(a * (middle - x))) / mass; }
@@ -83,11 +83,11 @@ class PDFFunByCosine final : public PlainPDFFun<PDFFunByCosine> {
   void updateParam() override { a = params[0], b = params[1]; }
   double density(double x) const {
     const double t = (x - b) * a;
-    return t > -kPi / 2 && t < kPi / 2 ? std::cos(t) * a / 2 : 0;
+    return t > -pi / 2 && t < pi / 2 ? std::cos(t) * a / 2 : 0;
   }
   double distribution(double x) const {
     const double t = (x - b) * a;
-    if (t > -kPi / 2 && t < kPi / 2) return (std::sin(t) + 1) / 2;
+    if (t > -pi / 2 && t < pi / 2) return (std::sin(t) + 1) / 2;
     return t >= 0 ? 1 : 0;
   }
 
@@ -233,13 +233,13 @@ class PDFFunByRaisedCosine final : public PlainPDFFun<PDFFunByRaisedCosine> {
   void updateParam() override { a = params[0], b = params[1], low = a - b, high = a + b; }
   double density(double x) const {
     if (x < low || x > high) return 0;
-    return (1 + std::cos((x - a) * kPi / b)) / (2 * b);
+    return (1 + std::cos((x - a) * pi / b)) / (2 * b);
   }
   double distribution(double x) const {
     if (x < low) return 0;
     if (x > high) return 1;
     const double y = (x - a) / b;
-    return (std::sin(y * kPi) / kPi + y + 1) / 2;
+    return (std::sin(y * pi) / pi + y + 1) / 2;
   }
 
  private:

@@ -19,9 +19,9 @@ class PDFFunByCauchy final : public PlainPDFFun<PDFFunByCauchy> {
                                         "b>0"};
   static void range(const Sample& s, const FitRange& r) { r.set({s.low, 0}, {s.high, s.wide}, {s.low, s.D}); }
 
-  void updateParam() override { a = params[0], b = params[1], factor = b / kPi, b2 = b * b; }
+  void updateParam() override { a = params[0], b = params[1], factor = b / pi, b2 = b * b; }
   double density(double x) const { return factor / (square(x - a) + b2); }
-  double distribution(double x) const { return std::atan((x - a) / b) / kPi + 0.5; }
+  double distribution(double x) const { return std::atan((x - a) / b) / pi + 0.5; }
 
  private:
   double a, b, factor, b2;
@@ -67,10 +67,10 @@ class PDFFunByHyperSecant final : public PlainPDFFun<PDFFunByHyperSecant> {
   // KEPT: location a, rate pi, b unused; one would expect location b, rate a (kept.csv: HyperSecant_rate)
   void updateParam() override { a = params[0]; }
   double density(double x) const {
-    const double e = std::exp((x - a) * kPi);
+    const double e = std::exp((x - a) * pi);
     return 2 / (1 / e + e);
   }
-  double distribution(double x) const { return std::atan(std::sinh((x - a) * kPi)) / kPi + 0.5; }
+  double distribution(double x) const { return std::atan(std::sinh((x - a) * pi)) / pi + 0.5; }
 
  private:
   double a;
@@ -85,7 +85,7 @@ class PDFFunBySigmod final : public PlainPDFFun<PDFFunBySigmod> {
   static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.high}, {1, s.xm}); }
   static constexpr auto kQuantileStart = quantileSigmod;
 
-  void updateParam() override { a = params[0], b = params[1], factor = 2 * a / kPi; }
+  void updateParam() override { a = params[0], b = params[1], factor = 2 * a / pi; }
   double density(double x) const {
     const double e = std::exp((x - b) * a);
     return factor / (1 / e + e);

@@ -46,8 +46,8 @@ class PDFFunByHalfNormal final : public OneSidedPDFFun<PDFFunByHalfNormal, End::
   static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.xm}, {1, s.low}); }
   static constexpr auto kQuantileStart = quantileHalfNormal;
 
-  void updateParam() override { a = params[0], from = params[1], factor = 2 * a / kPi; }
-  double densityAt(double u) const { return factor * std::exp(-square(u * a) / kPi); }
+  void updateParam() override { a = params[0], from = params[1], factor = 2 * a / pi; }
+  double densityAt(double u) const { return factor * std::exp(-square(u * a) / pi); }
   double shareAt(double u) const { return std::erf(u * a / kSqrtPi); }
 
  private:
@@ -136,7 +136,7 @@ class PDFFunByInverseGaussian final : public OneSidedPDFFun<PDFFunByInverseGauss
 
   void updateParam() override {
     from = params[0], b = params[1], c = params[2];
-    root = std::sqrt(b / (2 * kPi));
+    root = std::sqrt(b / (2 * pi));
     rate = b / (2 * c * c);
     reflected = std::exp(2 * b / c);
   }
@@ -166,7 +166,7 @@ class PDFFunByLevy final : public OneSidedPDFFun<PDFFunByLevy, End::open> {
 
   void updateParam() override {
     from = params[0], b = params[1];
-    root = std::sqrt(b / (2 * kPi));
+    root = std::sqrt(b / (2 * pi));
   }
   double densityAt(double u) const { return std::exp(-b / (2 * u)) * root / (std::sqrt(u) * u); }
   double shareAt(double u) const { return quickErfc(std::sqrt(b / (2 * u))); }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Airy functions by Bessel functions of order 1/3 and 2/3 (DLMF 9.6).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/bessel_expansion.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
@@ -10,8 +10,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kThird = 1.0 / 3, kTwoThirds = 2.0 / 3;
 constexpr double kSqrt3 = 1.7320508075688772;
 constexpr double kPiSqrt3 = 5.441398092702654;
@@ -26,7 +24,7 @@ struct Orders {
 double smallSeries(double nu, double z, double sign) {
   const double square = sign * z * z / 4;
   double term = 1, sum = 1;
-  for (int k = 1; k < 60 && std::abs(term) > kEps / 16; ++k) {
+  for (int k = 1; k < 60 && std::abs(term) > kEpsilon / 16; ++k) {
     term *= square / (k * (nu + k));
     sum += term;
   }
@@ -54,7 +52,7 @@ Orders besselI(double nu, double z) {
     return {value, value};
   }
   const double value = calcBesselI(nu, z);
-  return {value, value + 2 / kPi * sinPi(nu) * calcBesselK(nu, z)};
+  return {value, value + 2 / pi * sinPi(nu) * calcBesselK(nu, z)};
 }
 
 double besselK(double nu, double z) { return z > kHankelFrom ? besselIKHankel(nu, z).second : calcBesselK(nu, z); }
@@ -63,13 +61,13 @@ double besselK(double nu, double z) { return z > kHankelFrom ? besselIKHankel(nu
 
 double calcAiryAi(double x) {
   if (std::isnan(x)) return kNaN;
-  if (x < -kEps) {
+  if (x < -kEpsilon) {
     const double r = std::sqrt(-x), z = -2 * x * (r / 3);
     if (std::isinf(z)) return 0;
     const Orders j = besselJ(kThird, z, x);
     return (j.minus + j.plus) * (r / 3);
   }
-  if (x <= kEps) return 0.3550280538878172;
+  if (x <= kEpsilon) return 0.3550280538878172;
   if (x <= 36) {
     const double r = std::sqrt(x);
     return besselK(kThird, kTwoThirds * x * r) * (r / kPiSqrt3);
@@ -81,27 +79,27 @@ double calcAiryAi(double x) {
 
 double calcAiryBi(double x) {
   if (std::isnan(x)) return kNaN;
-  if (x < -kEps) {
+  if (x < -kEpsilon) {
     const double r = std::sqrt(-x), z = -2 * x * (r / 3);
     if (std::isinf(z)) return 0;
     const Orders j = besselJ(kThird, z, x);
     return (j.minus - j.plus) * (r / 3) * kSqrt3;
   }
-  if (x <= kEps) return 0.6149266274460007;
+  if (x <= kEpsilon) return 0.6149266274460007;
   const double r = std::sqrt(x), z = (r * x + r * x) / 3;
-  if (std::isinf(z)) return kInf;
+  if (std::isinf(z)) return kInfinity;
   const Orders i = besselI(kThird, z);
   return (i.plus + i.minus) * (r / kSqrt3);
 }
 
 double calcDiffAiryAi(double x) {
-  if (std::isnan(x) || x == -kInf) return kNaN;
+  if (std::isnan(x) || x == -kInfinity) return kNaN;
   const double r = std::sqrt(std::abs(x));
-  if (x > kEps) {
+  if (x > kEpsilon) {
     const double z = (r / 3) * 2 * x;
     return std::isinf(z) ? 0.0 : -besselK(kTwoThirds, z) * x / kPiSqrt3;
   }
-  if (x < -kEps) {
+  if (x < -kEpsilon) {
     const double z = (r / 3) * x * -2;
     if (std::isinf(z)) return 0;  // from 1e205 on no digit of x tells the phase
     const Orders j = besselJ(kTwoThirds, z, x);
@@ -111,15 +109,15 @@ double calcDiffAiryAi(double x) {
 }
 
 double calcDiffAiryBi(double x) {
-  if (std::isnan(x) || x == -kInf) return kNaN;
+  if (std::isnan(x) || x == -kInfinity) return kNaN;
   const double r = std::sqrt(std::abs(x));
-  if (x > kEps) {
+  if (x > kEpsilon) {
     const double z = (r / 3) * 2 * x;
-    if (std::isinf(z)) return kInf;
+    if (std::isinf(z)) return kInfinity;
     const Orders i = besselI(kTwoThirds, z);
     return (i.plus + i.minus) * (x / kSqrt3);
   }
-  if (x < -kEps) {
+  if (x < -kEpsilon) {
     const double z = (r / 3) * x * -2;
     if (std::isinf(z)) return 0;
     const Orders j = besselJ(kTwoThirds, z, x);

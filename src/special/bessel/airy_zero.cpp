@@ -2,9 +2,9 @@
 // Zeros of the Airy functions and their derivatives: tables, and beyond them the asymptotic series
 // (DLMF 9.9.18-9.9.21).
 #include <cmath>
-#include <limits>
 #include <span>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -43,7 +43,7 @@ double derivativeSeries(double t) {
 
 /// The n-th zero: from the table, or the series at t = (4n - shift) 3 pi/8.
 double zero(double n, std::span<const double> table, double shift, double (*series)(double)) {
-  if (!(n >= 0.9 && n <= 1e18 && std::abs(std::round(n) - n) <= 1e-15)) return std::numeric_limits<double>::quiet_NaN();
+  if (!(n >= 0.9 && n <= 1e18 && std::abs(std::round(n) - n) <= 1e-15)) return kNaN;
   const auto index = static_cast<long long>(std::round(n));
   if (index <= static_cast<long long>(table.size())) return table[static_cast<std::size_t>(index - 1)];
   return series((4 * static_cast<double>(index) - shift) * 1.1780972450961724);

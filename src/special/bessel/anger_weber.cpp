@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Anger's J and Weber's E (DLMF 11.10).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "special/bessel/exponential_sum.h"
 #include "special/elementary/turn.h"
@@ -11,20 +11,19 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int32_t kIntervals = 1000000;
 // Beyond it the quadrature over [0, pi] takes up to a second, until it meets its limit of intervals.
 constexpr double kQuadratureReach = 24;
 
 double quadratureJ(double nu, double x) {
-  return Integral::integralAdaptive([=](double t) { return std::cos(guardAngle(nu * t - x * std::sin(t))); }, 0, kPi,
+  return Integral::integralAdaptive([=](double t) { return std::cos(guardAngle(nu * t - x * std::sin(t))); }, 0, pi,
                                     kIntervals) /
-         kPi;
+         pi;
 }
 double quadratureE(double nu, double x) {
-  return Integral::integralAdaptive([=](double t) { return std::sin(guardAngle(nu * t - x * std::sin(t))); }, 0, kPi,
+  return Integral::integralAdaptive([=](double t) { return std::sin(guardAngle(nu * t - x * std::sin(t))); }, 0, pi,
                                     kIntervals) /
-         kPi;
+         pi;
 }
 
 // The same integrals over another path, nu >= 0, x >= 0, not both small (DLMF 11.10.4, 11.10.5, 10.9.7).
@@ -33,7 +32,7 @@ double farJ(double nu, double x) {
   const double rest =
       sine == 0 ? 0.0
                 : integralOfExponential(1 / (nu + x), 0.0625, [=](double t) { return -nu * t - x * std::sinh(t); });
-  return calcBesselJ(nu, x) + sine / kPi * rest;
+  return calcBesselJ(nu, x) + sine / pi * rest;
 }
 
 // nu > x: the end points of [0, pi] alone count (DLMF 11.10.8-11.10.11 with the gamma functions reflected), as far as
@@ -46,7 +45,7 @@ bool endpointSum(double nu, double x, double first, double& sum) {
     if (step >= 1) return false;
     term *= step;
     sum += term;
-    if (term < kEps / 16 * sum) return true;
+    if (term < kEpsilon / 16 * sum) return true;
   }
   return false;
 }
@@ -56,7 +55,7 @@ double farE(double nu, double x) {
     double even = 0, odd = 0;
     if (!endpointSum(nu, x, 2, even) || !endpointSum(nu, x, 3, odd)) return quadratureE(nu, x);
     const double sine = sinPi(std::fmod(nu, 4.0) / 2), cosine = cosPi(std::fmod(nu, 4.0) / 2);
-    return 2 / kPi * (sine * sine / nu * even + cosine * cosine * (x / (nu - 1) / (nu + 1)) * odd);
+    return 2 / pi * (sine * sine / nu * even + cosine * cosine * (x / (nu - 1) / (nu + 1)) * odd);
   }
   const double cosine = cosPi(nu), gap = x - nu;
   const double scale = std::fmin(1 / std::cbrt(x), gap > 0 ? 1 / gap : 1.0);
@@ -68,7 +67,7 @@ double farE(double nu, double x) {
   const double rising = integralOfExponential(scale, 0.0625, [=](double t) { return -gap * t - x * excess(t); });
   const double falling =
       integralOfExponential(1 / (nu + x), 0.0625, [=](double t) { return -nu * t - x * std::sinh(t); });
-  return -calcBesselY(nu, x) - (rising + cosine * falling) / kPi;
+  return -calcBesselY(nu, x) - (rising + cosine * falling) / pi;
 }
 
 bool inReach(double nu, double x) { return std::abs(nu) + std::abs(x) <= kQuadratureReach; }

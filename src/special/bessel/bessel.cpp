@@ -2,8 +2,8 @@
 // Cylindrical and spherical Bessel functions: the run-time's, and beside them what it does not take (negative order,
 // negative x) or does not get right (bessel_expansion.h).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/bessel_expansion.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
@@ -11,15 +11,13 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kTiny = 1e-300;
 
 double turningWidth(double nu) { return 8 * std::cbrt(nu); }
 
 bool nearInteger(double nu) {
   const double distance = std::abs(nu - std::round(nu));
-  return distance > kEps && distance < 1e-3;
+  return distance > kEpsilon && distance < 1e-3;
 }
 
 // log of the leading term gamma(nu) (2/x)^nu of -pi Y, which is below the whole for x < nu.
@@ -43,9 +41,9 @@ double positiveJ(double nu, double x) {
 }
 
 double positiveY(double nu, double x) {
-  if (x == 0) return -kInf;
-  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? 0.0 : std::isinf(x) ? kNaN : -kInf;
-  if (nu > 1 && x < nu && logLeading(nu, x) > 711) return -kInf;
+  if (x == 0) return -kInfinity;
+  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? 0.0 : std::isinf(x) ? kNaN : -kInfinity;
+  if (nu > 1 && x < nu && logLeading(nu, x) > 711) return -kInfinity;
   if (x < kTiny) return besselJYTiny(nu, x).second;
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).second;
   if (isTransition(nu, x)) return transition(nu, x).second;
@@ -55,7 +53,7 @@ double positiveY(double nu, double x) {
 
 double positiveI(double nu, double x) {
   if (x == 0) return nu == 0 ? 1.0 : 0.0;
-  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? kInf : std::isinf(x) ? kNaN : 0.0;
+  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? kInfinity : std::isinf(x) ? kNaN : 0.0;
   if (x < kTiny) return besselIKTiny(nu, x).first;
   if (nu >= 30) return besselIKDebye(nu, x).first;
   if (x > 700) return besselIKHankel(nu, x).first;
@@ -63,8 +61,8 @@ double positiveI(double nu, double x) {
 }
 
 double positiveK(double nu, double x) {
-  if (x == 0) return kInf;
-  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? 0.0 : std::isinf(x) ? kNaN : kInf;
+  if (x == 0) return kInfinity;
+  if (std::isinf(x) || std::isinf(nu)) return !std::isinf(nu) ? 0.0 : std::isinf(x) ? kNaN : kInfinity;
   if (x < kTiny) return besselIKTiny(nu, x).second;
   if (nu >= 30) return besselIKDebye(nu, x).second;
   if (x > 700) return besselIKHankel(nu, x).second;
@@ -95,7 +93,7 @@ double calcBesselI(double nu, double x) {
   if (x < 0) return isWhole(nu) ? (isOdd(nu) ? -1.0 : 1.0) * calcBesselI(nu, -x) : kNaN;
   if (nu >= 0) return positiveI(nu, x);
   const double sine = sinPi(-nu);
-  return positiveI(-nu, x) + (sine == 0 ? 0.0 : 2 / kPi * sine * positiveK(-nu, x));
+  return positiveI(-nu, x) + (sine == 0 ? 0.0 : 2 / pi * sine * positiveK(-nu, x));
 }
 
 double calcBesselK(double nu, double x) {
@@ -111,8 +109,8 @@ double calcSphericalBesselJ(double n, double x) {
   if (x == 0 && n >= 0) return n == 0 ? 1.0 : 0.0;
   // The leading term, where J itself may be too small for a double.
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(kPi) / std::tgamma(n + 1.5);
-  return calcBesselJ(n + 0.5, x) * (std::sqrt(kPi / 2) / std::sqrt(x));
+    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(pi) / std::tgamma(n + 1.5);
+  return calcBesselJ(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 
 double calcSphericalBesselY(double n, double x) {
@@ -120,8 +118,8 @@ double calcSphericalBesselY(double n, double x) {
   if (x < 0) return isWhole(n) ? (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselY(n, -x) : kNaN;
   if (n < 0 && isWhole(n)) return (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselJ(-n - 1, x);
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? -kInf : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(kPi) * std::tgamma(n + 0.5);
-  return calcBesselY(n + 0.5, x) * (std::sqrt(kPi / 2) / std::sqrt(x));
+    return n > 150 ? -kInfinity : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(pi) * std::tgamma(n + 0.5);
+  return calcBesselY(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 
 }  // namespace SpecialFunction

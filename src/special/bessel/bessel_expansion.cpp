@@ -5,8 +5,8 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -40,7 +40,7 @@ void debyeSum(double ratio, double square, Take&& take) {
     double u = kDebye[k][k];
     for (int j = k - 1; j >= 0; --j) u = u * square + kDebye[k][j];
     take(k, power * u);
-    if (std::abs(power * u) < kEps / 16 && k > 0) break;
+    if (std::abs(power * u) < kEpsilon / 16 && k > 0) break;
   }
 }
 
@@ -65,7 +65,7 @@ GammaPair gammaPair(double mu) {
 /// The leading term of K_mu, |mu| <= 1/2: logHalf = log(2/x).
 double temmeStart(double mu, double logHalf) {
   const GammaPair gamma = gammaPair(mu);
-  const double e = mu * logHalf, turn = mu == 0 ? 1.0 : kPi * mu / std::sin(kPi * mu);
+  const double e = mu * logHalf, turn = mu == 0 ? 1.0 : pi * mu / std::sin(pi * mu);
   return turn * (gamma.first * std::cosh(e) + gamma.second * (e == 0 ? 1.0 : std::sinh(e) / e) * logHalf);
 }
 
@@ -75,10 +75,10 @@ Temme temmeSeries(double mu, double x, double sign) {
   const double logHalf = std::log(2 / x), e = mu * logHalf, square = mu * mu;
   const GammaPair gamma = gammaPair(mu);
   const double gammaPlus = gamma.second - mu * gamma.first, gammaMinus = gamma.second + mu * gamma.first;
-  const double scale = sign < 0 ? 2 / kPi : 1.0;
+  const double scale = sign < 0 ? 2 / pi : 1.0;
   double f = scale * temmeStart(mu, logHalf);
   double p = scale * 0.5 * std::exp(e) / gammaPlus, q = scale * 0.5 * std::exp(-e) / gammaMinus;
-  const double half = std::sin(kPi * mu / 2), r = sign < 0 ? 2 * half * half / mu : 0.0;
+  const double half = std::sin(pi * mu / 2), r = sign < 0 ? 2 * half * half / mu : 0.0;
   const double d = sign * x * x / 4;
   double c = 1, sum = f + r * q, next = p;
   for (int i = 1; i < 200; ++i) {
@@ -89,7 +89,7 @@ Temme temmeSeries(double mu, double x, double sign) {
     const double term = c * (f + r * q);
     sum += term;
     next += c * p - i * term;
-    if (std::abs(term) < kEps * 0.01 * (1 + std::abs(sum))) break;
+    if (std::abs(term) < kEpsilon * 0.01 * (1 + std::abs(sum))) break;
   }
   return {sum, next * 2 / x};
 }
@@ -111,7 +111,7 @@ double leadingI(double nu, double x) {
   return 0;
 }
 double leadingK(double nu, double x) {
-  if (nu > 150) return std::numeric_limits<double>::infinity();
+  if (nu > 150) return kInfinity;
   return nu > 0.5 ? 0.5 * std::exp2(nu) * std::tgamma(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
 }
 
@@ -121,8 +121,8 @@ BesselPair besselIKTiny(double nu, double x) { return {leadingI(nu, x), leadingK
 
 BesselPair besselJYTiny(double nu, double x) {
   // Y = -2/pi K - tan(pi nu/2) J in leading terms; the second counts up to order 1/2 only.
-  const double j = leadingI(nu, x), k = 2 / kPi * leadingK(nu, x);
-  return {j, nu > 0.5 ? -k : -k - std::tan(kPi * nu / 2) * j};
+  const double j = leadingI(nu, x), k = 2 / pi * leadingK(nu, x);
+  return {j, nu > 0.5 ? -k : -k - std::tan(pi * nu / 2) * j};
 }
 
 double besselYNearInteger(double nu, double x) {
@@ -148,7 +148,7 @@ BesselPair besselJYDebye(double nu, double x) {
       minus += k % 2 ? -term : term;
     });
     const double half = std::exp(exponent / 2);
-    return {1 / half / half * plus / std::sqrt(2 * kPi * root), -half * (half * minus / std::sqrt(kPi * root / 2))};
+    return {1 / half / half * plus / std::sqrt(2 * pi * root), -half * (half * minus / std::sqrt(pi * root / 2))};
   }
   const double root = std::sqrt(x - nu) * std::sqrt(x + nu);  // nu tan(beta)
   const double angle = root - nu * std::atan2(root, nu);
@@ -158,8 +158,8 @@ BesselPair besselJYDebye(double nu, double x) {
     const double signedTerm = k % 4 < 2 ? term : -term;
     (k % 2 ? odd : even) += signedTerm;
   });
-  const double xi = angle - kPi / 4, cosine = std::cos(xi), sine = std::sin(xi);
-  const double size = std::sqrt(2 / (kPi * root));
+  const double xi = angle - pi / 4, cosine = std::cos(xi), sine = std::sin(xi);
+  const double size = std::sqrt(2 / (pi * root));
   return {size * (cosine * even + sine * odd), size * (sine * even - cosine * odd)};
 }
 
@@ -173,7 +173,7 @@ BesselPair besselIKDebye(double nu, double x) {
     minus += k % 2 ? -term : term;
   });
   const double half = std::exp(exponent / 2), inverse = std::exp(-exponent / 2);
-  return {half * (half * plus / std::sqrt(2 * kPi * root)), inverse * (inverse * minus * std::sqrt(kPi / (2 * root)))};
+  return {half * (half * plus / std::sqrt(2 * pi * root)), inverse * (inverse * minus * std::sqrt(pi / (2 * root)))};
 }
 
 BesselPair besselJYHankel(double nu, double x, double rest) {
@@ -182,13 +182,13 @@ BesselPair besselJYHankel(double nu, double x, double rest) {
     (k % 2 ? odd : even) += k % 4 < 2 ? term : -term;
     const double next = 2 * k + 1;
     term *= (4 * nu * nu - next * next) / (8 * (k + 1) * x);
-    if (std::abs(term) < kEps / 16) break;
+    if (std::abs(term) < kEpsilon / 16) break;
   }
   // cos and sin of x - (nu/2 + 1/4) pi, the shift apart from x so that no digit of x is lost.
-  const double shift = kPi * (nu / 2 + 0.25), c = std::cos(shift), s = std::sin(shift);
+  const double shift = pi * (nu / 2 + 0.25), c = std::cos(shift), s = std::sin(shift);
   const double c0 = std::cos(x), s0 = std::sin(x), c1 = std::cos(rest), s1 = std::sin(rest);
   const double cosX = c0 * c1 - s0 * s1, sinX = s0 * c1 + c0 * s1;
-  const double cosine = cosX * c + sinX * s, sine = sinX * c - cosX * s, size = std::sqrt(2 / (kPi * x));
+  const double cosine = cosX * c + sinX * s, sine = sinX * c - cosX * s, size = std::sqrt(2 / (pi * x));
   return {size * (cosine * even - sine * odd), size * (sine * even + cosine * odd)};
 }
 
@@ -199,10 +199,10 @@ BesselPair besselIKHankel(double nu, double x) {
     minus += term;
     const double odd = 2 * k - 1;
     term *= (4 * nu * nu - odd * odd) / (8 * k * x);
-    if (std::abs(term) < kEps / 16) break;
+    if (std::abs(term) < kEpsilon / 16) break;
   }
   const double half = std::exp(x / 2), inverse = std::exp(-x / 2);
-  return {half * (half * plus / std::sqrt(2 * kPi * x)), inverse * (inverse * minus * std::sqrt(kPi / (2 * x)))};
+  return {half * (half * plus / std::sqrt(2 * pi * x)), inverse * (inverse * minus * std::sqrt(pi / (2 * x)))};
 }
 
 // DLMF 10.19.8 to 10.19.13, nu + a nu^(1/3) = x.
@@ -239,7 +239,7 @@ BesselPair besselJYSteed(double nu, double x) {
     const double step = c * d;
     h *= step;
     if (d < 0) negative = !negative;
-    if (std::abs(step - 1) < kEps) break;
+    if (std::abs(step - 1) < kEpsilon) break;
   }
   const double top = negative ? -kSmall : kSmall;
   double j = top, slope = h * top, factor = nu * xi;
@@ -276,10 +276,10 @@ BesselPair besselJYSteed(double nu, double x) {
     keep = p * stepRe - q * stepIm;
     q = p * stepIm + q * stepRe;
     p = keep;
-    if (std::abs(stepRe - 1) + std::abs(stepIm) < kEps) break;
+    if (std::abs(stepRe - 1) + std::abs(stepIm) < kEpsilon) break;
   }
   const double gamma = (p - f) / q;
-  const double first = std::copysign(std::sqrt(2 * xi / kPi / ((p - f) * gamma + q)), j);
+  const double first = std::copysign(std::sqrt(2 * xi / pi / ((p - f) * gamma + q)), j);
   double low = gamma * first, high = mu * xi * low - (p + q / gamma) * low;
   for (int i = 1; i <= steps; ++i) {
     const double next = 2 * (mu + i) * xi * high - low;

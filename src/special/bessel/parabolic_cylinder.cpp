@@ -2,9 +2,8 @@
 // Parabolic cylinder functions D, U and V (DLMF 12). With D_nu(x) = U(-nu - 1/2, x).
 #include <cmath>
 #include <initializer_list>
-#include <limits>
-#include <numbers>
 
+#include "frame/numbers.h"
 #include "special/bessel/parabolic_far.h"
 #include "special/bessel/precise_series.h"
 #include "special/elementary/turn.h"
@@ -13,8 +12,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kSqrtPi = 1.772453850905516;
 // KEPT: 15 digits of log 2 and sqrt(pi) in V; V(0, 0) is 2.2e-15 below its value (kept.csv: ParabolicV_constants)
 constexpr double kLn2Rest = 0.3094172321214581e-15;  // log 2 - 0.693147180559945
@@ -74,7 +71,8 @@ double asymptoticU(double a, double x, double shift) {
     if (std::abs(step) >= 0.9) return kNaN;
     term *= -step;
     sum += term;
-    if (std::abs(term) < kEps / 16 * std::abs(sum)) return sum * std::exp((-a - 0.5) * std::log(x) - x * x / 4 + shift);
+    if (std::abs(term) < kEpsilon / 16 * std::abs(sum))
+      return sum * std::exp((-a - 0.5) * std::log(x) - x * x / 4 + shift);
   }
   return kNaN;
 }
@@ -141,8 +139,8 @@ double asymptoticV(double a, double x, double shift) {
     if (std::abs(step) >= 0.9) return kNaN;
     term *= step;
     sum += term;
-    if (std::abs(term) < kEps / 16 * std::abs(sum))
-      return kSqrtPiRatio * sum * std::sqrt(2 / kPi) *
+    if (std::abs(term) < kEpsilon / 16 * std::abs(sum))
+      return kSqrtPiRatio * sum * std::sqrt(2 / pi) *
              std::exp((a - 0.5) * std::log(x) + a / 2 * kLn2Rest + x * x / 4 + shift);
   }
   return kNaN;
@@ -157,8 +155,8 @@ double seriesV(double a, double x, double shift) {
   const double oddLog = (h + 0.75) * (0.6931471805599453 + kLn2Rest) - kLn2Rest - x * x / 4 + shift;
   double even, odd;
   if (h >= 0) {
-    even = sine * sine / kPi * times(y1, evenLog + calcLngamma(h + 0.25));
-    odd = cosine * cosine / kPi * times(y2, oddLog + calcLngamma(h + 0.75));
+    even = sine * sine / pi * times(y1, evenLog + calcLngamma(h + 0.25));
+    odd = cosine * cosine / pi * times(y2, oddLog + calcLngamma(h + 0.75));
   } else {
     even = sine * times(y1, evenLog - calcLngamma(0.75 - h));
     odd = cosine * times(y2, oddLog - calcLngamma(0.25 - h));
@@ -174,7 +172,7 @@ double positiveV(double a, double x, double shift) {
   }
   if (x * x / 2 + std::abs(a) < kMostTerms) return seriesV(a, x, shift);
   // V >= sqrt(2/pi) exp(x^2/4) x^(a-1/2) for a >= 3/2.
-  return a >= 1.5 && x > 1 && shift + x * x / 4 + (a - 0.5) * std::log(x) > 711 ? kInf : kNaN;
+  return a >= 1.5 && x > 1 && shift + x * x / 4 + (a - 0.5) * std::log(x) > 711 ? kInfinity : kNaN;
 }
 
 /// cos(pi a) gamma(1/2 - a) V(a, x) - sin(pi a) U(a, x), times exp(shift): U(a, -x), x > 0, the first factor being
@@ -183,7 +181,7 @@ double reflectedU(double a, double x, double shift) {
   const double cosine = cosPi(a), sine = sinPi(a);
   double first = 0;
   if (a >= 0)
-    first = kPi * positiveV(a, x, shift - calcLngamma(a + 0.5));
+    first = pi * positiveV(a, x, shift - calcLngamma(a + 0.5));
   else if (cosine != 0)
     first = cosine * positiveV(a, x, calcLngamma(0.5 - a) + shift);
   return first - (sine == 0 ? 0.0 : sine * positiveU(a, x, shift));
@@ -227,7 +225,7 @@ double calcParabolicCylinderV(double a, double x) {
   const double cosine = cosPi(a), sine = sinPi(a);
   double first = 0;
   if (a >= 0.5)
-    first = cosine * cosine / kPi * positiveU(a, -x, calcLngamma(a + 0.5));
+    first = cosine * cosine / pi * positiveU(a, -x, calcLngamma(a + 0.5));
   else if (cosine != 0)
     first = cosine * positiveU(a, -x, -calcLngamma(0.5 - a));
   return first + (sine == 0 ? 0.0 : sine * positiveV(a, -x, 0));

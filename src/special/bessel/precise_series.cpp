@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/bessel/precise_series.h"
 
-#include <limits>
-
+#include "frame/numbers.h"
 #include "special/hypergeometric/gmp_series.h"
 #include "special/hypergeometric/hypergeometric_fast.h"
 
@@ -42,7 +41,7 @@ Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, i
 }  // namespace
 
 ScaledValue preciseHypergeometric(const double* a, int32_t p, const double* b, int32_t q, double z) {
-  const ScaledValue none{std::numeric_limits<double>::quiet_NaN(), 0};
+  const ScaledValue none{kNaN, 0};
   if (!std::isfinite(z)) return none;
   if (z == 0) return {1, 0};
   double cancellation = 0;

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Scorer's functions Gi and Hi and their derivatives (DLMF 9.12).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/precise_series.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kTwoPi = 6.283185307179586;
 constexpr double kOverflow = 105;  // Bi and Hi, and their derivatives, leave the range of the doubles before
 
@@ -29,9 +27,9 @@ double asymptoticGi(double x) {
   for (double k = 1, m = 3; m < 3000000; k += 1, m += 3) {
     term = term * (m - 2) * (m - 1) * m / (3 * k * cube);
     sum += term;
-    if (std::abs(sum) < kEps || std::abs(term) < std::abs(sum) * kEps) break;
+    if (std::abs(sum) < kEpsilon || std::abs(term) < std::abs(sum) * kEpsilon) break;
   }
-  return sum / (x * kPi);
+  return sum / (x * pi);
 }
 
 /// The derivative of that sum: -1/(pi x^2) sum (3k+1)!/(k! (3x^3)^k).
@@ -41,9 +39,9 @@ double asymptoticDiffGi(double x) {
   for (double k = 1, m = 3; m < 3000000; k += 1, m += 3) {
     term = term * (m - 1) * m * (m + 1) / (3 * k * cube);
     sum += term;
-    if (std::abs(term) < std::abs(sum) * kEps) break;
+    if (std::abs(term) < std::abs(sum) * kEpsilon) break;
   }
-  return -sum / (x * x * kPi);
+  return -sum / (x * x * pi);
 }
 
 /// P = 1F2(1; 4/3, 5/3; x^3/9).
@@ -63,7 +61,7 @@ double thirds(double a, double b, double c, const int signs[3], bool derivative,
     c *= cube / ((k + 2 + shift) * (k + 5));
     const double add = signs[0] * a + signs[1] * b + signs[2] * c;
     sum += add;
-    if (std::abs(a) + std::abs(b) + std::abs(c) <= std::abs(sum) * kEps / 4) break;
+    if (std::abs(a) + std::abs(b) + std::abs(c) <= std::abs(sum) * kEpsilon / 4) break;
   }
   return sum;
 }
@@ -88,18 +86,18 @@ double calcAiryGi(double x) {
 double calcAiryHi(double x) {
   if (std::isnan(x)) return kNaN;
   if (x < -14.999999999999998) return -asymptoticGi(x);
-  if (x > kOverflow) return kInf;
+  if (x > kOverflow) return kInfinity;
   const double bi = calcAiryBi(x);
   return std::isinf(bi) ? bi : 2 * bi / 3 + (x * x / kTwoPi) * seriesP(x);
 }
 
 double calcDiffAiryHi(double x) {
   if (std::isnan(x)) return kNaN;
-  if (x > kOverflow) return kInf;
+  if (x > kOverflow) return kInfinity;
   if (x < -20) return -asymptoticDiffGi(x);  // before it the terms grow again too early
   constexpr int kSigns[3] = {1, 1, 1};
-  if (x < -1) return preciseThirds(kDiffStart, kSigns, true, x) / kPi;
-  return thirds(0.9388929401017445, x, 0.6439496584270346 * x * x, kSigns, true, x) / kPi;
+  if (x < -1) return preciseThirds(kDiffStart, kSigns, true, x) / pi;
+  return thirds(0.9388929401017445, x, 0.6439496584270346 * x * x, kSigns, true, x) / pi;
 }
 
 double calcDiffAiryGi(double x) {

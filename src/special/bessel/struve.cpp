@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Struve functions H and L (DLMF 11.2, 11.5).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/exponential_sum.h"
 #include "special/bessel/precise_series.h"
 #include "special/elementary/turn.h"
@@ -12,7 +12,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // KEPT: 14 digits of gamma(3/2); the values lie 9e-15 above those of the full constant (kept.csv: Struve_constant)
 constexpr double kGammaThreeHalves = 0.88622692545275;
 constexpr double kConstantRatio = 0.886226925452758 / kGammaThreeHalves;
@@ -66,7 +65,7 @@ double endpointSeries(double nu, double x) {
     if (step >= 0.9) return kNaN;
     term *= step;
     sum += term;
-    if (term < kEps / 16 * sum) return sum / kSqrtPi * std::exp((nu - 1) * std::log(x / 2) - calcLngamma(nu + 0.5));
+    if (term < kEpsilon / 16 * sum) return sum / kSqrtPi * std::exp((nu - 1) * std::log(x / 2) - calcLngamma(nu + 0.5));
   }
   return kNaN;
 }

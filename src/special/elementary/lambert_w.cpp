@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 
 double calcLambertW(double x) {
   constexpr double kBranchPoint = -0.36787944117144233;  // -1/e
-  if (std::abs(x - kBranchPoint) < kEps) return -1;
-  if (!(x >= kBranchPoint)) return std::numeric_limits<double>::quiet_NaN();
+  if (std::abs(x - kBranchPoint) < kEpsilon) return -1;
+  if (!(x >= kBranchPoint)) return kNaN;
   if (std::abs(x) < 0.001)
     return (((((((16807.0 / 720) * x - 10.8) * x + 5.208333333333333) * x - 2.6666666666666665) * x + 1.5) * x - 1) *
                 x +

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
@@ -26,7 +27,7 @@ double arithmeticMean(double a, double b) {
 }  // namespace
 
 double calcAGM(double a, double b) {
-  if (!(a >= 0 && b >= 0)) return std::numeric_limits<double>::quiet_NaN();
+  if (!(a >= 0 && b >= 0)) return kNaN;
   // KEPT: the stop is absolute, so that means below it are not formed; one would expect the mean (kept.csv: AGM_stop)
   for (int round = 0; round < kRounds && std::abs(a - b) > kStop; ++round) {
     const double arithmetic = arithmeticMean(a, b), geometric = geometricMean(a, b);
@@ -49,8 +50,8 @@ double meanOf(double a, double b) {
 }
 
 double calcEllipticRK(double x, double y) {
-  if (!(x >= 0 && y >= 0)) return std::numeric_limits<double>::quiet_NaN();
-  if (x < kEps && y < kEps) return std::numeric_limits<double>::infinity();
+  if (!(x >= 0 && y >= 0)) return kNaN;
+  if (x < kEpsilon && y < kEpsilon) return kInfinity;
   return 1 / calcAGM(std::sqrt(x), std::sqrt(y));
 }
 

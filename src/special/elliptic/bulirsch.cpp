@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Bulirsch's integrals, and Heuman's lambda and Jacobi's zeta through the complete one.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kFar = 1e150;  // tangents whose squares leave the range: the angle is pi/2
 constexpr int kRounds = 10000;
 constexpr double kThreeQuarterPi = 2.356194490192345;  // RJ(0, y, z, p) is 3 pi/4 times a sum over the means
@@ -28,7 +26,7 @@ double bartky(double kc, double root, double a, double b) {
     em += kc;
     // The next difference is the square of this one: it is at eps.
     const double difference = before - kc;
-    if (difference * difference <= kEps * before * before) break;
+    if (difference * difference <= kEpsilon * before * before) break;
     kc = 2 * std::sqrt(e);
     e = kc * em;
   }
@@ -49,9 +47,9 @@ double calcBulirschCel(double kc, double p, double a, double b) {
   kc = std::abs(kc);
   if (std::isinf(kc) || std::isinf(p)) return 0;
   if (p == 0 || kc == 0) {
-    if (b != 0) return std::copysign(kInf, p < 0 ? -b : b);
+    if (b != 0) return std::copysign(kInfinity, p < 0 ? -b : b);
     if (p != 0) return a * calcEllipticRC(1, p);
-    return kc == 0 ? std::copysign(kInf, a) : a * (kPi / 2 / meanOf(1, kc));
+    return kc == 0 ? std::copysign(kInfinity, a) : a * (pi / 2 / meanOf(1, kc));
   }
   // The powers of kc stay in range; sine and cosine exchanged.
   if (kc > 1e100) return calcBulirschCel(1 / kc, 1 / p, b, a) / p / kc;
@@ -92,13 +90,13 @@ double calcBulirschEl3(double x, double kc, double p) {
 double calcHeumannLambda(double phi, double m) {
   if (!std::isfinite(phi) || !(m >= 0 && m <= 1)) return kNaN;
   const auto [s, r] = halfTurns(phi);
-  if (m == 1) return 2 * s + 2 / kPi * r;
+  if (m == 1) return 2 * s + 2 / pi * r;
   const double sine = std::sin(r), cosine = std::cos(r);
   if (m == 0) return 2 * s + sine;
   // (2/pi) kc^2 sin cos/Delta' Pi(m/Delta'^2, m) with Delta'^2 = 1 - (1 - m) sin^2 (Byrd and Friedman 150.03).
   const double kc = std::sqrt(1 - m), delta2 = cosine * cosine + m * sine * sine;
   const double p = (1 - m) * cosine * cosine / delta2;
-  return 2 * s + 2 / kPi * (1 - m) * sine * cosine / std::sqrt(delta2) * calcBulirschCel(kc, p, 1, 1);
+  return 2 * s + 2 / pi * (1 - m) * sine * cosine / std::sqrt(delta2) * calcBulirschCel(kc, p, 1, 1);
 }
 
 double calcJacobiZeta(double phi, double m) {

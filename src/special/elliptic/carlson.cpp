@@ -5,14 +5,13 @@
 #include <cmath>
 #include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kSmall = 0.001;  // of the relative differences: the expansion's error is their sixth power
 constexpr int kRoundsRF = 128;
 constexpr int kRoundsRD = 100000;
@@ -34,7 +33,7 @@ double expansionRF(double A, double X, double Y, double Z) {
 }  // namespace
 
 double duplicateRF(double x, double y, double z) {
-  if (largest(x, y, z) == kInf) return 0;
+  if (largest(x, y, z) == kInfinity) return 0;
   if (largest(x, y, z) > kHuge) return duplicateRF(x * kDown, y * kDown, z * kDown) * 0x1p-4;
   double A = 0, X = 0, Y = 0, Z = 0;
   for (int round = 0; round < kRoundsRF; ++round) {
@@ -55,17 +54,17 @@ double duplicateRF(double x, double y, double z) {
 double calcEllipticRF(double x, double y, double z) {
   if (!(x >= 0 && y >= 0 && z >= 0)) return kNaN;
   // KEPT: two small arguments count as 0; one would expect about log(16 z/x)/(2 sqrt(z)) (kept.csv: RF_small)
-  if (x < kEps && y < kEps) return kInf;
+  if (x < kEpsilon && y < kEpsilon) return kInfinity;
   // KEPT: a small x counts as 0 when y = z; one would expect sqrt(x)/y less than pi/2/sqrt(y) (kept.csv: RF_equal)
-  if (x < kEps && std::abs(y - z) < kEps) return y < kEps ? kInf : kPi / 2 / std::sqrt(y);
-  if (y < kEps && std::abs(x - z) < kEps) return x < kEps ? kInf : kPi / 2 / std::sqrt(x);
-  if (z == 0 && (x == 0 || y == 0)) return kInf;
+  if (x < kEpsilon && std::abs(y - z) < kEpsilon) return y < kEpsilon ? kInfinity : pi / 2 / std::sqrt(y);
+  if (y < kEpsilon && std::abs(x - z) < kEpsilon) return x < kEpsilon ? kInfinity : pi / 2 / std::sqrt(x);
+  if (z == 0 && (x == 0 || y == 0)) return kInfinity;
   if (std::isinf(x) || std::isinf(y) || std::isinf(z)) return 0;
   return duplicateRF(x, y, z);
 }
 
 double duplicateRD(double x, double y, double z) {
-  if (largest(x, y, z) == kInf) return 0;
+  if (largest(x, y, z) == kInfinity) return 0;
   if (largest(x, y, z) > kHuge) return duplicateRD(x * kDown, y * kDown, z * kDown) * 0x1p-12;
   double A = 0, X = 0, Y = 0, Z = 0, sum = 0, power = 1;
   for (int round = 0; round < kRoundsRD; ++round) {
@@ -92,7 +91,7 @@ double duplicateRD(double x, double y, double z) {
 
 double calcEllipticRD(double x, double y, double z) {
   if (!(x >= 0 && y >= 0 && z >= 0)) return kNaN;
-  if (z == 0 || (x == 0 && y == 0)) return kInf;
+  if (z == 0 || (x == 0 && y == 0)) return kInfinity;
   if (std::isinf(x) || std::isinf(y) || std::isinf(z)) return 0;
   return duplicateRD(x, y, z);
 }
@@ -118,8 +117,8 @@ double duplicateRC(double x, double y) {
 
 double calcEllipticRC(double x, double y) {
   if (!(x >= 0) || std::isnan(y)) return kNaN;
-  if (x == 0) return y < 0 ? 0 : y == 0 ? kInf : kPi / 2 / std::sqrt(y);
-  if (y == 0) return std::isinf(x) ? kNaN : kInf;
+  if (x == 0) return y < 0 ? 0 : y == 0 ? kInfinity : pi / 2 / std::sqrt(y);
+  if (y == 0) return std::isinf(x) ? kNaN : kInfinity;
   if (std::isinf(x) || std::isinf(y)) return 0;
   if (y < 0) {
     // Cauchy's principal value. Halves where the difference would overflow.

@@ -4,18 +4,17 @@
 #include <cmath>
 #include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kSmall = 0.001;
 constexpr int kRounds = 128;
 
-bool coincide(double u, double v) { return std::abs(u - v) <= kEps * std::max(std::abs(u), std::abs(v)); }
+bool coincide(double u, double v) { return std::abs(u - v) <= kEpsilon * std::max(std::abs(u), std::abs(v)); }
 
 void order(double& x, double& y, double& z) {
   if (x > y) std::swap(x, y);
@@ -73,7 +72,7 @@ double calcEllipticRJ(double x, double y, double z, double p) {
   if (std::isnan(x) || std::isnan(y) || std::isnan(z) || std::isnan(p)) return kNaN;
   order(x, y, z);
   if (!(x >= 0 && y > 0)) return kNaN;
-  if (p == 0) return kInf;
+  if (p == 0) return kInfinity;
   if (std::isinf(z) || std::isinf(p)) return 0;
   // Products of three arguments stay in range between these powers of 2.
   const int exponent = std::ilogb(std::max(z, std::abs(p)));
@@ -102,7 +101,7 @@ double calcEllipticRG(double x, double y, double z) {
   // The middle one as z: then no term of the sum is negative.
   order(x, y, z);
   std::swap(y, z);
-  if (std::isinf(y)) return kInf;
+  if (std::isinf(y)) return kInfinity;
   if (z == 0) return std::sqrt(y) / 2;
   if (y > 0x1p500) return calcEllipticRG(x * 0x1p-400, y * 0x1p-400, z * 0x1p-400) * 0x1p200;
   if (y < 0x1p-500) return calcEllipticRG(x * 0x1p400, y * 0x1p400, z * 0x1p400) * 0x1p-200;
@@ -110,16 +109,16 @@ double calcEllipticRG(double x, double y, double z) {
   return (z * duplicateRF(x, y, z) - (x - z) * (y - z) * duplicateRD(x, y, z) / 3 + std::sqrt(x * y / z)) / 2;
 }
 
-double calcEllipticRE(double x, double y) { return 4 / kPi * calcEllipticRG(x, y, 0); }
+double calcEllipticRE(double x, double y) { return 4 / pi * calcEllipticRG(x, y, 0); }
 
-double calcEllipticRM(double x, double y, double p) { return 4 / (3 * kPi) * calcEllipticRJ(x, y, 0, p); }
+double calcEllipticRM(double x, double y, double p) { return 4 / (3 * pi) * calcEllipticRJ(x, y, 0, p); }
 
 // Carlson's relation between RJ at p and at q where (p - x)(q - x) = (y - x)(z - x), x being any of the three (DLMF
 // 19.21.12), turns the sum into one of positive terms: with x = a for p > c, with x = c for p < 0.
 double thirdKind(double a, double ba, double ca, double p, double cp) {
   const double b = a + ba, c = a + ca;
   if (std::isnan(a + ba + ca + p + cp)) return kNaN;
-  if (p == 0) return kInf;
+  if (p == 0) return kInfinity;
   if (cp == 0) return duplicateRF(a, b, c);
   if (p < 0) {
     const double shift = ca * ((ca - ba) / -cp), q = c + shift;

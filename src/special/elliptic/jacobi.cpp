@@ -2,15 +2,14 @@
 // Jacobi's elliptic functions by the descending Landen transformation (Abramowitz and Stegun 16.4).
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kStop = 1e-15;
 constexpr int kRounds = 64;
 

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Legendre's integrals of the parameter m = k^2, complete and incomplete.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kUnderOne = 0.9999999999999998;
 constexpr double kOverOne = 1.0000000000000002;
 constexpr double kSmallAngle = 1e-8;
@@ -33,7 +31,7 @@ Complete complete(double m, double kc) {
     defect += weight * c * c;
     weight *= 2;
   } while (c > 1e-8 * a);
-  return {kPi / 2 / a, defect};
+  return {pi / 2 / a, defect};
 }
 
 // A polynomial in m within a polynomial in phi^2, as make/elliptic_series.py lays them out.
@@ -92,7 +90,7 @@ double secondKind(double r, double m) {
   const double sine = std::sin(r), cosine = std::cos(r);
   if (m == 1) return sine;
   const double square = cosine * cosine, delta2 = squareDelta(m, sine, cosine);
-  if (std::isinf(delta2)) return std::copysign(kInf, r);
+  if (std::isinf(delta2)) return std::copysign(kInfinity, r);
   const double cube = sine * sine * sine;
   if (m < 0) return sine * duplicateRF(square, delta2, 1) - m / 3 * cube * duplicateRD(square, delta2, 1);
   // The sum of positive terms (DLMF 19.25.10): F - m/3 RD cancels towards m = 1.
@@ -112,7 +110,7 @@ double thirdKindOf(double n, double r, double m) {
 
 double completeF(double m) {
   if (m > kOverOne) return kNaN;
-  return m >= kUnderOne ? kInf : calcEllipticK(m);
+  return m >= kUnderOne ? kInfinity : calcEllipticK(m);
 }
 
 // 2 s times the complete integral and the integral of the rest; s = 0 must not see an infinite complete one.
@@ -121,10 +119,10 @@ double whole(double s, double completeValue, double rest) { return s == 0 ? rest
 }  // namespace
 
 HalfTurns halfTurns(double angle) {
-  constexpr double kPiLow = 1.2246467991473532e-16;  // pi - kPi
-  if (std::abs(angle) <= kPi / 2) return {0, angle};
-  double r = std::remainder(angle, kPi);
-  const double s = std::nearbyint((angle - r) / kPi);
+  constexpr double kPiLow = 1.2246467991473532e-16;  // pi - pi
+  if (std::abs(angle) <= pi / 2) return {0, angle};
+  double r = std::remainder(angle, pi);
+  const double s = std::nearbyint((angle - r) / pi);
   if (std::abs(s) < 0x1p52) r -= s * kPiLow;  // beyond, the angle itself is known to no part of a turn
   return {s, r};
 }
@@ -132,7 +130,7 @@ HalfTurns halfTurns(double angle) {
 double calcEllipticK(double m) {
   // KEPT: NaN at m = 1 as the run-time's integral gives; one would expect infinity (kept.csv: EllipticK_one)
   if (!(m < 1)) return kNaN;
-  return kPi / 2 / meanOf(1, std::sqrt(1 - m));
+  return pi / 2 / meanOf(1, std::sqrt(1 - m));
 }
 
 double calcEllipticE(double m) {
@@ -144,13 +142,13 @@ double calcEllipticE(double m) {
   if (m <= 0.9) return direct.k * (1 - direct.defect);
   // 1 - E/K loses digits towards m = 1. Legendre's relation E K' + E' K - K K' = pi/2 gives E by positive terms.
   const Complete other = complete(1 - m, std::sqrt(m));
-  return kPi / (2 * other.k) + direct.k * other.defect;
+  return pi / (2 * other.k) + direct.k * other.defect;
 }
 
 double calcEllipticPI2(double n, double m) {
   if (!(m <= 1) || std::isnan(n)) return kNaN;
   if (std::isinf(n) || std::isinf(m)) return 0;
-  if (m == 1 || n == 1) return n <= 1 ? kInf : -kInf;
+  if (m == 1 || n == 1) return n <= 1 ? kInfinity : -kInfinity;
   return calcBulirschCel(std::sqrt(1 - m), 1 - n, 1, 1);
 }
 

@@ -2,19 +2,18 @@
 // Jacobi's theta functions of the nome q: by their series, and for |q| near 1, where those cancel, by the same series
 // after Jacobi's imaginary transformation (Poisson's summation, DLMF 20.7(viii)).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/elliptic/elliptic.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int kTerms = 16;        // below kNearOne the powers of the 16th term are under 1e-56
 constexpr double kNearOne = 0.6;  // from here on theta 4 is below 0.04 and its series cancels; three centres do
 
-constexpr double kHalfPiLow = 6.123233995736766e-17;  // pi/2 - kPi/2
+constexpr double kHalfPiLow = 6.123233995736766e-17;  // pi/2 - pi/2
 
 bool outside(double z, double q) { return !(std::abs(q) < 1) || !std::isfinite(z); }
 
@@ -26,8 +25,8 @@ bool isOdd(double s) { return std::fmod(s, 2) != 0; }
 struct Gauss {
   double scale, front;
   explicit Gauss(double q) {
-    const double t = -std::log(q) / kPi;
-    scale = 1 / (kPi * t);
+    const double t = -std::log(q) / pi;
+    scale = 1 / (pi * t);
     front = 1 / std::sqrt(t);
   }
   double bell(double distance) const { return std::exp(-distance * distance * scale); }
@@ -36,8 +35,8 @@ struct Gauss {
 // Theta 3 and theta 4 for q near 1 and 0 <= r <= pi/2: centres at multiples and at odd halves of pi.
 double evenGauss(double r, double q, bool shifted) {
   const Gauss g(q);
-  const double first = shifted ? kPi / 2 : 0;
-  return g.front * (g.bell(r - first) + g.bell(r - first - kPi) + g.bell(r - first + kPi));
+  const double first = shifted ? pi / 2 : 0;
+  return g.front * (g.bell(r - first) + g.bell(r - first - pi) + g.bell(r - first + pi));
 }
 
 // Theta 1 for q near 1 and r >= 0: centres at odd halves of pi with changing signs; each with its mirror image, so that
@@ -45,7 +44,7 @@ double evenGauss(double r, double q, bool shifted) {
 double oddGauss(double r, double q) {
   const Gauss g(q);
   const auto pair = [&](double centre) { return -g.bell(r - centre) * std::expm1(-4 * r * centre * g.scale); };
-  return g.front * (pair(kPi / 2) - pair(3 * kPi / 2));
+  return g.front * (pair(pi / 2) - pair(3 * pi / 2));
 }
 
 // 2 q^(1/4) times the sum over n >= 0 of sign^n q^(n(n+1)) wave((2n+1) r).
@@ -53,7 +52,7 @@ template <class Wave>
 double oddSeries(double r, double q, double sign, Wave wave) {
   const double square = q * q;
   double sum = wave(r), factor = 1, power = 1;
-  for (int n = 1; n <= kTerms && std::abs(power) * n > kEps * kEps; ++n) {
+  for (int n = 1; n <= kTerms && std::abs(power) * n > kEpsilon * kEpsilon; ++n) {
     factor *= square;        // q^(2n)
     power *= sign * factor;  // sign^n q^(n(n+1))
     sum += power * wave((2 * n + 1) * r);
@@ -65,7 +64,7 @@ double oddSeries(double r, double q, double sign, Wave wave) {
 double evenSeries(double r, double q, double sign) {
   const double square = q * q;
   double sum = 0, factor = q, power = 1;
-  for (int n = 1; n <= kTerms && std::abs(power) > kEps * kEps; ++n) {
+  for (int n = 1; n <= kTerms && std::abs(power) > kEpsilon * kEpsilon; ++n) {
     power *= sign * factor;  // sign^n q^(n^2)
     factor *= square;        // q^(2n+1)
     sum += power * std::cos(2 * n * r);
@@ -104,9 +103,9 @@ double calcJacobiTheta2(double z, double q) {
   if (outside(z, q)) return kNaN;
   const auto [s, r] = reduced(z);
   const double size = std::abs(r);
-  const double value = q < kNearOne && size < kPi / 4
+  const double value = q < kNearOne && size < pi / 4
                            ? oddSeries(size, q, 1, [](double angle) { return std::cos(angle); })
-                           : odd(kPi / 2 - size + kHalfPiLow, q);
+                           : odd(pi / 2 - size + kHalfPiLow, q);
   return isOdd(s) ? -value : value;
 }
 

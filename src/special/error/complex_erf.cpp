@@ -2,8 +2,8 @@
 // Error function, Dawson's integral and Faddeeva's w in the complex plane.
 #include <cmath>
 #include <initializer_list>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -11,7 +11,6 @@ namespace {
 
 constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 constexpr double kSqrtPi = 1.772453850905516;
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// A pair of doubles with plain products: no recovery of infinities, NaN goes through.
 struct Complex {
@@ -25,17 +24,17 @@ Complex operator*(double a, Complex b) { return {a * b.re, a * b.im}; }
 Complex operator+(Complex a, double b) { return {a.re + b, a.im}; }
 Complex operator-(double a, Complex b) { return {a - b.re, -b.im}; }
 
-double guarded(double part) { return std::abs(part) < kEps ? 1.0 : part > 0 ? kInf : -kInf; }
+double guarded(double part) { return std::abs(part) < kEpsilon ? 1.0 : part > 0 ? kInfinity : -kInfinity; }
 
 // KEPT: |d|^2 below eps gives infinities or 1 by sign; one would expect the quotient (kept.csv: Division_guard)
 Complex operator/(Complex a, Complex b) {
   const double size = b.re * b.re + b.im * b.im;
-  if (size < kEps) return {guarded(a.re), guarded(a.im)};
+  if (size < kEpsilon) return {guarded(a.re), guarded(a.im)};
   return {(a.re * b.re + a.im * b.im) / size, (a.im * b.re - a.re * b.im) / size};
 }
 Complex operator/(double a, Complex b) {
   const double size = b.re * b.re + b.im * b.im;
-  if (size < kEps) return {guarded(a), 0};
+  if (size < kEpsilon) return {guarded(a), 0};
   return {a * b.re / size, -a * b.im / size};
 }
 
@@ -47,7 +46,7 @@ Complex exponential(Complex z) {
 }
 
 Complex complexDawson(Complex z) {
-  if (std::abs(z.re) < kEps && std::abs(z.im) < kEps) return {};
+  if (std::abs(z.re) < kEpsilon && std::abs(z.im) < kEpsilon) return {};
   if (z.re < 0) return -complexDawson(-z);
   const double s = std::abs(z.re) + std::abs(z.im);
   Complex t;
@@ -68,8 +67,8 @@ Complex complexDawson(Complex z) {
 }
 
 Complex complexErfc(Complex z) {
-  if (std::abs(z.re) < kEps) return {1, -calcErfi(z.im)};
-  if (std::abs(z.im) < kEps) return {std::erfc(z.re), 0};
+  if (std::abs(z.re) < kEpsilon) return {1, -calcErfi(z.im)};
+  if (std::abs(z.im) < kEpsilon) return {std::erfc(z.re), 0};
   if (z.re < 0) return 2 - complexErfc(-z);
   const Complex zz = square(z);
   if (z.re * z.re + z.im * z.im < 1) {
@@ -136,7 +135,7 @@ void calcErfz(double re, double im, double& outRe, double& outIm) {
 }
 
 double calcVoigtFunK(double x, double y) {
-  if (std::abs(y) < kEps) return std::exp(-x * x);
+  if (std::abs(y) < kEpsilon) return std::exp(-x * x);
   if (!(std::abs(x) < 1e-6)) return complexW({x, y}).re;
   const double size = std::abs(y);
   const double value = size < 6 ? std::erfc(size) * std::exp(size * size) : scaledErfc(size);

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Dawson's integral D(x) = exp(-x^2) * integral of exp(t^2) from 0 to x, and erfi = 2/sqrt(pi) exp(x^2) D(x).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kLogTwoOverSqrtPi = 0.12078223763524522;
 constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 constexpr double kErfiOfOne = 0.7316971534684924;  // erfi there is 1
@@ -67,7 +66,7 @@ double calcErfi(double x) {
   if (x < 0) return -calcErfi(-x);
   const double d = calcDrawson(x);
   // The product while it stays in range, where the logarithm would only add its error.
-  if (d <= kEps || x < 26) return d * expSquare(x) * kTwoOverSqrtPi;
+  if (d <= kEpsilon || x < 26) return d * expSquare(x) * kTwoOverSqrtPi;
   return std::exp(std::log(d) + x * x + kLogTwoOverSqrtPi);
 }
 
@@ -75,14 +74,14 @@ double calcLnErfi(double x) { return lnErfi(x); }
 
 double calcInvLnErfi(double y) {
   if (std::isnan(y)) return kNaN;
-  if (std::abs(y) < kEps) return kErfiOfOne;
+  if (std::abs(y) < kEpsilon) return kErfiOfOne;
   double lower = 0, upper = kErfiOfOne;
   if (y >= 0.5) {
     lower = 0.999;
     upper = 1.998;
     double value = std::log(calcDrawson(1.998)) + 3.992004 + kLogTwoOverSqrtPi;
     while (value < y) {
-      if (std::abs(value - y) < kEps) return upper;
+      if (std::abs(value - y) < kEpsilon) return upper;
       upper *= 2;
       value = lnErfi(upper);
     }
@@ -93,9 +92,9 @@ double calcInvLnErfi(double y) {
   double x = (lower + upper) / 2;
   for (int round = 0; round < 168; ++round) {
     const double f = lnErfi(x), d = f - y;
-    if (std::abs(d) < kEps) return x;
+    if (std::abs(d) < kEpsilon) return x;
     (d > 0 ? upper : lower) = x;
-    if (std::abs(upper - lower) < kEps) return x;
+    if (std::abs(upper - lower) < kEpsilon) return x;
     const double t = x * x - f;
     x -= t <= 4 ? (d * kSqrtPi) / (2 * std::exp(t)) : std::exp(-t) * d * kSqrtPi * 0.5;
     if (!(x >= lower && x <= upper)) break;
@@ -103,9 +102,9 @@ double calcInvLnErfi(double y) {
   for (int round = 0; round < 238; ++round) {
     x = (lower + upper) / 2;
     const double d = lnErfi(x) - y;
-    if (std::abs(d) < kEps) return x;
+    if (std::abs(d) < kEpsilon) return x;
     (d > 0 ? upper : lower) = x;
-    if (std::abs(upper - lower) < kEps) return x;
+    if (std::abs(upper - lower) < kEpsilon) return x;
   }
   return x;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -37,7 +37,7 @@ double series(double y) {
 // Newton on erf. The x of the smallest error is kept: at y = 1, where no x solves, it is the best one met.
 double newton(double y) {
   double x = 1.2, f = std::erf(x) - y, best = x, least = std::abs(f);
-  for (int round = 0; round < 28 && !(least <= kEps); ++round) {
+  for (int round = 0; round < 28 && !(least <= kEpsilon); ++round) {
     const double square = x * x;
     x -= square <= 4 ? std::exp(square) * f * kHalfSqrtPi : f * kHalfSqrtPi / std::exp(-square);
     f = std::erf(x) - y;
@@ -52,7 +52,7 @@ double newton(double y) {
 }  // namespace
 
 double calcInvErf(double y) {
-  if (!(y <= 1.000000000000001 && y >= -1.000000000000001)) return std::numeric_limits<double>::quiet_NaN();
+  if (!(y <= 1.000000000000001 && y >= -1.000000000000001)) return kNaN;
   // KEPT: 5.8 in the rounding band beyond 1, where one would expect NaN (kept.csv: InvErf_band)
   if (y > 1) return 5.8;
   if (y < -1) return -5.8;

@@ -1,36 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
-namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-}  // namespace
+namespace {}  // namespace
 
 double calcGamma(double x) {
   // KEPT: -infinity at every negative integer; one would expect NaN or a sign by parity (kept.csv: Gamma_pole)
-  if (x < -0.9 && std::abs(std::round(x) - x) < kEps) return -kInf;
+  if (x < -0.9 && std::abs(std::round(x) - x) < kEpsilon) return -kInfinity;
   return std::tgamma(x);
 }
 
 double calcLngamma(double x) { return lnGamma(x).value; }
 
 double calcDigamma(double x) {
-  if (std::abs(x) < 1e-200) return x < 0 ? kInf : -kInf;
+  if (std::abs(x) < 1e-200) return x < 0 ? kInfinity : -kInfinity;
   // KEPT: -x below 1e-15; one would expect about -1/x (kept.csv: Digamma_small)
   if (std::abs(x) < 1e-15) return -x;
   if (x < 0) {
     // tan has the period pi, so only the distance to the next integer matters, and it is exact: at the poles 0, so that
     // the value is -infinity and not what the rounding of pi x would leave.
-    const double angle = kPi * x;
-    const double reduced = std::abs(angle) < 1e22 ? kPi * (x - std::round(x)) : reduceBigAngle(angle);
-    return calcDigamma(1 - x) - kPi / std::tan(reduced);
+    const double angle = pi * x;
+    const double reduced = std::abs(angle) < 1e22 ? pi * (x - std::round(x)) : reduceBigAngle(angle);
+    return calcDigamma(1 - x) - pi / std::tan(reduced);
   }
   double sum = 0;
   // Recurrence up to 36, three terms at one division: 1/x + 1/(x+1) + 1/(x+2) = (3y^2 - 1)/(y(y^2 - 1)), y = x+1.

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kNearOne = 0.9999;  // up to here the series in x ends in time
 
 // B_x(a, b) for a, b > 0 by the continued fraction of 2F1 (Didonato and Morris 1992, eq. 9; the same value as the
@@ -27,7 +26,7 @@ double betaFraction(double x, double y, double a, double b) {
     b0 = b1 / b2;
     a1 = a2 / b2;
     b1 = 1;
-    if (std::abs(a1 - value) <= std::abs(a1) * kEps) return std::pow(x, a) * power * a1;
+    if (std::abs(a1 - value) <= std::abs(a1) * kEpsilon) return std::pow(x, a) * power * a1;
     value = a1;
   }
   return std::pow(x, a) * power * value;
@@ -47,7 +46,7 @@ double betaByLogarithms(double a, double b) {
   const double sum = a + b;
   if (a >= 10) {
     const double rest = stirlingRest(a) + stirlingRest(b) - stirlingRest(sum);
-    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * kPi / b);
+    return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * pi / b);
   }
   const double rest = stirlingRest(b) - stirlingRest(sum);
   return std::tgamma(a) * std::exp((b - 0.5) * std::log1p(-a / sum) - a * std::log(sum) + a + rest);
@@ -81,7 +80,7 @@ std::optional<double> leftOut(double x, double a, double b) {
   do {
     next();
     sum += term;
-  } while (std::abs(term) > std::abs(sum) * kEps);
+  } while (std::abs(term) > std::abs(sum) * kEpsilon);
   return sum;
 }
 
@@ -200,7 +199,7 @@ double incompleteBeta(double a, double b, double x) {
     b += 1;
   }
   const auto density = [a, b](double t) { return std::pow(t, a - 1) * std::pow(1 - t, b - 1); };
-  return sum + Integral::integralAdaptive(density, 0, x, 1000000, kEps) * factor * a * b;
+  return sum + Integral::integralAdaptive(density, 0, x, 1000000, kEpsilon) * factor * a * b;
 }
 
 }  // namespace BaseFunction

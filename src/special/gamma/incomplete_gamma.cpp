@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "highprecision/binary/hp_by_gmp.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/gamma/ln_gamma.h"
@@ -11,9 +11,6 @@
 
 namespace SpecialFunction {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 bool isInteger(double a, double tolerance) { return std::abs(std::round(a) - a) < tolerance; }
 
@@ -46,7 +43,7 @@ struct PartialSum {
 // sum of x^k/k!, k = 0..n, ended early by a term of at most eps, or by overflow.
 PartialSum exponentialPartialSum(double x, double n) {
   double sum = 1, term = 1, k = 1;
-  for (; k <= n && std::abs(term) > kEps; k += 1) {
+  for (; k <= n && std::abs(term) > kEpsilon; k += 1) {
     term *= x / k;
     sum += term;
     if (!std::isfinite(sum)) return {sum, n + 1};
@@ -73,7 +70,7 @@ double longPartialSum(long long n, double x) {
       if (mpf_cmp(term.get(), least.get()) <= 0) break;
     }
   }
-  return mpf_cmp_d(sum.get(), DBL_MAX) > 0 ? kInf : sum.toDouble();
+  return mpf_cmp_d(sum.get(), DBL_MAX) > 0 ? kInfinity : sum.toDouble();
 }
 
 // The same for x < 0, near a zero of the sum: beside 128 bits those of exp(2|x|), which its terms cancel.
@@ -106,9 +103,9 @@ double lowerAtWholeLeft(double n, double x) {
   const double size = -x, logarithm = n * std::log(size) - calcLngamma(n);
   const double sign = std::fmod(n, 2) == 0 ? 1 : -1;
   // About size^n e^size/n!: far below 1 or far above.
-  if (size > 700) return logarithm + size - std::log(n) < 0 ? 0 : sign * kInf;
+  if (size > 700) return logarithm + size - std::log(n) < 0 ? 0 : sign * kInfinity;
   double term = 1, sum = 1 / n;
-  for (double k = 1; k < size || term > sum * n * (kEps / 8); k += 1) {
+  for (double k = 1; k < size || term > sum * n * (kEpsilon / 8); k += 1) {
     term *= size / k;
     sum += term / (n + k);
   }
@@ -162,7 +159,7 @@ double calcRUpperIncompleteGamma(double a, double x) {
 
 double calcIncompleteGammaLower(double a, double x) {
   const double full = std::tgamma(a);
-  if (isInteger(a, kEps)) {
+  if (isInteger(a, kEpsilon)) {
     const double n = std::round(a);
     if (n == 0) return full - std::expint(x);
     // KEPT: the bare power below 0, where the integral diverges (kept.csv: LowerGamma_negative)
@@ -178,7 +175,7 @@ double calcIncompleteGammaLower(double a, double x) {
   }
   if (!(x >= 0)) return kNaN;
   // KEPT: 0 below eps, although x^a/a may be large for small or negative a (kept.csv: LowerGamma_tiny)
-  if (x < kEps) return 0;
+  if (x < kEpsilon) return 0;
   if (x > 10) {
     // KEPT: the full gamma from the table's x on (kept.csv: LowerGamma_saturated)
     if (saturated(a, x)) return full;
@@ -193,7 +190,7 @@ double calcIncompleteGammaLower(double a, double x) {
 }
 
 double calcIGamma(double a, double x) {
-  if (!isInteger(a, kEps)) {
+  if (!isInteger(a, kEpsilon)) {
     const double full = std::tgamma(a);
     if (x > 10) {
       // KEPT: 0 where the lower integral takes the full gamma (kept.csv: UpperGamma_saturated)
@@ -203,7 +200,7 @@ double calcIGamma(double a, double x) {
     }
     // gamma(a) - LG(a, x) without the subtraction where that is finite.
     const double lower = calcIncompleteGammaLower(a, x);
-    return x >= kEps && std::isfinite(full - lower) ? Kernel::upperGamma(a, x) : full - lower;
+    return x >= kEpsilon && std::isfinite(full - lower) ? Kernel::upperGamma(a, x) : full - lower;
   }
   const double n = std::round(a);
   // KEPT: Ei(x) at 0, where one would expect E_1(x) = -Ei(-x) (kept.csv: UpperGamma_zero)

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction::Kernel {
@@ -21,7 +21,7 @@ double weight(double a, double x) {
   const double rest = (1.0 / 12 + r * (-1.0 / 360 + r * (1.0 / 1260 - r / 1680))) / a;
   // Far from the peak the logarithm of x/a is the better form.
   const double phi = std::abs(mu) < 0.5 ? mu - std::log1p(mu) : mu - std::log(x / a);
-  return std::exp(-a * phi - rest) / std::sqrt(2 * kPi * a);
+  return std::exp(-a * phi - rest) / std::sqrt(2 * pi * a);
 }
 
 // sum of x^k/((a+1)...(a+k)), k = 0, 1, ...
@@ -30,7 +30,7 @@ double ascendingSum(double a, double x) {
   for (int k = 1; k < kMaxRounds; ++k) {
     term *= x / (a + k);
     sum += term;
-    if (term <= sum * (kEps / 8)) break;
+    if (term <= sum * (kEpsilon / 8)) break;
   }
   return sum;
 }
@@ -54,7 +54,7 @@ double legendreFraction(double a, double x) {
       b1 *= 1e-200;
     }
     const double next = a1 / b1;
-    if (std::abs(next - value) <= std::abs(next) * kEps) return next;
+    if (std::abs(next - value) <= std::abs(next) * kEpsilon) return next;
     value = next;
   }
   return value;
@@ -83,7 +83,7 @@ double smallQ(double a, double x) {
     term *= -x / k;
     const double add = term / (a + k);
     sum += add;
-    if (std::abs(add) <= std::abs(sum) * (kEps / 8)) break;
+    if (std::abs(add) <= std::abs(sum) * (kEpsilon / 8)) break;
   }
   return -std::expm1(logarithm) - std::exp(logarithm) * a * sum;
 }
@@ -124,7 +124,7 @@ double lowerGammaSeries(double a, double x) {
     term *= -x / k;
     const double add = term / (a + k);
     sum += add;
-    if (k > std::abs(x) && k > -a && std::abs(add) <= std::abs(sum) * (kEps / 8)) break;
+    if (k > std::abs(x) && k > -a && std::abs(add) <= std::abs(sum) * (kEpsilon / 8)) break;
   }
   return std::pow(x, a) * sum;
 }

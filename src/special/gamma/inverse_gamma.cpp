@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-double clamped(double x, double upper) { return !(x >= kEps) ? kEps : std::min(x, upper); }
+double clamped(double x, double upper) { return !(x >= kEpsilon) ? kEpsilon : std::min(x, upper); }
 
 // Newton on lgamma(x) = target in (0, 1.1], with the derivative's series psi(1+x) - 1/x. NaN when it did not settle.
 double onThePositiveAxis(double target) {
-  double x = 0.5, best = x, least = kInf;
+  double x = 0.5, best = x, least = kInfinity;
   for (int round = 0; round < 32; ++round) {
     const double d = calcLngamma(x) - target;
     if (std::abs(d) < least) {
@@ -33,16 +30,16 @@ double onThePositiveAxis(double target) {
 
 // gamma(-x) = y through the reflection: gamma(x) sin(pi x) x = -pi/y, x in (0, 1). NaN when it did not settle.
 double byReflection(double y) {
-  double x = 0.8, best = x, least = kInf;
+  double x = 0.8, best = x, least = kInfinity;
   for (int round = 0; round < 64; ++round) {
-    const double g = std::tgamma(x) * std::sin(kPi * x) * x + kPi / y;
+    const double g = std::tgamma(x) * std::sin(pi * x) * x + pi / y;
     if (std::abs(g) < least) {
       least = std::abs(g);
       best = x;
     }
-    if (least <= kEps) break;
+    if (least <= kEpsilon) break;
     const double slope =
-        (((x * 2.6159823902882624 + 0.5278206786181074) * x - 6.181505193416012) * x - 3.626752984783207) * x + kPi;
+        (((x * 2.6159823902882624 + 0.5278206786181074) * x - 6.181505193416012) * x - 3.626752984783207) * x + pi;
     x = clamped(x - g / slope, 0.99999);
   }
   return least < 1e-15 ? -best : kNaN;
@@ -74,7 +71,7 @@ double calcInvGamma(double y) {
     low = -5.999;
     high = -5.66716240187093;
   } else {
-    if (y > kEps) {
+    if (y > kEpsilon) {
       low = -9.99999;
       high = -9.70267249633728;
     } else {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/hypergeometric/hypergeometric_fast.h"
 #include "special/hypergeometric/hypergeometric_series_gmp.h"
 
@@ -79,8 +79,7 @@ double byBits(const Terms& terms, const double* a, int32_t p, const double* b, i
 
 double calcHypergeometricPFQ(const double* a, int32_t p, const double* b, int32_t q, double z) {
   if (p == 1 && q == 0 && std::abs(z) < 1.0) return std::pow(1.0 - z, -a[0]);
-  if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q))
-    return std::numeric_limits<double>::quiet_NaN();
+  if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q)) return kNaN;
   double cancellation = 0;
   if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation)) return *value;
   if (cancellation < kWideCancellation)
@@ -89,8 +88,7 @@ double calcHypergeometricPFQ(const double* a, int32_t p, const double* b, int32_
 }
 
 double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const double* b, int32_t q, double z) {
-  if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q))
-    return std::numeric_limits<double>::quiet_NaN();
+  if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q)) return kNaN;
   double cancellation = 0;
   auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation);
   if (!value && cancellation < kWideCancellation) value = calcHypergeometricPFQByWide(a, p, b, q, z);

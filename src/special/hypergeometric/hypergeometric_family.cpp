@@ -3,17 +3,15 @@
 // arguments far left of 0, where its terms cancel, the same sum is taken by a road that keeps them.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-// The 128-bit series ends at an absolute 1e-17: above this size at least 13 digits stand.
-constexpr double kEnough = 1e-3;
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
 bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
@@ -38,7 +36,7 @@ std::optional<double> farLeft1F1(double a, double b, double z, bool loose) {
     term *= (a + n) * (a - b + 1 + n) / ((n + 1) * y);
     const double size = std::abs(term);
     largest = std::max(largest, size);
-    if (size <= kEps / 4 * std::abs(sum)) {
+    if (size <= kEpsilon / 4 * std::abs(sum)) {
       last = 0;
       break;
     }
@@ -81,11 +79,11 @@ std::optional<double> farLeft0F1(double b, double z) {
     else
       p += k % 4 == 0 ? term : -term;
     last = size;
-    if (size < kEps / 4) break;
+    if (size < kEpsilon / 4) break;
   }
-  if (last >= kEps / 4) return std::nullopt;
-  const double angle = guardAngle(t - (nu / 2 + 0.25) * kPi);
-  const double wave = std::sqrt(2 / (kPi * t)) * (p * std::cos(angle) - q * std::sin(angle));
+  if (last >= kEpsilon / 4) return std::nullopt;
+  const double angle = guardAngle(t - (nu / 2 + 0.25) * pi);
+  const double wave = std::sqrt(2 / (pi * t)) * (p * std::cos(angle) - q * std::sin(angle));
   const LnGamma gamma = lnGamma(b);
   return gamma.sign * std::exp(gamma.value - nu * std::log(t / 2)) * wave;
 }
@@ -93,23 +91,18 @@ std::optional<double> farLeft0F1(double b, double z) {
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
-  const double value = std::isfinite(z) && z < -1e7 ? 0 : calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
-  if (!(z < 0) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
-    return z < 0 && isPole(b) ? std::numeric_limits<double>::quiet_NaN() : value;
-  if (z > -100 && std::abs(value) > kEnough) return value;
+  if (!(z <= -100) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
+    return calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
   if (z < -1000)
     if (const auto far = farLeft0F1(b, z)) return *far;
-  return 2 * std::sqrt(-z) < kMostForSeries ? calcHypergeometricPFQInFullDigits(nullptr, 0, &b, 1, z) : value;
+  if (2 * std::sqrt(-z) < kMostForSeries) return calcHypergeometricPFQInFullDigits(nullptr, 0, &b, 1, z);
+  return z < -1e7 ? 0 : calcHypergeometricPFQ(nullptr, 0, &b, 1, z);
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
   const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
-  if (outside || z >= 0 || isNonPositiveInteger(a)) return calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z);
-  if (z > -20) {
-    const double value = calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z);
-    if (std::abs(value) > kEnough) return value;
-  }
-  return leftward1F1(a, b, z);
+  return outside || z > -20 || isNonPositiveInteger(a) ? calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z)
+                                                       : leftward1F1(a, b, z);
 }
 
 double calcHypergeometric2F1(double a, double b, double c, double z) {

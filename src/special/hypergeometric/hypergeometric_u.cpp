@@ -7,17 +7,14 @@
 // two series in more bits.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "special/hypergeometric/hypergeometric_u_parts.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 bool isPole(double x) { return x < -0.1 && std::abs(std::round(x) - x) < 1e-15; }
 double inverseGamma(double x) { return isPole(x) || x == 0 ? 0 : 1 / std::tgamma(x); }
@@ -29,7 +26,7 @@ std::optional<double> asymptoticSum(double a, double b, double x) {
     term *= -(a + n) * (a - b + 1 + n) / ((n + 1) * x);
     sum += term;
     const double size = std::abs(term);
-    if (size <= kEps / 8 * std::abs(sum)) return sum;
+    if (size <= kEpsilon / 8 * std::abs(sum)) return sum;
     if (!(size < last * 1.0000001) || size > 1e3) return std::nullopt;
     last = size;
   }
@@ -52,7 +49,7 @@ std::optional<double> byTwoSeries(double a, double b, double x) {
   const double difference = left - right, size = std::max(std::abs(left), std::abs(right));
   if (!(std::abs(difference) > 0.005 * size && size > 1e-280)) return std::nullopt;
   const double whole = std::round(b);  // sin(pi b) without the rounding of pi b
-  return difference * kPi / std::sin(kPi * (b - whole)) * (std::fmod(whole, 2.0) == 0 ? 1 : -1);
+  return difference * pi / std::sin(pi * (b - whole)) * (std::fmod(whole, 2.0) == 0 ? 1 : -1);
 }
 
 // U(a, 1, x) for small x: -1/gamma(a) sum (a)_k/k!^2 x^k (log x + psi(a+k) - 2 psi(k+1)) (DLMF 13.2.9).
@@ -61,7 +58,7 @@ double logarithmic(double a, double x) {
   for (int k = 0; k < 200; ++k) {
     if (k > 0) term *= (a + k - 1) * x / (static_cast<double>(k) * k);
     sum += term * (std::log(x) + calcDigamma(a + k) - 2 * calcDigamma(k + 1.0));
-    if (std::abs(term) < kEps / 100) break;
+    if (std::abs(term) < kEpsilon / 100) break;
   }
   return -sum * inverseGamma(a);
 }
@@ -76,13 +73,13 @@ Scaled tricomi(double a, double b, double x) {
   const bool polynomial = isPole(a);
   if (x <= 0) {
     if (x == 0 && b < 1 && !polynomial) return {std::tgamma(1 - b) * inverseGamma(1 + a - b), 0};
-    if (x == 0 && !polynomial) return {isPole(1 + a - b) ? kNaN : kInf, 0};
+    if (x == 0 && !polynomial) return {isPole(1 + a - b) ? kNaN : kInfinity, 0};
     if (!polynomial || a < -10000) return {kNaN, 0};
     double rising = 1;  // (-1)^n (b)_n M(-n, b, x)
     for (double k = 0; k < -std::round(a); k += 1) rising *= -(b + k);
     return {rising * calcHypergeometric1F1(std::round(a), b, x), 0};
   }
-  if (std::isinf(x)) return {a > 0 ? 0 : kInf, 0};
+  if (std::isinf(x)) return {a > 0 ? 0 : kInfinity, 0};
   if (x > 20 || polynomial)
     if (const auto sum = asymptoticSum(a, b, x)) return {*sum, -a * std::log(x)};
   if (x < 0.05 && std::abs(a) * x < 1 && std::abs(a) < 100 && whole && !polynomial) return {logarithmic(a, x), 0};

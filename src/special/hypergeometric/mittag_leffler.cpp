@@ -7,13 +7,12 @@
 #include <optional>
 #include <vector>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 using Complex = std::complex<double>;
 
 struct Sum {
@@ -24,7 +23,7 @@ struct Sum {
 // KEPT: 2048 terms at most, where small orders may need more (kept.csv: MittagLeffler_cap)
 Sum seriesOfPairs(double a, double b, double x) {
   const double logarithm = std::log(std::abs(x));
-  double power = 1, sum = 0, largest = 0, last = kInf;
+  double power = 1, sum = 0, largest = 0, last = kInfinity;
   const auto term = [&](int k) {
     const double order = a * k + b;
     double value;
@@ -54,13 +53,13 @@ std::optional<double> byContour(double a, double b, double x) {
   if (a > 100 || b > 150) return std::nullopt;
   const double radius = std::pow(-x, 1 / a);
   std::vector<double> walls{0.0};
-  for (int j = 0; (2 * j + 1) / a < 1; ++j) walls.push_back(std::sqrt(radius) * std::cos(kPi * (2 * j + 1) / a / 2));
+  for (int j = 0; (2 * j + 1) / a < 1; ++j) walls.push_back(std::sqrt(radius) * std::cos(pi * (2 * j + 1) / a / 2));
   std::sort(walls.begin(), walls.end());
   const double wish = std::sqrt(std::max(1.5, b - 1));
-  double line = 0, distance = 0, least = kInf;
+  double line = 0, distance = 0, least = kInfinity;
   for (std::size_t i = 0; i < walls.size(); ++i) {
     const bool last = i + 1 == walls.size();
-    const double low = walls[i], width = last ? kInf : walls[i + 1] - low;
+    const double low = walls[i], width = last ? kInfinity : walls[i + 1] - low;
     const double c = last ? std::max(wish, low + 0.7) : std::clamp(wish, low + 0.4 * width, low + 0.6 * width);
     const double d = std::min({c - low, last ? 1.5 : low + width - c, 1.5});
     const double cost = std::abs(c * c - wish * wish) + 0.1 / d;
@@ -71,7 +70,7 @@ std::optional<double> byContour(double a, double b, double x) {
     }
   }
   if (!(least < 30)) return std::nullopt;
-  const double step = 2 * kPi * distance / (42 + 2 * line * distance + distance * distance);
+  const double step = 2 * pi * distance / (42 + 2 * line * distance + distance * distance);
   const double end = std::sqrt(line * line + 45);
   double sum = 0;
   for (int k = 0; k * step <= end; ++k) {
@@ -79,10 +78,10 @@ std::optional<double> byContour(double a, double b, double x) {
     const Complex value = std::exp(v * v + (2 * (a - b) + 1) * logarithm) / (std::exp(2 * a * logarithm) - x);
     sum += k == 0 ? value.real() / 2 : value.real();
   }
-  double result = sum * step * 2 / kPi;
+  double result = sum * step * 2 / pi;
   for (int j = 0; (2 * j + 1) / a < 1; ++j) {
-    const Complex pole = std::polar(radius, kPi * (2 * j + 1) / a);
-    if (std::sqrt(radius) * std::cos(kPi * (2 * j + 1) / a / 2) < line) continue;
+    const Complex pole = std::polar(radius, pi * (2 * j + 1) / a);
+    if (std::sqrt(radius) * std::cos(pi * (2 * j + 1) / a / 2) < line) continue;
     result += 2 / a * (std::exp(pole + (1 - b) * std::log(pole))).real();
   }
   return result;
@@ -99,11 +98,11 @@ double negativeSide(double a, double b, double x) {
 }  // namespace
 
 double calcMittagLeffler(double a, double b, double x) {
-  if (!(a >= kEps && b >= kEps) || std::isnan(x)) return kNaN;
+  if (!(a >= kEpsilon && b >= kEpsilon) || std::isnan(x)) return kNaN;
   if (std::isinf(a) || std::isinf(b)) return std::isinf(b) ? 0 : 1 / std::tgamma(b);
   if (x < 0) return negativeSide(a, b, x);
   if (x <= 3.98) return seriesOfPairs(a, b, x).value;
-  if (std::isinf(x)) return kInf;
+  if (std::isinf(x)) return kInfinity;
   // The largest term is that of k = x^(1/a)/a. Where the pairs reach it, the halving below would only double it.
   if (std::log(x) < a * std::log(1500 * a)) return seriesOfPairs(a, b, x).value;
   // E_a(x) = (E_(a/2)(sqrt x) + E_(a/2)(-sqrt x))/2.
@@ -116,7 +115,7 @@ double calcWrightBessel(double a, double b, double x) {
   // KEPT: |x| where one would expect 1/gamma(b) (kept.csv: WrightBessel_zero)
   if (std::abs(x) < 1e-32) return std::abs(x);
   if (!(a >= 0 && b >= 0 && x >= -8)) return kNaN;
-  if (std::isinf(x)) return kInf;
+  if (std::isinf(x)) return kInfinity;
   // In long double: for x < 0 the terms cancel up to exp(16).
   const long double logarithm = std::log(std::abs(static_cast<long double>(x)));
   long double sum = 0, previous = 1, factorial = 0;  // log k!
@@ -128,7 +127,7 @@ double calcWrightBessel(double a, double b, double x) {
     sum += x < 0 && k % 2 == 1 ? -size : size;
     const long double limit = 1e-16L * std::abs(sum) / (x < 0 ? 1000 : 1);
     if (k > 1 && size <= limit && previous <= limit) break;
-    if (!std::isfinite(sum) || sum > std::numeric_limits<double>::max()) return kInf;
+    if (!std::isfinite(sum) || sum > std::numeric_limits<double>::max()) return kInfinity;
     previous = size;
   }
   return static_cast<double>(sum);

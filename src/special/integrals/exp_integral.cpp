@@ -3,15 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // E_n(x), n > 1, x <= 1: (-x)^(n-1)/(n-1)! (psi(n) - log x) - sum over m != n-1 of (-x)^m/((m-n+1) m!).
 double nearZero(long long n, double x) {
@@ -21,7 +19,7 @@ double nearZero(long long n, double x) {
     const double add = m == n - 1 ? term * (calcDigamma(static_cast<double>(n)) - std::log(x))
                                   : -term / static_cast<double>(m - n + 1);
     sum += add;
-    if (m > 0 && std::abs(add) <= std::abs(sum) * (kEps / 8)) break;
+    if (m > 0 && std::abs(add) <= std::abs(sum) * (kEpsilon / 8)) break;
     if (term == 0) break;
   }
   return sum;
@@ -37,7 +35,7 @@ double fraction(double n, double x) {
     c = b + a / c;
     const double step = c * d;
     value *= step;
-    if (std::abs(step - 1) <= kEps) break;
+    if (std::abs(step - 1) <= kEpsilon) break;
   }
   return value * std::exp(-x);
 }
@@ -64,7 +62,7 @@ double ofBrokenOrder(double p, double x) {
 }  // namespace
 
 double calcExpIntegral(double x) {
-  if (x == 0) return -std::numeric_limits<double>::infinity();
+  if (x == 0) return -kInfinity;
   if (std::isinf(x)) return x > 0 ? x : 0;
   // The run-time's function loses all but its leading term below -100.
   return x < -1 ? -fraction(1, -x) : std::expint(x);
@@ -73,11 +71,11 @@ double calcExpIntegral(double x) {
 double calcExpIntegralP(double p, double x) {
   if (std::isnan(p) || std::isnan(x)) return kNaN;
   // KEPT: 1/(p-1) at 0 for p < 1 too, where the integral diverges (kept.csv: ExpIntegralP_zero)
-  if (std::abs(x) < kEps) return 1 / (p - 1);
+  if (std::abs(x) < kEpsilon) return 1 / (p - 1);
   const double n = std::round(p);
-  if (std::abs(n - p) < kEps && std::abs(n) < 1000) return calcExpIntegralN(static_cast<long long>(n), x);
-  if (p < -1e15 || (p < 0 && std::isinf(x))) return std::isinf(x) ? 0 : std::numeric_limits<double>::infinity();
-  if (std::abs(n - p) >= kEps) return ofBrokenOrder(p, x);
+  if (std::abs(n - p) < kEpsilon && std::abs(n) < 1000) return calcExpIntegralN(static_cast<long long>(n), x);
+  if (p < -1e15 || (p < 0 && std::isinf(x))) return std::isinf(x) ? 0 : kInfinity;
+  if (std::abs(n - p) >= kEpsilon) return ofBrokenOrder(p, x);
   if (n < 0) return x > 0 ? ofBrokenOrder(p, x) : calcExpIntegralN(static_cast<long long>(n), x);
   return calcExpIntegralN(static_cast<long long>(std::min(n, 9e18)), x);
 }
@@ -85,7 +83,7 @@ double calcExpIntegralP(double p, double x) {
 double calcExpIntegralN(long long n, double x) {
   if (std::isnan(x)) return kNaN;
   const double order = static_cast<double>(n);
-  if (std::abs(x) < kEps) return 1 / (order - 1);
+  if (std::abs(x) < kEpsilon) return 1 / (order - 1);
   if (n == 0) return std::exp(-x) / x;
   // KEPT: Ei(x) at order 1, where one would expect E_1(x) = -Ei(-x) (kept.csv: ExpIntegralN_one)
   if (n == 1) return calcExpIntegral(x);
@@ -93,7 +91,7 @@ double calcExpIntegralN(long long n, double x) {
   if (x <= 0) return kNaN;
   // KEPT: the mean of two bounds that differ by under 1e-100; one would expect all digits (kept.csv: ExpIntegralN_mean)
   const double low = std::exp(-x) / (order + x), high = std::exp(-x) / (order + x - 1);
-  if (high - low < 1e-100 || high - low <= high * kEps) return (low + high) / 2;
+  if (high - low < 1e-100 || high - low <= high * kEpsilon) return (low + high) / 2;
   return x <= 1 ? nearZero(n, x) : fraction(order, x);
 }
 

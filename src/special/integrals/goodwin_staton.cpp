@@ -2,8 +2,8 @@
 // The Goodwin-Staton integral of exp(-t^2)/(t+x) from 0 to infinity, and Glasser's integral of sin(t sin t).
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "special/special_function.h"
 
@@ -17,7 +17,7 @@ double goodwinStatonIntegral(double x) {
   const double y = x * x;
   const auto integrand = [y](double t) { return std::exp(-t) / (t - y); };
   const double tail =
-      std::isinf(y) ? 0 : Integral::integralAdaptive(integrand, 0, 100, 1000000, kEps / std::max(1.0, y / 100));
+      std::isinf(y) ? 0 : Integral::integralAdaptive(integrand, 0, 100, 1000000, kEpsilon / std::max(1.0, y / 100));
   return kSqrtPi * calcDrawson(x) + tail / 2;
 }
 
@@ -58,7 +58,7 @@ double calcGoodwinStaton(double x) {
   if (std::isnan(x)) return x;
   if (std::abs(x) >= 10) return goodwinStatonIntegral(x);
   const double y = x * x;
-  return (calcErfi(x) * kPi - calcExpIntegral(y)) * std::exp(-y) / 2;
+  return (calcErfi(x) * pi - calcExpIntegral(y)) * std::exp(-y) / 2;
 }
 
 double calcGlasser(double x) {
@@ -66,10 +66,10 @@ double calcGlasser(double x) {
   if (x < 0) return -calcGlasser(-x);  // the integrand is even
   if (x <= kPanelsEnd) return glasserPanels(0, x);
   // Each half turn of sin t adds its stationary point: 2 sqrt k - 3/(4 pi sqrt k) - 1/(pi k) + ... at x = k pi, k even.
-  const double k = 2 * std::floor(x / (2 * kPi));
-  if (!(x <= kRestEnd)) return 2 * std::sqrt(x / kPi);
-  const double lead = 2 * std::sqrt(k) - 3 / (4 * kPi * std::sqrt(k)) - 1 / (kPi * k) + kNextOrder / (k * std::sqrt(k));
-  return lead + glasserPanels(k * kPi, x);
+  const double k = 2 * std::floor(x / (2 * pi));
+  if (!(x <= kRestEnd)) return 2 * std::sqrt(x / pi);
+  const double lead = 2 * std::sqrt(k) - 3 / (4 * pi * std::sqrt(k)) - 1 / (pi * k) + kNextOrder / (k * std::sqrt(k));
+  return lead + glasserPanels(k * pi, x);
 }
 
 }  // namespace SpecialFunction

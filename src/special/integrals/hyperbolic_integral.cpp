@@ -2,15 +2,13 @@
 // Hyperbolic sine and cosine integral, their inverses, and the logarithmic integral.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kEuler = 0.5772156649015329;
 constexpr double kBeyond = 739;  // the integrals have left the range of doubles
 constexpr int kMostTerms = 20000;
@@ -26,7 +24,7 @@ double powerSeries(double x, int first) {
     m += 2;
     const double term = power / m;
     sum += term;
-    if (!(std::abs(term) > kEps / 4 * std::abs(sum)) || std::isinf(sum)) break;
+    if (!(std::abs(term) > kEpsilon / 4 * std::abs(sum)) || std::isinf(sum)) break;
   }
   return sum;
 }
@@ -41,13 +39,13 @@ double invert(Function f, Slope slope, double y, double low, double high, double
     (d > 0 ? high : low) = x;
     const double next = x - d / slope(x);
     if (!(next > low && next < high)) break;
-    if (std::abs(next - x) <= kEps * std::abs(x)) return next;
+    if (std::abs(next - x) <= kEpsilon * std::abs(x)) return next;
     x = next;
   }
   for (int round = 0; round < 56; ++round) {
     x = (low + high) / 2;
     const double d = f(x) - y;
-    if (d == 0 || high - low <= kEps * std::abs(x)) return x;
+    if (d == 0 || high - low <= kEpsilon * std::abs(x)) return x;
     (d > 0 ? high : low) = x;
   }
   return x;
@@ -65,7 +63,7 @@ double guessForLarge(double y, double low, double high) {
 
 double calcSinhIntegral(double x) {
   if (std::isnan(x)) return x;
-  if (std::abs(x) > kBeyond) return std::copysign(kInf, x);
+  if (std::abs(x) > kBeyond) return std::copysign(kInfinity, x);
   if (std::abs(x) <= 0.01) {
     const double t = x * x;
     return x * (1 + t * (1.0 / 18 + t * (1.0 / 600 + t * (1.0 / 35280 + t / 3265920))));
@@ -75,7 +73,7 @@ double calcSinhIntegral(double x) {
 
 double calcCoshIntegral(double x) {
   if (!(x >= 0)) return kNaN;
-  if (x > kBeyond) return kInf;
+  if (x > kBeyond) return kInfinity;
   const double lead = std::log(x) + kEuler;
   if (x <= 0.01) {
     const double t = x * x;
@@ -99,14 +97,14 @@ double calcLogIntegral(double x) {
     power *= l / k;
     const double term = power / k;
     sum += term;
-    if (term <= kEps / 4 * sum || std::isinf(sum)) break;
+    if (term <= kEpsilon / 4 * sum || std::isinf(sum)) break;
   }
   return kEuler + std::log(l) + sum;
 }
 
 double calcInvCoshIntegral(double y) {
   if (std::isnan(y)) return kNaN;
-  if (y > 5.191571403e+306) return kInf;
+  if (y > 5.191571403e+306) return kInfinity;
   // Chi(x) = log x + gamma + x^2/4 up to x = 1e-4.
   if (y < -8.63312470457465) {
     const double w = std::exp(2 * (y - kEuler)) / 2;
@@ -123,7 +121,7 @@ double calcInvSinhIntegral(double y) {
   if (std::isnan(y)) return kNaN;
   if (std::abs(y) < 1e-5) return y;
   if (y < 0) return -calcInvSinhIntegral(-y);
-  if (y > 5.191571403e+306) return kInf;
+  if (y > 5.191571403e+306) return kInfinity;
   const auto slope = [](double x) { return std::sinh(x) / x; };
   if (y < 1.057250875375) return invert(calcSinhIntegral, slope, y, 0.99e-5, 1.001, y);
   if (y < 1246.114486042) return invert(calcSinhIntegral, slope, y, 0.999, 10.001, y < 20 ? 3 : 7);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Sine and cosine integral by the rational fits of A. J. MacLeod, Numerical Algorithms 12 (1996).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -48,7 +48,7 @@ double aroundRoot(double x, double root, double rest, double ratio) {
 }
 
 double cosineByFits(double x) {
-  if (std::abs(x) < kEps) return 0;
+  if (std::abs(x) < kEpsilon) return 0;
   const double t = x * x;
   if (x < 3) return aroundRoot(x, 0.6165054856207163, -4.2099203214332e-17, fit<2>(t) / fit<3>(t));
   if (x < 6) return aroundRoot(x, 3.3841804225511863, 1.9721254623634e-16, fit<4>(t) / fit<5>(t));
@@ -60,7 +60,7 @@ double cosineByFits(double x) {
 }  // namespace
 
 double calcSineIntegral(double x) {
-  constexpr double kHalfPi = kPi / 2;
+  constexpr double kHalfPi = pi / 2;
   if (std::isnan(x)) return x;
   if (x < 0) return -calcSineIntegral(-x);
   if (x < 4.2e-09) return x;
@@ -76,7 +76,7 @@ double calcSineIntegral(double x) {
 }
 
 double calcCosineIntegral(double x) {
-  if (!(x >= 0)) return std::numeric_limits<double>::quiet_NaN();
+  if (!(x >= 0)) return kNaN;
   if (std::isinf(x)) return 0;
   if (x < 0.01) {
     const double t = x * x;

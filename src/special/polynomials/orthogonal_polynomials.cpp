@@ -2,23 +2,21 @@
 // Legendre, Laguerre and Hermite polynomials of 32-bit order. Recurrences run up to kLongest steps; orders beyond are
 // taken from the limits of large order, so that none runs for seconds.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/bessel/parabolic_far.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr int32_t kLongest = 10000000;
 
 // J_0 for the limits of large order.
 double besselJ0(double t) {
   if (t < 1000) return std::cyl_bessel_j(0.0, t);
-  const double angle = t - kPi / 4;  // Hankel's expansion
-  return std::sqrt(2 / (kPi * t)) * (std::cos(angle) + std::sin(angle) / (8 * t));
+  const double angle = t - pi / 4;  // Hankel's expansion
+  return std::sqrt(2 / (pi * t)) * (std::cos(angle) + std::sin(angle) / (8 * t));
 }
 
 // sum of binomial(n, k) (-x)^k/k!, for n |x| of a moderate size.
@@ -27,7 +25,7 @@ double laguerreSum(int32_t n, double x) {
   for (int32_t k = 1; k <= n && k < 1000; ++k) {
     term *= -x * (static_cast<double>(n) - k + 1) / (static_cast<double>(k) * k);
     sum += term;
-    if (std::abs(term) <= kEps / 8 * std::abs(sum)) break;
+    if (std::abs(term) <= kEpsilon / 8 * std::abs(sum)) break;
   }
   return sum;
 }
@@ -37,12 +35,12 @@ double laguerreSum(int32_t n, double x) {
 double laguerreByBessel(double n, double x) {
   const double t = 2 * std::sqrt((n + 0.5) * std::abs(x)), ratio = x / t;
   const auto bessel = x < 0 ? calcBesselI : calcBesselJ;
-  if (x < 0 && t > 750) return kInf;
+  if (x < 0 && t > 750) return kInfinity;
   double a[3] = {1, 0, 0.5};  // A_(m-2), A_(m-1), A_m
   double sum = bessel(0, t), power = ratio * ratio;
   for (int m = 2; m < 100; ++m) {
     sum += a[2] * power * bessel(m, t);
-    if (m > 4 && std::abs(a[2] * power) < kEps / 16) break;
+    if (m > 4 && std::abs(a[2] * power) < kEpsilon / 16) break;
     const double next = (m * a[1] - (2 * n + 1) * a[0]) / (m + 1);
     a[0] = a[1];
     a[1] = a[2];
@@ -55,7 +53,7 @@ double laguerreByBessel(double n, double x) {
 double laguerreOfHugeOrder(int32_t n, double x) {
   if ((n + 0.5) * std::abs(x) < 25) return laguerreSum(n, x);
   if (std::pow(x / 2, 3) < 0.1 * n) return laguerreByBessel(n, x);  // A_3 (x/t)^3 is small
-  if (x >= 4.0 * n + 2) return n % 2 == 0 ? kInf : -kInf;
+  if (x >= 4.0 * n + 2) return n % 2 == 0 ? kInfinity : -kInfinity;
   return std::laguerre(static_cast<unsigned>(n), x);
 }
 
@@ -78,7 +76,7 @@ double calcPolyLegendre(int32_t n, double x) {
     const double next = ((2 * k - 1) * x * value - (k - 1) * before) / k;
     before = value;
     value = next;
-    if (!std::isfinite(value)) return x < 0 && n % 2 == 1 ? -kInf : kInf;
+    if (!std::isfinite(value)) return x < 0 && n % 2 == 1 ? -kInfinity : kInfinity;
   }
   return value;
 }
@@ -86,19 +84,19 @@ double calcPolyLegendre(int32_t n, double x) {
 double calcPolyLaguerre(int32_t n, double x) {
   if (n < 0 || std::isnan(x)) return kNaN;
   if (n == 0) return 1;
-  if (std::isinf(x)) return x > 0 && n % 2 == 1 ? -kInf : kInf;
+  if (std::isinf(x)) return x > 0 && n % 2 == 1 ? -kInfinity : kInfinity;
   if (n > kLongest) return laguerreOfHugeOrder(n, x);
   if (x >= 0) {
     const double value = std::laguerre(static_cast<unsigned>(n), x);
     if (!std::isnan(value)) return value;
-    return n % 2 == 0 ? kInf : -kInf;  // only right of all zeros the recurrence overflows
+    return n % 2 == 0 ? kInfinity : -kInfinity;  // only right of all zeros the recurrence overflows
   }
   double before = 1, value = 1 - x;
   for (double k = 2; k <= n; k += 1) {
     const double next = ((2 * k - 1 - x) * value - (k - 1) * before) / k;
     before = value;
     value = next;
-    if (!std::isfinite(value)) return kInf;
+    if (!std::isfinite(value)) return kInfinity;
   }
   return value;
 }
@@ -114,8 +112,8 @@ double calcPolyHermite(int32_t n, double x) {
   // Beyond, values leave the range: the recurrence runs with the scale taken out, for a million orders. Then the sign
   // is that of U(-n-1/2, sqrt(2) x).
   const double parity = x < 0 && n % 2 == 1 ? -1 : 1;
-  if (std::isinf(x)) return parity * kInf;
-  if (n > 1000000) return parity * signOfParabolicU(-n - 0.5, std::sqrt(2.0) * std::abs(x)) * kInf;
+  if (std::isinf(x)) return parity * kInfinity;
+  if (n > 1000000) return parity * signOfParabolicU(-n - 0.5, std::sqrt(2.0) * std::abs(x)) * kInfinity;
   double before = 1, value = 2 * x, exponent = 0;
   for (double k = 2; k <= n; k += 1) {
     const double next = 2 * (x * value - (k - 1) * before);
@@ -128,7 +126,7 @@ double calcPolyHermite(int32_t n, double x) {
       exponent += 400;
     }
   }
-  if (!std::isfinite(value)) return x < 0 && n % 2 == 1 ? -kInf : kInf;
+  if (!std::isfinite(value)) return x < 0 && n % 2 == 1 ? -kInfinity : kInfinity;
   return std::ldexp(value, static_cast<int>(std::fmin(exponent, 1e6)));
 }
 

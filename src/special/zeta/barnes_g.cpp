@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 // Barnes' G and the hyperfactorial H. Both rest on log H(y) = y log gamma(1+y) - log G(1+y).
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "numeric/integral.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kLogTwoPi = 1.8378770664093456;
 constexpr double kGlaisher = 1.2824271291006226;
 constexpr double kMostProducts = 1000;
 
-bool isWhole(double y) { return std::abs(std::round(y) - y) < kEps; }
+bool isWhole(double y) { return std::abs(std::round(y) - y) < kEpsilon; }
 
 // H(y)/(A y^((6y(y+1)+1)/12) exp(-y^2/4)) for y >= 10 (A is Glaisher's constant), a series in 1/y^2.
 double hyperSeries(double y) {
@@ -44,7 +42,7 @@ struct SignedLog {
 SignedLog calcLnBarnesG_Call(double x) {
   const double y = x - 1;
   if (isWhole(y) && y <= kMostProducts) {
-    if (y < -0.5) return {0, -kInf};
+    if (y < -0.5) return {0, -kInfinity};
     double sum = 0, factorial = 0;  // log of 1! 2! ... (y-1)!
     for (double k = 2; k < std::round(y) + 0.5; k += 1) {
       sum += factorial;
@@ -53,7 +51,7 @@ SignedLog calcLnBarnesG_Call(double x) {
     return {1, sum};
   }
   if (!(y >= -1)) return {1, kNaN};
-  if (std::isinf(y)) return {1, kInf};
+  if (std::isinf(y)) return {1, kInfinity};
   // y (log gamma(x) - log H(y)/y): the two parts cancel slowly only, and for large y their difference stays finite.
   return {1, calcLngamma(x) * y - lnHyper(y)};
 }
@@ -68,7 +66,7 @@ double calcBarnesG(double x) {
   if (std::abs(x) < 0.0001)
     return x * (1 + x * (0.9961541981062056 +
                          x * (-1.1149132726725708 + x * (-0.7582546060238864 + x * 0.91370932863128))));
-  if (x > 28.48) return kInf;
+  if (x > 28.48) return kInfinity;
   if (isWhole(x)) {
     if (x < 0.5) return 0;
     double product = 1, factorial = 1;  // 1! 2! ... (x-2)!
@@ -79,7 +77,7 @@ double calcBarnesG(double x) {
     return product;
   }
   // KEPT: -infinity far left, where the sign changes with each unit (kept.csv: BarnesG_left)
-  if (x < -28.02) return -kInf;
+  if (x < -28.02) return -kInfinity;
   // G(x) = G(x+1)/gamma(x) up to x > 0.
   double divisor = 1;
   for (; x < 0; x += 1) divisor *= std::tgamma(x);
@@ -89,7 +87,7 @@ double calcBarnesG(double x) {
 
 double calcHyperfactorial(double x) {
   if (std::isnan(x)) return kNaN;
-  if (x > 22.67524) return kInf;
+  if (x > 22.67524) return kInfinity;
   if (isWhole(x)) {
     double n = std::round(x), product = 1;
     if (n < 0) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/zeta/bernoulli.h"
+#include "frame/numbers.h"
 #include "special/special_function.h"
 
 #include <limits>
@@ -36,7 +37,7 @@ double calcPolyByBernoulli(int32_t n, double x) {
     default:
       break;
   }
-  if (n < 0) return std::numeric_limits<double>::quiet_NaN();
+  if (n < 0) return kNaN;
   // KEPT: 0 beyond the table; one would expect the polynomial (kept.csv: PolyByBernoulli_high)
   if (n > 258) return 0;
   // sum of binomial(n, k) B_k x^(n-k), by Horner from B_0 on.

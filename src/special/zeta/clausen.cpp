@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // Sums S_n(x) = sum sin(kx)/k^n and C_n(x) = sum cos(kx)/k^n. Closed forms hold on [0, 2 pi), to which x is reduced.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 #include "special/zeta/bernoulli.h"
 
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kTwoPi = 2 * kPi;
+constexpr double kTwoPi = 2 * pi;
 constexpr double kTwoPiRest = 2.4492935982947064e-16;  // 2 pi - kTwoPi
 
 // x mod 2 pi in [0, 2 pi), from the run-time's own reduction for large x.
@@ -32,14 +31,14 @@ double orderOf(double n) {
 // y log 2 - sum |B_2k| (2^2k - 1)/(2k (2k+1)!) y^(2k+1) (Lewin, Polylogarithms and Associated Functions, 4.3).
 double calcClausenS2(double x) {
   const bool right = x > 2.1;
-  const double y = right ? (kPi - x) + kTwoPiRest / 2 : x, square = y * y;
+  const double y = right ? (pi - x) + kTwoPiRest / 2 : x, square = y * y;
   double power = y, sum = 0, four = 1;  // y^(2k+1)/(2k+1)!
   for (int k = 1; k < 100; ++k) {
     power *= square / (2.0 * k * (2.0 * k + 1));
     four *= 4;
     const double term = std::abs(kBernoulliTable[2 * k]) / (2.0 * k) * power * (right ? four - 1 : 1);
     sum += term;
-    if (term <= kEps / 8 * sum) break;
+    if (term <= kEpsilon / 8 * sum) break;
   }
   if (right) return y * 0.6931471805599453 - sum;
   return x == 0 ? 0 : x * (1 - std::log(x)) + sum;
@@ -70,16 +69,16 @@ double sineSum(double n, double x) {
   const double sign = x < 0 ? -1 : 1;
   x = reduce(std::abs(x));
   // KEPT: (pi-x)/2 at 0 too, where the sum is 0 (kept.csv: ClausenS_zero)
-  if (n == 1) return sign * (kPi - x) / 2;
-  if (n == 2) return sign * (x <= kPi ? calcClausenS2(x) : -calcClausenS2(kTwoPi - x + kTwoPiRest));
+  if (n == 1) return sign * (pi - x) / 2;
+  if (n == 2) return sign * (x <= pi ? calcClausenS2(x) : -calcClausenS2(kTwoPi - x + kTwoPiRest));
   // Odd around pi too: with y = pi - x the polynomials lose no digits there.
   if (n == 3 || n == 5) {
-    const double upper = x > kPi ? -sign : sign;
-    if (x > kPi) x = kTwoPi - x + kTwoPiRest;
-    const double y = kPi - x + kTwoPiRest / 2;
+    const double upper = x > pi ? -sign : sign;
+    if (x > pi) x = kTwoPi - x + kTwoPiRest;
+    const double y = pi - x + kTwoPiRest / 2;
     // x (pi-x)(2 pi-x)/12, and x (pi-x)(2 pi-x)(4 pi^2 + 6 pi x - 3 x^2)/720.
     if (n == 3) return upper * x * y * (kTwoPi - x) / 12;
-    return upper * x * y * (kTwoPi - x) * (4 * kPi * kPi + 3 * x * (kTwoPi - x)) / 720;
+    return upper * x * y * (kTwoPi - x) * (4 * pi * pi + 3 * x * (kTwoPi - x)) / 720;
   }
   return sign * plainSum(n, x, true);
 }
@@ -87,7 +86,7 @@ double sineSum(double n, double x) {
 double cosineSum(double n, double x) {
   x = reduce(std::abs(x));
   if (n == 1) return -std::log(std::abs(2 * std::sin(x / 2)));
-  const double pi2 = kPi * kPi;
+  const double pi2 = pi * pi;
   if (n == 2) return pi2 / 6 - x * (kTwoPi - x) / 4;
   if (n == 4) return pi2 * pi2 / 90 - x * x * (kTwoPi - x) * (kTwoPi - x) / 48;
   return plainSum(n, x, false);

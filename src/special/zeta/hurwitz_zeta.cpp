@@ -2,8 +2,8 @@
 #include "special/zeta/hurwitz_zeta.h"
 
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 #include "special/zeta/bernoulli.h"
 
@@ -79,11 +79,11 @@ double byFourier(double s, double a) {
   for (int n = 1; n < 100000; ++n) {
     const double weight = std::pow(n, -order);
     const double turn = n * a;
-    sum += weight * std::sin(kPi * (2 * (turn - std::floor(turn)) + std::fmod(s, 4.0) / 2));
+    sum += weight * std::sin(pi * (2 * (turn - std::floor(turn)) + std::fmod(s, 4.0) / 2));
     if (weight < 1e-17) break;
   }
-  const double logarithm = calcLngamma(order) - order * std::log(2 * kPi);
-  const double scale = order < 100 ? std::tgamma(order) * std::pow(2 * kPi, -order) : std::exp(logarithm);
+  const double logarithm = calcLngamma(order) - order * std::log(2 * pi);
+  const double scale = order < 100 ? std::tgamma(order) * std::pow(2 * pi, -order) : std::exp(logarithm);
   return 2 * scale * sum;
 }
 
@@ -118,11 +118,11 @@ double calcHurwitzZeta_Call4(double s, double a) {
 }
 
 double calcHurwitzZeta(double s, double a) {
-  if (std::isnan(s) || std::isnan(a)) return std::numeric_limits<double>::quiet_NaN();
+  if (std::isnan(s) || std::isnan(a)) return kNaN;
   if (std::abs(a - 1) < kNear) return calcZeta(s);
   if (std::abs(a - 0.5) < kNear) return (std::pow(2.0, s) - 1) * calcZeta(s);
   if (std::abs(s) < kNear) return 0.5 - a;
-  if (a < 0.1 && isInteger(a)) return std::numeric_limits<double>::infinity();
+  if (a < 0.1 && isInteger(a)) return kInfinity;
   if (s < 0 && isInteger(s)) {
     const double n = 1 - std::round(s);
     return n > 258 ? 0 : -calcPolyByBernoulli(static_cast<int32_t>(n), a) / n;

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Polylogarithm, the Bose-Einstein and Fermi-Dirac integrals that it gives, and the dilogarithm.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 #include "special/zeta/polylogarithm_kernel.h"
 
 namespace SpecialFunction {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 bool isWhole(double s) { return std::abs(std::round(s) - s) < 1e-15; }
 
@@ -60,7 +57,7 @@ double dilogarithmSum(double x) {
     power *= x;
     const double term = power / (static_cast<double>(k) * k);
     sum += term;
-    if (std::abs(term) <= kEps / 8 * std::abs(sum)) break;
+    if (std::abs(term) <= kEpsilon / 8 * std::abs(sum)) break;
   }
   return sum;
 }
@@ -73,7 +70,7 @@ double calcPolyLog(double s, double z) {
   if (z == 0) return 0;
   if (z == 1) return s > 1 ? calcZeta(s) : kNaN;
   if (isWhole(s) && s > -2.5 && s < 1.5) {
-    if (std::isinf(z)) return std::round(s) == 1 ? (z < 0 ? -kInf : kNaN) : std::round(s) == 0 ? -1 : 0;
+    if (std::isinf(z)) return std::round(s) == 1 ? (z < 0 ? -kInfinity : kNaN) : std::round(s) == 0 ? -1 : 0;
     return elementary(static_cast<int>(std::round(s)), z, 1 - z);
   }
   if (z > 1 && !(isWhole(s) && s < 0)) return kNaN;
@@ -88,7 +85,7 @@ double calcFermiDirac(double s, double x) { return -quantum(s, x, -1); }
 double calcPolyLogarithm2(double x) {
   if (!(x <= 1.0000000000000002)) return kNaN;
   // KEPT: pi^2/6 to fifteen digits; one would expect all (kept.csv: PolyLogarithm2_one)
-  if (x + kEps > 1) return 1.64493406684822;
+  if (x + kEpsilon > 1) return 1.64493406684822;
   constexpr double kSixth = 1.6449340668482264;  // pi^2/6
   if (x <= -2) {
     const double l = std::log(-x);

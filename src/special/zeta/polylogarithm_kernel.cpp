@@ -7,9 +7,9 @@
 #include <array>
 #include <cmath>
 #include <complex>
-#include <limits>
 #include <optional>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 #include "special/zeta/bernoulli.h"
 #include "special/zeta/zeta_parts.h"
@@ -17,8 +17,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr int kTerms = 120;
 constexpr int kDirectTerms = 102400;
 using Complex = std::complex<double>;
@@ -36,16 +34,16 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
       continue;
     }
     if (scaled == 0)
-      scaled = std::tgamma(1 - w) * factorial * 2 * std::pow(2 * kPi, w - 1);
+      scaled = std::tgamma(1 - w) * factorial * 2 * std::pow(2 * pi, w - 1);
     else
-      scaled *= -w / (2 * kPi * k);
+      scaled *= -w / (2 * pi * k);
     const double v = 1 - w;
     double zeta = 1;
     if (v < 25)
       zeta = calcZeta(v);
     else if (v < 56)
       zeta = 1 + std::exp2(-v) + std::pow(3.0, -v) + std::exp2(-2 * v);
-    c[static_cast<std::size_t>(k)] = scaled * std::sin(kPi / 2 * std::fmod(w, 4.0)) * zeta;
+    c[static_cast<std::size_t>(k)] = scaled * std::sin(pi / 2 * std::fmod(w, 4.0)) * zeta;
   }
   return c;
 }
@@ -67,9 +65,9 @@ struct LogSeries {
       distance = s - n;
       singular = 1 / std::tgamma(n);
       slope[0] = -calcDigamma(n);
-      slope[1] = kPi * kPi / 6 - calcPolyGamma(1, n) / 2;
+      slope[1] = pi * pi / 6 - calcPolyGamma(1, n) / 2;
       slope[2] = -calcPolyGamma(2, n) / 6;
-      slope[3] = std::pow(kPi, 4) / 180 - calcPolyGamma(3, n) / 24;
+      slope[3] = std::pow(pi, 4) / 180 - calcPolyGamma(3, n) / 24;
       slope[4] = -calcPolyGamma(4, n) / 120;
     } else {
       singular = calcGamma(1 - s);
@@ -87,7 +85,7 @@ struct LogSeries {
 
   // Li_s(-exp(x)) = -sum eta(s-k) x^k/k!, |x| < pi.
   double ofNegative(double x) const {
-    double sum = 0, power = 1, last = kInf;
+    double sum = 0, power = 1, last = kInfinity;
     for (int k = 0; k < kTerms; ++k) {
       const double term = alternating[static_cast<std::size_t>(k)] * power, size = std::abs(term);
       sum += term;
@@ -114,7 +112,7 @@ struct LogSeries {
       first = (zetaRestAtOne(e) - ratio) * singular;
       for (int k = 0; k < pole; ++k) first *= x;
     }
-    double last = kInf;
+    double last = kInfinity;
     for (int k = 0; k < kTerms; ++k) {
       const Number term = coefficients[static_cast<std::size_t>(k)] * power;
       sum += term;
@@ -159,7 +157,7 @@ double lerchSum(double s, double x, int sign) {
   const double first = sign > 0 ? 2 : 1;
   double sum = sign > 0 ? std::exp(scale + (s - 1) * std::log(-x)) : 0;
   for (int k = 0; k < 20000; ++k) {
-    const Complex place(-x, kPi * (first + 2 * k));
+    const Complex place(-x, pi * (first + 2 * k));
     const Complex term = std::exp(scale + (s - 1) * std::log(place));
     sum += 2 * term.real();
     if (std::abs(term) <= 1e-18 * std::abs(sum) && k > 2) break;
@@ -172,7 +170,7 @@ double byMultiplication(double s, double x) {
   const LogSeries& series = seriesOf(s);
   const int m = 2 * std::max(1, static_cast<int>(std::ceil(std::abs(x) / 5)));
   double sum = 0;
-  for (int j = 0; j < m / 2; ++j) sum += 2 * series(Complex(x / m, kPi * (2 * j + 1) / m)).real();
+  for (int j = 0; j < m / 2; ++j) sum += 2 * series(Complex(x / m, pi * (2 * j + 1) / m)).real();
   return sum * std::pow(m, s - 1);
 }
 
@@ -188,7 +186,7 @@ double farLeft(double s, double x) {
     }
   };
   static const Table table;
-  double sum = 0, last = kInf;
+  double sum = 0, last = kInfinity;
   for (int k = 0; k < 400; ++k) {
     const double eta = k > 30 ? 1 : table.eta[k];
     const double term = 2 * eta * factor;
@@ -203,7 +201,7 @@ double farLeft(double s, double x) {
 
 // (1/gamma(s)) integral of t^(s-1)/(exp(t-x)+1), t = exp(u), by the trapezoid rule; x in (0, 60], s >= 8.
 double byIntegral(double s, double x) {
-  const double step = 2 * std::atan(kPi / std::max(x, 1.0)) * kPi / 45;
+  const double step = 2 * std::atan(pi / std::max(x, 1.0)) * pi / 45;
   const double scale = calcLngamma(s), end = std::log(x + s + 60 + 10 * std::sqrt(s));
   double sum = 0, largest = 0;
   for (double u = end; u > -60; u -= step) {
@@ -220,12 +218,12 @@ double byIntegral(double s, double x) {
 
 double polyLogOfExp(double s, double x, int sign) {
   if (std::isnan(s) || std::isnan(x)) return kNaN;
-  if (s == kInf) return sign * std::exp(x);
-  if (s == -kInf) return kNaN;
+  if (s == kInfinity) return sign * std::exp(x);
+  if (s == -kInfinity) return kNaN;
   const double n = std::round(s);
   const bool whole = std::abs(s - n) < 1e-15;
   if (whole && n < 0 && x > 0) return (std::fmod(n, 2.0) == 0 ? -1 : 1) * polyLogOfExp(s, -x, sign);
-  if (std::isinf(x)) return x < 0 ? 0 : s > 0 ? -kInf : 0;
+  if (std::isinf(x)) return x < 0 ? 0 : s > 0 ? -kInfinity : 0;
   const double size = std::exp(x);
   if (size < 0.71 && s > 0.5) return directSum(s, sign * size).value;
   if (sign > 0) {

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Riemann's zeta function, its inverse, Dirichlet's eta and beta.
 #include <cmath>
-#include <limits>
 
+#include "frame/numbers.h"
 #include "special/special_function.h"
 #include "special/zeta/hurwitz_zeta.h"
 #include "special/zeta/zeta_parts.h"
 
 namespace SpecialFunction {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 // sin(pi x/2) with the integer part taken out exactly.
 double sinHalfPi(double x) {
@@ -20,16 +17,16 @@ double sinHalfPi(double x) {
     const int quarter = static_cast<int>(rest);
     return quarter % 2 == 0 ? 0 : quarter == 1 || quarter == -3 ? 1 : -1;
   }
-  return std::sin(kPi / 2 * rest);
+  return std::sin(pi / 2 * rest);
 }
 
 // gamma(x) (2 pi)^-x, x > 1, where the gamma function alone overflows.
 double gammaOverPower(double x) {
-  if (x < 100) return std::tgamma(x) * std::pow(2 * kPi, -x);
+  if (x < 100) return std::tgamma(x) * std::pow(2 * pi, -x);
   // Stirling's series for gamma(x) = sqrt(2 pi/x) (x/e)^x exp(1/(12x) - 1/(360x^3) + ...).
-  const double half = std::pow(x / (2 * kPi * 2.718281828459045), x / 2);
+  const double half = std::pow(x / (2 * pi * 2.718281828459045), x / 2);
   const double rest = (1.0 / 12 - 1 / (360 * x * x)) / x;
-  return half * (half * (std::sqrt(2 * kPi / x) * std::exp(rest)));
+  return half * (half * (std::sqrt(2 * pi / x) * std::exp(rest)));
 }
 
 // eta(s), s >= -1/10, by n terms of its alternating sum with Chebyshev weights; the error is below 3 (3+sqrt 8)^-n
@@ -78,10 +75,10 @@ double zetaRestAtOne(double e) {
 double calcZeta(double s) {
   if (std::isnan(s)) return kNaN;
   if (s > 60) return 1;
-  if (s == 1) return kInf;
+  if (s == 1) return kInfinity;
   if (std::abs(s - 1) < 0.1) return 1 / (s - 1) + zetaRestAtOne(s - 1);
   if (s >= -0.1) return s < 25 ? alternatingSum(s) / (1 - std::exp2(1 - s)) : std::riemann_zeta(s);
-  if (s < -1e300) return s == -kInf ? kNaN : 0;
+  if (s < -1e300) return s == -kInfinity ? kNaN : 0;
   // Functional equation, which gives the zeros at the even numbers exactly.
   const double wave = sinHalfPi(s);
   return wave == 0 ? 0 : 2 * wave * (gammaOverPower(1 - s) * calcZeta(1 - s));
@@ -97,7 +94,7 @@ double calcInvZeta(double y) {
   static constexpr Row kRows[] = {{0.009156248996, -2.7, 1}, {1, 0, 0},
                                   {1.000000029810, 24, 64},  {1.000994575128, 10, 25},
                                   {1.017343061985, 6, 10},   {1.645, 1.9, 6}};
-  if (y == 1) return kInf;
+  if (y == 1) return kInfinity;
   double low = 1, high = 2;
   for (const Row& row : kRows)
     if (y < row.below) {
@@ -110,15 +107,15 @@ double calcInvZeta(double y) {
   for (int round = 0; round < 88; ++round) {
     middle = (low + high) / 2;
     const double value = calcZeta(middle);
-    if (std::abs(value - y) <= kEps / 2 * std::abs(y)) break;
+    if (std::abs(value - y) <= kEpsilon / 2 * std::abs(y)) break;
     (value > y ? low : high) = middle;
-    if (std::abs(high - low) <= kEps * std::abs(middle)) break;
+    if (std::abs(high - low) <= kEpsilon * std::abs(middle)) break;
   }
   return middle;
 }
 
 double calcDirichletEta(double s) {
-  if (s == -kInf) return kNaN;
+  if (s == -kInfinity) return kNaN;
   const double e = 1 - s;
   // Near the pole 1 - 2^e goes to 0 as zeta goes to infinity: the product is log 2 at s = 1.
   if (std::abs(e) < 0.1) {
@@ -132,7 +129,7 @@ double calcDirichletEta(double s) {
 }
 
 double calcDirichletBeta(double s) {
-  if (std::isnan(s) || s == -kInf) return kNaN;
+  if (std::isnan(s) || s == -kInfinity) return kNaN;
   if (s > 40) return 1;
   // KEPT: 0 at s = 1, where both zeta values are 0; one would expect pi/4 (kept.csv: DirichletBeta_one)
   if (std::abs(s - 1) < 1e-15) return 0;

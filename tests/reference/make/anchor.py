@@ -7,6 +7,8 @@ which reaches it rounded.
 """
 import mpmath as mp
 
+from rows import line, save
+
 mp.mp.dps = 60
 
 
@@ -52,20 +54,20 @@ def deflate(mode1, mode2, a, s, n):
     return 1 / ((a + mp.mpf(0.001)) * (length + mp.mpf(1e-12)))
 
 
-def row(file, name, arguments, value, cond):
-    cells = [float(a).hex() for a in arguments]
-    file.write(f"{name},{','.join(cells)},{mp.nstr(value, 25)},{4 * (1 + float(cond)):.1f}\n")
+def row(name, arguments, value, cond):
+    return line(name, arguments, value, f"{4 * (1 + float(cond)):.1f}")
 
 
-with open("../solver/anchor_transform.csv", "w") as file:
-    file.write(f"# transform of the anchor: mode, t; mpmath {mp.__version__}, 60 digits\n")
+def transforms():
+    yield "# transform of the anchor: mode, t"
     for mode in list(range(8)) + [255]:
         for t in (0.03, 0.7, 3.25, 9.5, 10.0, 47.0, 99.0, 100.0, 512.5, 1000.0, 4321.0, 10000.0, 123456.75, 1e9):
             x = mp.mpf(t)
-            row(file, f"mode{mode}", (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x) + angle_condition(mode, x))
+            yield row(f"mode{mode}", (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x) + angle_condition(mode, x))
 
-with open("../solver/anchor_deflate.csv", "w") as file:
-    file.write(f"# deflated value: mode1, mode2, a, s, n; mpmath {mp.__version__}, 60 digits\n")
+
+def deflated():
+    yield "# deflated value: mode1, mode2, a, s, n"
     for mode1, mode2 in ((1, 1), (0, 2), (3, 4), (5, 6), (6, 0), (2, 5), (4, 3)):
         for a in (0.0, 0.5, 9.75, 10.0, 42.0, 3e5):
             for s, n in ((0.0, 2), (0.01, 2), (30.0, 3), (5e4, 1), (1e6, 2), (1e12, 5)):
@@ -85,4 +87,8 @@ with open("../solver/anchor_deflate.csv", "w") as file:
                     if length >= 10:
                         cond += condition(lambda v: abs(transform(mode2, v)) + mp.mpf(0.001), length)
                         cond += angle_condition(mode2, length)
-                row(file, f"d{mode1}{mode2}", (mode1, mode2, a, s, n), value, cond)
+                yield row(f"d{mode1}{mode2}", (mode1, mode2, a, s, n), value, cond)
+
+
+save("solver/anchor_transform", transforms())
+save("solver/anchor_deflate", deflated())

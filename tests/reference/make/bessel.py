@@ -4,67 +4,26 @@
 
 usage: bessel.py [FUNCTION...]     (all when none is named; needs mpmath; about three minutes)
 
-A row is case,arguments...,expected,ulps. The tolerance is BASE ulps times (1 + the sum of the condition numbers
-|x f'(x)/f(x)|), plus `slack`, an absolute error that the method is known to leave. Grids have points on each side of the
-places where a method ends.
+Rows and tolerances are those of rows.py. Grids have points on each side of the places where a method ends.
 """
-import pathlib
-import sys
-
 import mpmath as mp
 
+import rows
+from rows import EPS, SMALLEST, grid
+
 mp.mp.dps = 50
-OUT = pathlib.Path(__file__).resolve().parent.parent / "special"
-EPS = mp.mpf(2) ** -52
-LARGEST, SMALLEST = mp.mpf(sys.float_info.max), mp.mpf(2) ** -1022
 HALF, THIRD = mp.mpf(1) / 2, mp.mpf(1) / 3
 
 
-def condition(f, args, value):
-    total, h = mp.mpf(0), mp.mpf(10) ** -22
-    for i, x in enumerate(args):
-        reflected = i == 0 and len(args) == 2 and min(args) < 0 and 2 * x == int(2 * x)  # taken exactly there
-        if x != 0 and not reflected:
-            moved = list(args)
-            moved[i] = x * (1 + h)
-            change = f(*moved) - value
-            if not mp.isnan(change):  # past the edge of the domain
-                total += abs(change / h / value)
-    return total
+def reflected(case, args, place):
+    """Orders that a reflection takes exactly."""
+    return place == 0 and len(args) == 2 and min(args) < 0 and 2 * args[0] == int(2 * args[0])
 
 
-def write(name, f, cases, base=4, slack=None, conditioned=True, exact=None):
-    """base: ulps, or a function of the arguments that gives them. Where `exact` holds, arguments count as they are."""
-    if len(sys.argv) > 1 and name not in sys.argv[1:]:
-        return
-    lines = [f"# {pathlib.Path(__file__).name}, mpmath {mp.__version__}, {mp.mp.dps} digits"]
-    for region, *raw in cases:
-        args = [mp.mpf(float(a)) for a in raw]
-        value = f(*args)
-        if isinstance(value, mp.mpc):
-            assert abs(value.imag) <= abs(value.real) * mp.mpf(10) ** -25, (name, raw, value)
-            value = value.real
-        if mp.isnan(value) or abs(value) > LARGEST:
-            text, ulps = ("nan" if mp.isnan(value) else "inf" if value > 0 else "-inf"), 0
-        else:
-            ulps = mp.mpf(base(*args) if callable(base) else base)
-            if value != 0:
-                size = max(abs(value), SMALLEST)
-                assert ulps < 1000
-                ulp = mp.mpf(2) ** (mp.frexp(size)[1] - 53)
-                if conditioned and abs(value) > SMALLEST and not (exact and exact(*args)):
-                    ulps *= 1 + condition(f, args, value)
-                if slack:
-                    ulps += abs(slack(args, value)) / ulp
-            assert ulps < 1e13, (name, raw, value, ulps)
-            text, ulps = mp.nstr(value, 25, min_fixed=0, max_fixed=0), mp.nstr(mp.ceil(ulps * 10) / 10, 6)
-        lines.append(",".join([region, *(float(a).hex() for a in raw), text, str(ulps)]))
-    (OUT / f"{name}.csv").write_text("\n".join(lines) + "\n")
-    print(name, len(lines) - 1)
-
-
-def grid(region, orders, points):
-    return [(region, n, x) for n in orders for x in points]
+def write(name, f, cases, base=4, exact=None, **how):
+    """exact takes the arguments one by one; a value below the normal range counts as it is, too."""
+    small = lambda args: (exact is not None and exact(*args)) or abs(f(*args)) <= SMALLEST
+    rows.write(name, f, cases, base, exact=small, exactly=reflected, most=1e13, **how)
 
 
 # Bessel functions ----------------------------------------------------------------------------------------------------

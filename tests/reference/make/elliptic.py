@@ -4,18 +4,12 @@
 
 usage: elliptic.py [FUNCTION...]     (all when none is named; needs mpmath)
 
-Rows and tolerances as in special.py: BASE ulps times (1 + the sum of the condition numbers), plus what a fixed stop
-leaves (`slack`). Principal values of RJ are checked against a quadrature.
+Rows and tolerances are those of rows.py. Principal values of RJ are checked against a quadrature.
 """
-import itertools
-import sys
-
 import mpmath as mp
 
-import special
-from special import INF, NAN, write
+from rows import INF, NAN, grid, write
 
-special.__file__ = __file__  # names this file in the tables' first lines
 mp.mp.dps = 50
 
 
@@ -172,10 +166,6 @@ def theta(kind):
     return f
 
 
-def grid(region, *axes):
-    return [(region, *point) for point in itertools.product(*axes)]
-
-
 M_SERIES = [0.0, 1e-300, 1e-9, 0.1, 0.5, 0.8999999, 0.9, 0.90000001, 0.99, 0.999999, 1 - 2.0 ** -40]
 M_NEGATIVE = [-1e-300, -1e-10, -0.3, -1.0, -20.0, -1e6, -1e12]
 ANGLES = [0.3, -0.3, 1.0, 1.5707963267948966, 1.57, 1.6, 2.5, 3.0, -4.0, 6.0, 7.5, 100.0, -1000.25]
@@ -302,7 +292,5 @@ def check_principal_value():
 
 if __name__ == "__main__":
     check_principal_value()
-    for name in sys.argv[1:] or TABLE:
-        f, cases, base, *slack = TABLE[name]
+    for name, (f, cases, base, *slack) in TABLE.items():
         write(name, f, cases, base, *slack, exact=exact_rows(name))
-        print(name, flush=True)

@@ -2,30 +2,26 @@
 # SPDX-License-Identifier: Apache-2.0
 """Writes tests/reference/highprecision/fraction_*.csv with Python's fractions.
 
-usage: fraction.py            (standard library only; can run again)
+usage: fraction.py            (can run again)
 """
-import pathlib
 import platform
 import random
 import sys
 from fractions import Fraction
 
+from draws import BASE, limbs
+from rows import save
+
 sys.set_int_max_str_digits(0)
-OUT = pathlib.Path(__file__).resolve().parents[1] / "highprecision"
-BASE = 10**7
 draw = random.Random(20240608)
-
-
-def limbs(count):
-    return draw.randrange(BASE ** (count - 1), BASE**count)
 
 
 def drawn(size):
     """Numerator and denominator of up to `size` limbs, not in lowest terms as often as not."""
-    n, d = limbs(draw.randint(1, size)), limbs(draw.randint(1, size))
+    n, d = limbs(draw, draw.randint(1, size)), limbs(draw, draw.randint(1, size))
     kind = draw.randrange(5)
     if kind == 0:  # a common factor
-        f = limbs(draw.randint(1, max(1, size // 3)))
+        f = limbs(draw, draw.randint(1, max(1, size // 3)))
         n, d = n // f * f or f, d // f * f or f
     if kind == 1:  # shared low zero limbs
         n, d = n * BASE ** (size // 4), d * BASE ** (size // 4)
@@ -41,7 +37,7 @@ def cells(x):
 def operations():
     lines = ["# operation,a,of,b,of,result,of,comparison: numerators and denominators; - for a zero divisor"]
     pairs = [(drawn(size), drawn(size)) for size, count in ((2, 20), (6, 15), (40, 8), (1000, 2)) for _ in range(count)]
-    pairs += [((limbs(1000), limbs(1000)), (-limbs(1000), limbs(1000))) for _ in range(2)]
+    pairs += [((limbs(draw, 1000), limbs(draw, 1000)), (-limbs(draw, 1000), limbs(draw, 1000))) for _ in range(2)]
     pairs += [((1, 2), (1, 2)), ((1, 3), (-1, 3)), ((0, 5), (7, 3)), ((7, 3), (0, 5)), ((6, 4), (3, 2)), ((BASE, 1), (1, BASE)),
               ((BASE - 1, BASE), (BASE, BASE + 1)), ((-6, 4), (-9, 6))]
     for index, (a, b) in enumerate(pairs):
@@ -79,9 +75,8 @@ def sums():
 
 
 def main():
-    stamp = f"# tests/reference/make/fraction.py, Python {platform.python_version()}"
     for name, rows in (("fraction_operations", operations()), ("fraction_powers", powers()), ("fraction_sums", sums())):
-        (OUT / f"{name}.csv").write_text("\n".join([stamp, *rows]) + "\n")
+        save(f"highprecision/{name}", rows, f"Python {platform.python_version()}")
 
 
 main()

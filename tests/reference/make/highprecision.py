@@ -8,14 +8,14 @@ Numbers are limbs of seven digits, the most significant first, with the exponent
 A result holds the digits of the true value, cut (not rounded) after 54 limbs, so that it decides the rounding to every
 precision from 1 to 52 limbs; shorter ones are exact. `inf` is the infinite flag.
 """
-import pathlib
 import random
 import sys
 
 import mpmath as mp
 
-OUT = pathlib.Path(__file__).resolve().parents[1] / "highprecision"
-BASE = 10**7
+from draws import BASE, limbs
+from rows import save
+
 LIMBS = 54
 sys.set_int_max_str_digits(0)
 draw = random.Random(20240607)
@@ -73,27 +73,23 @@ FUNCTIONS = {49: mp.sqrt, 50: mp.log, 51: mp.sin, 52: mp.cos, 53: mp.tan, 54: mp
 ANGLES, GROWING = {51, 52, 53, 54}, {59, 61, 62, 63, 64}
 
 
-def limbs(count):
-    return draw.randrange(BASE ** (count - 1), BASE**count)
-
-
 def arguments(code):
     """Pairs (n, e) by region."""
-    some = [(1, 0), (2, 0), (5000000, -1), (7500000, -1), (15, 0), (limbs(1), -1), (limbs(5), -5), (limbs(52), -52)]
+    some = [(1, 0), (2, 0), (5000000, -1), (7500000, -1), (15, 0), (limbs(draw, 1), -1), (limbs(draw, 5), -5), (limbs(draw, 52), -52)]
     near_one = [(BASE**3 + 1, -3), (BASE**30 - 7, -30), (BASE**20 + 4999999, -20), (BASE - 1, -1)]
     # 1.5 and 2.5 in a tie: only the next term of a series decides their rounding to one limb.
-    tiny = [(1, -3), (15000000, -9), (2 * BASE + 5000000, -31), (25000000, -402), (4000000, -1001), (limbs(3), -60)]
-    ordinary = [(limbs(2), -1), (limbs(3), -2), (limbs(20), -19)]
-    huge = [(3, 4), (limbs(40), -10), (4, 300), (limbs(2), 1000)]
+    tiny = [(1, -3), (15000000, -9), (2 * BASE + 5000000, -31), (25000000, -402), (4000000, -1001), (limbs(draw, 3), -60)]
+    ordinary = [(limbs(draw, 2), -1), (limbs(draw, 3), -2), (limbs(draw, 20), -19)]
+    huge = [(3, 4), (limbs(draw, 40), -10), (4, 300), (limbs(draw, 2), 1000)]
     close = []
     if code in ANGLES:
         mp.mp.dps = 400
         for turns, digits in ((1, 3), (2, 20), (1001, 9), (10**9 + 1, 30)):
             close.append((int(mp.nint(turns * mp.pi / 2 * mp.power(10, 7 * digits))), -digits))
-        huge = [(limbs(2), 0), (3, 4), (1, 100), (limbs(30), 20)]
+        huge = [(limbs(draw, 2), 0), (3, 4), (1, 100), (limbs(draw, 30), 20)]
     if code in GROWING:
-        ordinary = [(123, 0), (limbs(4), -3), (limbs(2), -1)]
-        huge = [(limbs(1), 1)] if code in (59, 61, 62) else [(1000, 0), (4, 300)]
+        ordinary = [(123, 0), (limbs(draw, 4), -3), (limbs(draw, 2), -1)]
+        huge = [(limbs(draw, 1), 1)] if code in (59, 61, 62) else [(1000, 0), (4, 300)]
     if code in (55, 56, 67):
         ordinary = huge = []
         near_one.append((BASE**12 + 5, -12))  # outside
@@ -144,8 +140,8 @@ def scaled(n, e, low):
 
 def pairs():
     """Operations: cut results of +, -, *, / and powers."""
-    numbers = [(1, 0), (3, 0), (5000000, -1), (BASE - 1, 0), (limbs(2), -1), (limbs(7), -3), (limbs(52), -40), (limbs(52), 3),
-               (BASE**20 - 1, -20), (limbs(1), 70), (5000000, -60), (-limbs(30), -15), (-1, 30)]
+    numbers = [(1, 0), (3, 0), (5000000, -1), (BASE - 1, 0), (limbs(draw, 2), -1), (limbs(draw, 7), -3), (limbs(draw, 52), -40), (limbs(draw, 52), 3),
+               (BASE**20 - 1, -20), (limbs(draw, 1), 70), (5000000, -60), (-limbs(draw, 30), -15), (-1, 30)]
     lines = ["# operation,a,b,value cut after 54 limbs"]
     for a in numbers:
         for b in numbers:
@@ -157,10 +153,10 @@ def pairs():
             up = BASE**low if low > 0 else 1
             for code, p, q in ((0, (x + y) * up, unit), (1, (x - y) * up, unit), (2, x * y * up * up, unit * unit), (3, x, y)):
                 lines.append(f"{code},{text(*a)},{text(*b)},{quotient(p, q)}")
-    powers = [((2, 0), (5000000, -1)), ((225, 0), (5000000, -1)), ((limbs(3), -2), (limbs(2), -1)), ((1, -40), (3333333, -1)),
-              ((BASE**25 + 1, -25), (limbs(2), 0)), ((limbs(10), -5), (-limbs(9), -9)), ((7, 0), (12345678901, -3)),
-              ((BASE**9 - 1, -9), (limbs(11), -3)), ((limbs(1), -1), (1, -40)), ((16, 0), (7500000, -1)),
-              ((limbs(52), -51), (limbs(52), -51)), ((5000, 0), (15000000, -1)), ((-2, 0), (5000000, -1))]
+    powers = [((2, 0), (5000000, -1)), ((225, 0), (5000000, -1)), ((limbs(draw, 3), -2), (limbs(draw, 2), -1)), ((1, -40), (3333333, -1)),
+              ((BASE**25 + 1, -25), (limbs(draw, 2), 0)), ((limbs(draw, 10), -5), (-limbs(draw, 9), -9)), ((7, 0), (12345678901, -3)),
+              ((BASE**9 - 1, -9), (limbs(draw, 11), -3)), ((limbs(draw, 1), -1), (1, -40)), ((16, 0), (7500000, -1)),
+              ((limbs(draw, 52), -51), (limbs(draw, 52), -51)), ((5000, 0), (15000000, -1)), ((-2, 0), (5000000, -1))]
     for a, b in powers:
         mp.mp.dps = 7 * 3 * LIMBS + 900
         value = mp.power(real(*a), real(*b)) if a[0] > 0 else mp.inf
@@ -173,8 +169,8 @@ def pairs():
 def integer_powers():
     lines = ["# x,n,x^n cut after 54 limbs"]
     cases = [((2, 0), 10), ((2, 0), 1000), ((2, 0), -1000), ((5000, 0), 2), ((5000, 0), 3), ((-3, 0), 333), ((-3, 0), -332),
-             ((10, 0), 7), ((limbs(52), -51), 2), ((limbs(52), -51), 17), ((BASE**30 + 1, -30), 10**15), ((limbs(2), -1), -12345),
-             ((BASE + 1, -1), 2**62), ((BASE**40 - 1, -40), -(2**63)), ((limbs(4), 9), 1), ((2 * BASE + 5000000, -1001), 1)]
+             ((10, 0), 7), ((limbs(draw, 52), -51), 2), ((limbs(draw, 52), -51), 17), ((BASE**30 + 1, -30), 10**15), ((limbs(draw, 2), -1), -12345),
+             ((BASE + 1, -1), 2**62), ((BASE**40 - 1, -40), -(2**63)), ((limbs(draw, 4), 9), 1), ((2 * BASE + 5000000, -1001), 1)]
     for (n, e), power in cases:
         mp.mp.dps = 1200
         if abs(power) < 1000:  # exact: a tie must show as one
@@ -202,11 +198,9 @@ def conversions():
 
 
 def main():
-    OUT.mkdir(exist_ok=True)
-    stamp = f"# tests/reference/make/highprecision.py, mpmath {mp.__version__}"
     for name, rows in (("hp_functions", functions()), ("hp_pairs", pairs()), ("hp_powers", integer_powers()),
                        ("hp_conversion", conversions())):
-        (OUT / f"{name}.csv").write_text("\n".join([stamp, *rows]) + "\n")
+        save(f"highprecision/{name}", rows, f"mpmath {mp.__version__}")
 
 
 if __name__ == "__main__":

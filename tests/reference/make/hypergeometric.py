@@ -8,14 +8,14 @@ Where these exceed 100 ulps, so that the value would hold nothing, the row becom
 Rows "cut": the series itself in 1500-bit arithmetic with the stops (|term| <= 1e-17, |term| > DBL_MAX, 999999 terms), cut
 towards zero to 53 bits; no tolerance. They hold where no closed form does: outside the circle of convergence.
 """
-import os
 import random
 import sys
 
 import mpmath
 from mpmath import mp, mpf
 
-OUT = os.path.join(os.path.dirname(__file__), "..", "special", "hypergeometric.csv")
+from rows import line, save
+
 LIMIT, HUGE, MAX_TERMS = mpf(1e-17), mpf(sys.float_info.max), 1000000
 
 
@@ -51,8 +51,7 @@ def cut(x):
 
 
 def row(name, a, b, z, expected, ulps):
-    cells = [name, float(len(a)).hex(), float(len(b)).hex()] + [float(x).hex() for x in [*a, *b, z]]
-    return ",".join(cells + [mpmath.nstr(expected, 25, strip_zeros=False), f"{ulps:.4g}"])
+    return line(name, [len(a), len(b), *a, *b, z], mpmath.nstr(expected, 25, strip_zeros=False), f"{ulps:.4g}")
 
 
 def value(a, b, z):
@@ -89,11 +88,7 @@ def main():
     rows += [defined([0.5], [1.5], -x) for x in (18.25, 33.5, 41.75)]
     rows += [defined([1.5], [-2.5], 0.75), defined([-4, 2.25], [0.5], 7.3), defined([-30, 1.75], [2.1], 1.9)]
     rows += [defined([0.3, 1.7, 2.2], [1.1, 3.3, 0.6], 25.0), defined([1, 1, 1], [2, 2], -0.875)]
-    os.makedirs(os.path.dirname(OUT), exist_ok=True)
-    with open(OUT, "w", encoding="ascii") as file:
-        file.write(f"# tests/reference/make/hypergeometric.py, mpmath {mpmath.__version__}, 25 digits\n")
-        file.write("# name,p,q,a...,b...,z,expected,ulps\n")
-        file.write("\n".join(rows) + "\n")
+    save("special/hypergeometric", ["# name,p,q,a...,b...,z,expected,ulps", *rows], f"mpmath {mpmath.__version__}, 25 digits")
 
 
 if __name__ == "__main__":

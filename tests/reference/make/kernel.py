@@ -7,17 +7,13 @@ sample_density.csv: name, index, sample...; density of the grouped sample at its
 widths worked out here from their definition by numpy.
 Tolerances: every term carries a few roundings, and a distribution function near 0 loses those of a sum near 1.
 """
-import os
-import sys
-
 import mpmath as mp
 import numpy as np
 
+from rows import EPS, line, save
+
 mp.mp.dps = 40
-HERE = os.path.dirname(os.path.abspath(__file__))
-OUT = os.path.join(HERE, "..", "pdf")
-EPS = mp.mpf(2) ** -52
-HEADER = f"# make/kernel.py, mpmath {mp.__version__}, numpy {np.__version__}, 40 digits\n"
+MADE = f"mpmath {mp.__version__}, numpy {np.__version__}, 40 digits"
 
 
 def density(kind, p, u):
@@ -59,12 +55,11 @@ def triangle_cdf(p, c, w, x):
 def row(name, arguments, value, scale):
     """Tolerance: 16 roundings of numbers of size `scale`, in ulps of the value."""
     ulps = 16 if value == 0 else max(mp.mpf(8), 16 * scale / abs(value))
-    cells = [name] + [float(v).hex() for v in arguments] + [mp.nstr(value, 25), mp.nstr(ulps, 6)]
-    return ",".join(cells) + "\n"
+    return line(name, arguments, value, mp.nstr(ulps, 6))
 
 
 def kernels():
-    lines = [HEADER]
+    lines = []
     layouts = {
         "one": ([0.25], [1.0]),
         "four": ([-3.0, 0.5, 0.75, 6.0], [3.5, 8.0, 84.0, 5.25]),
@@ -100,8 +95,7 @@ def kernels():
                         cdf_scale = mp.mpf(1) if kind in (1, 2) else max(mp.mpf(1), (2 + abs(mp.mpf(x))) / cdf * cdf)
                     if cdf_scale is not None:
                         lines.append(row(f"{kind}_{label}_cdf", head, cdf, cdf_scale))
-    with open(os.path.join(OUT, "kernel.csv"), "w", encoding="ascii") as file:
-        file.writelines(lines)
+    save("pdf/kernel", lines, MADE)
 
 
 def widths_of(values, zoom):
@@ -112,7 +106,7 @@ def widths_of(values, zoom):
 
 
 def densities():
-    lines = [HEADER]
+    lines = []
     rng = np.random.default_rng(20240611)
     samples = {
         "uneven": [5.0, -2.0, 0.5, 0.5, 40.0, 0.504, 0.5, -2.0],
@@ -129,12 +123,9 @@ def densities():
             value = mp.fsum(mp.npdf(u) for u in us) / total
             bend = max(1, *(u * u for u in us if mp.npdf(u) / total > EPS * value / 16))
             lines.append(row(label, [i] + sample, value, value * bend))
-    with open(os.path.join(OUT, "sample_density.csv"), "w", encoding="ascii") as file:
-        file.writelines(lines)
+    save("pdf/sample_density", lines, MADE)
 
 
 if __name__ == "__main__":
-    os.makedirs(OUT, exist_ok=True)
     kernels()
     densities()
-    sys.exit(0)

@@ -3,22 +3,16 @@
 """Writes tests/reference/numeric/*.csv: spectra of classical test matrices by mpmath with 60 digits, and running
 integrals of samples by exact fractions. Run without arguments."""
 from fractions import Fraction
-from pathlib import Path
 
 import mpmath as mp
 
+from rows import line, save
+
 mp.mp.dps = 60
-out = Path(__file__).resolve().parent.parent / "numeric"
-EPS = mp.mpf(2) ** -52
-
-
-def head(what):
-    return f"# {what}; tests/reference/make/numeric.py, mpmath {mp.__version__}, 25 digits\n"
 
 
 def row(name, args, value, ulps):
-    cells = [name] + [float(a).hex() for a in args] + [mp.nstr(mp.mpf(value), 25), str(int(mp.ceil(ulps)))]
-    return ",".join(cells) + "\n"
+    return line(name, args, value, int(mp.ceil(ulps)))
 
 
 def hilbert(n):
@@ -31,14 +25,13 @@ def frank(n):
     return mp.matrix([[n - max(i, j) if j >= i - 1 else 0 for j in range(n)] for i in range(n)])
 
 
-with open(out / "matrix.csv", "w") as f:
-    f.write(head("singular values (ascending) and determinants of rounded Hilbert matrices, eigenvalues (ascending) of Frank's"))
-    f.write("# a tolerance is 8 ulps times the condition of the value\n")
+def matrices():
+    lines = ["# singular values (ascending) and determinants of rounded Hilbert matrices, eigenvalues (ascending) of Frank's",
+             "# a tolerance is 8 ulps times the condition of the value"]
     for n in (3, 6, 9):
         s = sorted(mp.svd_r(hilbert(n), compute_uv=False))
-        for i, v in enumerate(s):
-            f.write(row("hilbertSV", (n, i), v, 8 * s[-1] / v))
-        f.write(row("hilbertDet", (n,), mp.det(hilbert(n)), 8 * s[-1] / s[0]))
+        lines += [row("hilbertSV", (n, i), v, 8 * s[-1] / v) for i, v in enumerate(s)]
+        lines.append(row("hilbertDet", (n,), mp.det(hilbert(n)), 8 * s[-1] / s[0]))
     for n in (4, 7):
         values, left, right = mp.eig(frank(n), left=True, right=True)
         norm = mp.svd_r(frank(n), compute_uv=False)[0]
@@ -46,7 +39,9 @@ with open(out / "matrix.csv", "w") as f:
         for i, k in enumerate(order):
             y, x = left[k, :], right[:, k]
             condition = mp.norm(y) * mp.norm(x) / abs((y * x)[0])
-            f.write(row("frankEig", (n, i), mp.re(values[k]), 8 * condition * norm / abs(values[k])))
+            lines.append(row("frankEig", (n, i), mp.re(values[k]), 8 * condition * norm / abs(values[k])))
+    return lines
+
 
 samples = [Fraction(v) for v in (0, 1, 4, 2, -3, Fraction(1, 2), 7)]
 step = Fraction(1, 4)
@@ -93,8 +88,11 @@ def spline_running(f, h):
     return result
 
 
-with open(out / "samples.csv", "w") as f:
-    f.write(head("natural spline through 0,1,4,2,-3,1/2,7 at distance 1/4: integral from the first sample to sample i"))
-    for count in (3, 7):
-        for i, v in enumerate(spline_running(samples[:count], step)):
-            f.write(row("spline", (count, i), mp.mpf(v.numerator) / v.denominator, 16))
+def splines():
+    return ["# natural spline through 0,1,4,2,-3,1/2,7 at distance 1/4: integral from the first sample to sample i"] + [
+        row("spline", (count, i), mp.mpf(v.numerator) / v.denominator, 16)
+        for count in (3, 7) for i, v in enumerate(spline_running(samples[:count], step))]
+
+
+save("numeric/matrix", matrices())
+save("numeric/samples", splines())

@@ -16,20 +16,13 @@ import scipy
 from scipy.sparse import coo_array
 from scipy.sparse.csgraph import dijkstra
 
+from draws import Draw
+
 HERE = pathlib.Path(__file__).resolve().parents[1] / "prog"
 GRAPHS = [(2, 1), (2, 3), (10, 15), (10, 30), (30, 60), (100, 150), (100, 400), (1000, 1200), (1000, 5000),
           (20000, 60000), (200000, 1000000)]
 KNOWN = {"berlin52": 7542, "eil51": 426, "eil76": 538, "kroA100": 21282}
 DRAWN = [(150, 1), (280, 2), (500, 3), (1000, 4)]
-
-
-class Draw:
-    def __init__(self, seed):
-        self.state = seed * 2654435761 + 12345
-
-    def below(self, k):
-        self.state = (self.state * 6364136223846793005 + 1442695040888963407) % 2**64
-        return (self.state >> 33) % k
 
 
 def cost(vertices, edges, seed):

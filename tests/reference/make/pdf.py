@@ -8,12 +8,12 @@ formula is 1 minus something (SUBTRACTS) another 2/F, as the subtraction costs a
 an incomplete gamma or hypergeometric function (SPECIAL) the relative 1e-12 that those functions promise. What a sum of opposite terms costs besides is in `cancelled`. Where SciPy has
 the same distribution the script holds the formulas against it (CROSS) and stops on a difference above 1e-9.
 """
-import os
-
 import mpmath
 import scipy
 from mpmath import mp, mpf
 from scipy import stats
+
+import rows
 
 mp.dps = 40
 PI, E, INF, NAN = mp.pi, mp.exp, mp.inf, mp.nan
@@ -190,7 +190,7 @@ FORMULAS = {
               lambda x, a, b, c, d: (1 + d - d * gtir(x, a, b, c, d)) * gtir(x, a, b, c, d))),
     24: ("Gibrat", side(gta, lambda x, a, b, c: E(-(LN(x - a) - c) ** 2 / (2 * b ** 2)) / (SQ(2 * PI) * b * (x - a)),
                         lambda x, a, b, c: PHI((LN(x - a) - c) / b))),
-    25: ("Gompertz", side(gec, lambda x, a, b, c: a * b ** (x - c) * E((1 - b ** (x - c)) * a / LN(b)),
+    25: ("Gompertz", side(gtc, lambda x, a, b, c: a * b ** (x - c) * E((1 - b ** (x - c)) * a / LN(b)),
                           lambda x, a, b, c: 1 - E((1 - b ** (x - c)) * a / LN(b)))),
     26: ("Gumbel", side(always, lambda x, a, b: E((x - a) / b - E((x - a) / b)) / b, lambda x, a, b: 1 - E(-E((x - a) / b)))),
     27: ("HalfLogistic", side(always, lambda x, a: 2 / (E(x - a) + E(a - x) + 2), lambda x, a: 1 - 2 / (E(x - a) + 1))),
@@ -322,6 +322,13 @@ CASES = {
     57: [((1, 1, 0), one(1)), ((2.5, 4, 9), one(2.5, 2)), ((0.5, 0.25, -3), one(0.5, 0.25))],
 }
 
+# Shapes and counts whose gamma function is beyond the doubles.
+for code, params, points in ((2, (200, 1, 0, 1), line(200, 8)), (10, (500, 0), line(22, 0.5)), (11, (400, 5), line(400, 16)),
+                             (21, (200, 2, -3), line(400, 16)), (21, (130, 1, 0), line(760, 8)), (33, (200, 0.5, 0), line(0.01, 0.0005)),
+                             (42, (250, 4, 0), line(2, 0.03125)), (46, (250, 0), line(250, 16)), (46, (170, 0), [170, 171, 172]),
+                             (51, (500,), line(0, 0.25))):
+    CASES[code].append((params, points))
+
 # SciPy's distribution with the parameters of ours: both functions, or "pdf" / "cdf" alone where ours is odd on purpose.
 CROSS = {
     2: (lambda a, b, c, d: stats.gengamma(a, b, c, d), "both"), 4: (None, ""),
@@ -425,7 +432,7 @@ def rows_of(name, code, f, params, points, subtracts, special, which=-1, inner=N
                 ulps += int(mp.ceil(4 * k / Psi))
         if ulps > 10 ** 13:
             continue  # a row that would hold nothing
-        yield ",".join([name, str(code)] + [float(p).hex() for p in params] + [float(x).hex(), text(value), str(ulps)])
+        yield rows.line(f"{name},{code}", [*params, x], text(value), ulps)
 
 
 def cross_check():
@@ -453,23 +460,20 @@ def cross_check():
 
 
 def write(file, lines, checked):
-    here = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "pdf", file)
-    with open(here, "w") as out:
-        out.write(f"# tests/reference/make/pdf.py, mpmath {mpmath.__version__}, {mp.dps} digits; scipy {scipy.__version__} for the cross-check\n")
-        out.write("# SciPy agrees: " + ", ".join(checked) + "\n")
-        out.write("\n".join(lines) + "\n")
+    rows.save(f"pdf/{file}", ["# SciPy agrees: " + ", ".join(checked), *lines],
+         f"mpmath {mpmath.__version__}, {mp.dps} digits; scipy {scipy.__version__} for the cross-check")
     print(file, len(lines))
 
 
 def main():
     checked = cross_check()
-    for which, file in ((0, "density.csv"), (1, "distribution.csv")):
+    for which, file in ((0, "density"), (1, "distribution")):
         lines = []
         for code, (name, formulas) in FORMULAS.items():
             for params, points in CASES[code]:
                 lines += rows_of(name, code, formulas[which], params, points, which == 1 and code in SUBTRACTS, which == 1 and code in SPECIAL, which)
         write(file, lines, checked)
-    for which, file in ((0, "wrapper_density.csv"), (1, "wrapper_distribution.csv")):
+    for which, file in ((0, "wrapper_density"), (1, "wrapper_distribution")):
         lines = []
         for prefix, k, sets, density, distribution in WRAPPERS:
             for base, inner, points in INNER:

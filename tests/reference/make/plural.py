@@ -7,11 +7,10 @@ usage: plural.py            (needs mpmath; can run again)
 Arguments are dyadic and stand with all their digits, so that every binary precision from 64 bits on reads them exactly;
 results have 175 digits. `none` is an undefined result.
 """
-import pathlib
-
 import mpmath as mp
 
-OUT = pathlib.Path(__file__).resolve().parents[1] / "highprecision"
+from rows import save
+
 DIGITS = 175
 REACH = 1.8e16  # bits: 2^48 words of 64
 mp.mp.dps = 1500
@@ -65,7 +64,7 @@ def power(x, y):
 
 
 def main():
-    lines = [f"# tests/reference/make/plural.py, mpmath {mp.__version__}, {DIGITS} digits", "# code,a,i,b,i,value,i"]
+    lines = ["# code,a,i,b,i,value,i"]
     for a, b in PAIRS:
         x, y = mp.mpc(*a), mp.mpc(*b)
         for code, function in ((0, lambda: x + y), (1, lambda: x - y), (2, lambda: x * y), (3, lambda: x / y), (4, lambda: power(x, y))):
@@ -77,7 +76,7 @@ def main():
                 lines.append(row(code, a, (0, 0), lambda: mp.inf))
                 continue
             lines.append(row(code, a, (0, 0), lambda: function(z if z.imag else z.real)))
-    (OUT / "plural.csv").write_text("\n".join(lines) + "\n")
+    save("highprecision/plural", lines, f"mpmath {mp.__version__}, {DIGITS} digits")
 
 
 main()

@@ -15,17 +15,10 @@ import numpy as np
 import scipy
 from scipy.optimize import Bounds, LinearConstraint, linprog, milp
 
+from draws import Draw
+
 HERE = pathlib.Path(__file__).resolve().parents[1] / "prog"
 FAMILIES = {"real": 1200, "degenerate": 600, "equality": 600, "integer": 400, "binary": 400}
-
-
-class Draw:
-    def __init__(self, seed):
-        self.state = seed * 2654435761 + 12345
-
-    def below(self, k):
-        self.state = (self.state * 6364136223846793005 + 1442695040888963407) % 2**64
-        return (self.state >> 33) % k
 
 
 def problem(family, seed):

@@ -4,57 +4,15 @@
 
 usage: special.py [FUNCTION...]     (all when none is named; needs mpmath)
 
-A row is case,arguments...,expected,ulps. The tolerance is BASE ulps times (1 + the sum of the condition numbers
-|x f'(x)/f(x)|), plus what a fixed stop or number of levels of the method leaves (`slack`, an absolute error). Where `exact` holds, the arguments
-count as the doubles they are and the condition numbers are left out.
+Rows and tolerances are those of rows.py.
 """
-import pathlib
-import sys
-
 import mpmath as mp
 
+from rows import EPS, INF, NAN, inverse, real, write
+
 mp.mp.dps = 50
-OUT = pathlib.Path(__file__).resolve().parent.parent / "special"
-INF, NAN = mp.inf, mp.nan
-EPS = mp.mpf(2) ** -52
 EPSILON_STOP = 2.220446049250313e-16
 GUARD = mp.mpf(10) ** 22
-
-
-def condition(f, args, value, whole):
-    """Sum over the arguments of |x f'(x)/f(x)| by a difference far below double precision; `whole`: the first argument
-    is a whole order and stays."""
-    total, h = mp.mpf(0), mp.mpf(10) ** -22
-    for i, x in enumerate(args):
-        if x == 0 or x in (INF, -INF) or (whole and i == 0):
-            continue
-        moved = list(args)
-        moved[i] = x * (1 + h)
-        change = f(*moved) - value
-        if not mp.isnan(change):  # past the edge of the domain
-            total += abs(change / h / value)
-    return total
-
-
-def write(name, f, cases, base=2, slack=None, conditioned=True, exact=None):
-    lines = [f"# {pathlib.Path(sys.argv[0]).name}, mpmath {mp.__version__}, {mp.mp.dps} digits, base {base} ulps"]
-    for region, *raw in cases:
-        doubles = [float(a) for a in raw]
-        args = [mp.mpf(d) for d in doubles]
-        value = f(*args)
-        if mp.isnan(value) or mp.isinf(value):
-            text, ulps = ("nan" if mp.isnan(value) else "inf" if value > 0 else "-inf"), 0
-        else:
-            size = max(abs(value), mp.mpf(2) ** -1022)
-            ulp = mp.mpf(2) ** (mp.frexp(size)[1] - 53)
-            ulps = mp.mpf(base)
-            if conditioned and value != 0 and not (exact and exact(args)):
-                ulps *= 1 + condition(f, args, value, region.startswith("whole"))
-            if slack and value != 0:  # a value of 0 is met
-                ulps += abs(slack(args, value)) / ulp
-            text, ulps = mp.nstr(value, 25, min_fixed=0, max_fixed=0), mp.nstr(mp.ceil(ulps * 10) / 10, 6)
-        lines.append(",".join([region, *(d.hex() for d in doubles), text, str(ulps)]))
-    (OUT / f"{name}.csv").write_text("\n".join(lines) + "\n")
 
 
 def guarded(f):
@@ -66,26 +24,6 @@ def guarded(f):
             residue = mp.mpf(float(mp.fmod(mp.mpf(2) ** e, 2 * mp.pi)))
         return f(mp.mpf(float(m * residue)))
     return g
-
-
-def inverse(f, points, base_points=()):
-    """Cases for an inverse of f: y is f(x) rounded to a double, the root is found near x."""
-    table = {}
-    rows = []
-    for region, x, *rest in points:
-        y = float(f(mp.mpf(x), *[mp.mpf(r) for r in rest]))
-        table[(y, *map(float, rest))] = mp.mpf(x)
-        rows.append((region, y, *rest))
-
-    def g(y, *rest):
-        key = min(table, key=lambda k: sum(abs(p - q) for p, q in zip(k, (y, *rest))))
-        start = table[key]
-        return mp.findroot(lambda t: f(t, *rest) - y, (start, start * (1 + mp.mpf(10) ** -9)), maxsteps=40, verify=False)
-    return g, rows
-
-
-def real(region, *xs):
-    return [(region, x) for x in xs]
 
 
 # Elementary functions ------------------------------------------------------------------------------------------------
@@ -369,12 +307,5 @@ def lambert():
 
 GROUPS = (elementary, gamma_family, error_functions, lambert)
 if __name__ == "__main__":
-    wanted = set(sys.argv[1:])
-    if wanted:
-        everything, write_all = write, write
-
-        def write(name, *args, **kwargs):  # noqa: F811
-            if name in wanted:
-                everything(name, *args, **kwargs)
     for group in GROUPS:
         group()

@@ -2,11 +2,12 @@
 # SPDX-License-Identifier: Apache-2.0
 """Writes tests/reference/sym/diff.csv: partial derivatives of every kind of expression that has a rule, in every
 argument that it may be taken in, by mpmath at 50 digits from the functions' own definitions."""
-import os
 import sys
 
 import mpmath
 from mpmath import mp, mpf, inf, pi, sqrt, exp, log
+
+from rows import line, save
 
 mp.dps = 50
 
@@ -169,20 +170,17 @@ def slope(f, args, position):
 
 
 def main():
-    path = os.path.join(os.path.dirname(__file__), "..", "sym", "diff.csv")
-    with open(path, "w") as out:
-        out.write(f"# Made by tests/reference/make/sym_diff.py, mpmath {mpmath.__version__}, {mp.dps} digits.\n")
-        out.write("# kind, code, position, arguments, partial derivative, ulps\n")
-        for row in TABLE:
-            name, code, f, tolerance, points = row[:5]
-            for point in points:
-                args = [mpf(a) for a in point]
-                for position in row[5] if len(row) > 5 else range(len(args)):
-                    value = slope(f, args, position)
-                    cells = [name] + [float(v).hex() for v in (code, position, *point)]
-                    ulps = int(tolerance * mpf(2) ** 53)
-                    out.write(",".join(cells) + f",{mpmath.nstr(value, 25)},{ulps}\n")
-            print(name, file=sys.stderr)
+    lines = ["# kind, code, position, arguments, partial derivative, ulps"]
+    for row in TABLE:
+        name, code, f, tolerance, points = row[:5]
+        for point in points:
+            args = [mpf(a) for a in point]
+            for position in row[5] if len(row) > 5 else range(len(args)):
+                value = slope(f, args, position)
+                ulps = int(tolerance * mpf(2) ** 53)
+                lines.append(line(name, (code, position, *point), value, ulps))
+        print(name, file=sys.stderr)
+    save("sym/diff", lines)
 
 
 main()

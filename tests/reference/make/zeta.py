@@ -5,31 +5,18 @@ of elementary functions and polynomials of integer order.
 
 usage: zeta.py [FUNCTION...]     (all when none is named; needs mpmath)
 
-Rows and tolerances are those of special.py, whose `write` makes them.
+Rows and tolerances are those of rows.py.
 """
-import sys
-
 import mpmath as mp
 
-import special
-from special import EPS, INF, NAN, inverse, real
+from rows import EPS, INF, NAN, around, inverse, real, write
 
+mp.mp.dps = 50
 CLOSE = mp.mpf(10) ** -12  # what is asked of values whose formula cancels
-WANTED = set(sys.argv[1:])
-
-
-def write(name, *args, **kwargs):
-    if not WANTED or name in WANTED:
-        special.write(name, *args, **kwargs)
 
 
 def relative(size):
     return lambda a, v: size * abs(v)
-
-
-def around(*edges):
-    """Both sides of switch points."""
-    return real("switch", *[s for e in edges for s in (e * (1 - 1e-6), e * (1 + 1e-6))])
 
 
 def hypergeometric():
