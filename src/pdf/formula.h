@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <math.h>
-
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <numbers>
 
 #include "pdf/quick_math.h"
+#include "special/gamma/ln_gamma.h"
 
 /// What several formulas of the distributions share.
 namespace PDF {
@@ -23,10 +22,17 @@ constexpr double kDeadBand = 2.220446049250313e-16;
 constexpr double square(double x) { return x * x; }
 constexpr double cube(double x) { return x * x * x; }
 
-/// ln |gamma(x)|, without the global sign of the C library's lgamma.
-inline double lnGamma(double x) {
-  int sign;
-  return ::lgamma_r(x, &sign);
+/// ln |gamma(x)|
+inline double lnGamma(double x) { return SpecialFunction::lnGamma(x).value; }
+
+/// A product, or exp(logarithm()) where it came to 0 or is no finite number, as one of its factors left the range.
+/// Where the logarithm is NaN, a parameter outside its range, the product stays.
+template <class Logarithm>
+double orByLogarithm(double product, const Logarithm& logarithm) {
+  if (product != 0 && std::isfinite(product)) [[likely]]
+    return product;
+  const double l = logarithm();
+  return std::isnan(l) ? product : std::exp(l);
 }
 
 /// -1, 0 or 1 with 0 in the dead band.

@@ -3,12 +3,29 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <limits>
+#include <new>
 #include <numbers>
 #include <set>
 #include <sstream>
 
 #include "network/training_host.h"
+
+namespace {
+
+std::size_t allocations = 0;
+
+}  // namespace
+
+// Counts what a step asks for; the library's requests come here too.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* block = std::malloc(size)) return block;
+  throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 namespace {
 
@@ -517,6 +534,28 @@ TEST(Training, SeedsTheProcess) {  // kept.csv: Train_srand
   const int after = std::rand();
   std::srand(20200923);
   EXPECT_EQ(after, std::rand());
+}
+
+TEST(Training, StepsDoNotAllocate) {
+  for (int32_t kind = 2; kind <= 17; ++kind) {
+    Host host;
+    NetOptimizer* opt = host.optimizer(host.tanhNet({1, 8, 1}), kind);
+    trainOn(opt, Values(3200, 0.5), Values(3200, 0.25), 3200);
+    api_setRegForAllVar(opt, 1e-3, 2);
+    api_OptSetDxCorrectByMaxStep(opt, 0.1);
+    api_optSetLookahead(opt, 0.5, 3);
+    api_SetEvaluateBySquaredError(opt, -1);
+    std::size_t counts[3];
+    for (std::size_t round = 0; round < 3; ++round) {  // the first run sizes what stays
+      api_SetIterCount(opt, round < 2 ? 10 : 100, 5, 32);
+      EXPECT_EQ(api_SolveInit(opt), 0);
+      const std::size_t before = allocations;
+      api_Solve(opt);
+      counts[round] = allocations - before;
+    }
+    EXPECT_EQ(counts[1], counts[2]) << kind;
+    EXPECT_GT(counts[0], 0u);
+  }
 }
 
 TEST(Training, HostileNumbers) {

@@ -207,25 +207,6 @@ TEST_F(Diff, StructureAndChainAsText) {
   EXPECT_EQ(lnGamma.value(), 2 * math_digamma(200)) << "Gamma(200) would be infinite";
 }
 
-// The values of what the texts above cannot show: sums, products, general powers and selections, against their own
-// formulas in plain arithmetic.
-TEST_F(Diff, StructureAsValues) {
-  const Formula x("x");
-  for (const double v : {0.3, 1.1, 2.7}) {
-    sym_setSymValue("x", v);
-    const double s = std::sin(v), c = std::cos(v), e = std::exp(v);
-    const Formula sine = call(20, x), exponential = call(12, x);
-    const auto near = [](Formula f, double expected) {
-      EXPECT_NEAR(Derivative(f, "x").value(), expected, 1e-14 * (1 + std::abs(expected)));
-    };
-    near(2.0 * sine * exponential * x, 2 * (c * e * v + s * e * v + s * e));
-    near(2.0 * (sine + exponential + x), 2 * (c + e + 1));
-    near(sine / exponential, (c - s) / e);
-    near(1.5 * (x ^ sine), 1.5 * std::pow(v, s) * (c * std::log(v) + s / v));
-    near(call(157, {x - 1.0, x * x, sine}), v < 1 ? 2 * v : c);
-  }
-}
-
 TEST_F(Diff, HigherOrdersAgreeWithClosedForms) {
   // The n-th derivative of exp(2 x) x is 2^n exp(2 x) (x + n/2).
   const Formula x("x");

@@ -42,21 +42,6 @@ TEST(Store, PiIsANumber) {
   EXPECT_EQ(sym_getAllBaseSym(pi, 0, 0, nullptr, 0), 0);
 }
 
-TEST(Store, ReciprocalCodes) {
-  sym_setSymValue("x", 1.7);
-  const Formula x = var("x");
-  sym_setSymValue("x", 1.7);
-  const double at = 1.7;
-  EXPECT_DOUBLE_EQ(valueOf(call(38, x)), 1 / std::sin(at));
-  EXPECT_DOUBLE_EQ(valueOf(call(39, x)), 1 / std::cos(at));
-  EXPECT_DOUBLE_EQ(valueOf(call(40, x)), 1 / std::sinh(at));
-  EXPECT_DOUBLE_EQ(valueOf(call(41, x)), 1 / std::cosh(at));
-  EXPECT_DOUBLE_EQ(valueOf(call(42, x)), std::asin(1 / at));
-  EXPECT_DOUBLE_EQ(valueOf(call(43, x)), std::acos(1 / at));
-  EXPECT_DOUBLE_EQ(valueOf(call(44, x)), std::asinh(1 / at));
-  EXPECT_DOUBLE_EQ(valueOf(call(45, call(Divide, num(1), x))), std::acosh(at));
-}
-
 TEST(Store, ACodeWithoutARowThrows) {
   for (const int code : {4, 7, 9, 14, 28, 46, 59, 87, 172, 255}) {
     try {

@@ -8,9 +8,10 @@
 namespace NetWork {
 namespace {
 
-// A block of samples stays in the first cache beside the weights of a small network.
-constexpr std::size_t kBlockBytes = std::size_t{24} << 10;
-constexpr std::size_t kLeastSamples = 4, kMostSamples = 64;
+// Samples of a block share each weight that comes from memory; products take four at once. The rest of the time their
+// activations should stay in the second cache, and a huge layer must not take all memory.
+constexpr std::size_t kBlockBytes = std::size_t{1} << 20;
+constexpr std::size_t kLeastSamples = 4, kMostSamples = 32;
 
 /// Sets dropCount entries of every sample to 0: the first of dropIndex, shuffled anew for each.
 void dropEntries(NetLayer_s& layer) {
@@ -26,12 +27,17 @@ void dropEntries(NetLayer_s& layer) {
     }
 }
 
+/// Null for a layer of another class; a cast by the type's tag, as every pass asks every layer.
+NetPoolLayer_s* asPool(NetLayer_s& layer) {
+  return layer.typeCode == 18 ? static_cast<NetPoolLayer_s*>(&layer) : nullptr;
+}
+
 void useOwn(NetLayer_s& layer) {
   layer.samples = 1;
   layer.y = layer.value.data();
   layer.dy = layer.delta.data();
   layer.wantsDelta = true;
-  if (auto* pool = dynamic_cast<NetPoolLayer_s*>(&layer)) pool->chosen = pool->poolIndex.data();
+  if (NetPoolLayer_s* pool = asPool(layer)) pool->chosen = pool->poolIndex.data();
 }
 
 }  // namespace
@@ -39,7 +45,8 @@ void useOwn(NetLayer_s& layer) {
 void NetWork_c::planBlock() {
   std::size_t size = input->size();
   for (const NetLayer_s* layer : layers) size += layer->size();
-  room = std::clamp(kBlockBytes / (2 * sizeof(double) * size), kLeastSamples, kMostSamples);
+  room = std::clamp(kBlockBytes / (2 * sizeof(double) * size) / kLeastSamples * kLeastSamples, kLeastSamples,
+                    kMostSamples);
   block.clear();
   block.shrink_to_fit();
 }
@@ -63,7 +70,7 @@ void NetWork_c::bindBlock(std::size_t samples) {
     layer.wantsDelta = true;
     y += samples * layer.size();
     dy += samples * layer.size();
-    if (auto* pool = dynamic_cast<NetPoolLayer_s*>(&layer)) {
+    if (NetPoolLayer_s* pool = asPool(layer)) {
       pool->blockIndex.resize(room * layer.size());
       pool->chosen = pool->blockIndex.data();
     }

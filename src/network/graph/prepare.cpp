@@ -23,13 +23,21 @@ bool remembersPlace(uint8_t kind) {
 
 bool ordersWindow(uint8_t kind) { return kind == ORVANE_LAYER_POOL_MEDIAN || kind == ORVANE_LAYER_POOL_STOCHASTIC; }
 
+/// A window that has no cells, or more than the input, is left to the test of the wiring.
+void makeCells(NetPoolLayer_s& pool, int64_t cells) {
+  const auto most = static_cast<int64_t>(pool.input1 == nullptr ? 0 : pool.input1->size());
+  for (int64_t i = 0; cells <= most && i < cells; ++i)
+    pool.windowCells.push_back(std::make_unique<NetPoolLayer_s::Cell>());
+}
+
 int32_t prepareWindow(NetPoolLayer_s& pool) {
   if (remembersPlace(pool.kind) && !sized(pool.poolIndex, pool.size())) return ORVANE_NETWORK_POOL_SIZE;
   if (ordersWindow(pool.kind)) {
     const int64_t cells = int64_t{pool.windowRow} * pool.windowCol;
-    if (pool.windowCells.empty() && cells >= 1)
-      for (int64_t i = 0; i < cells; ++i) pool.windowCells.push_back(std::make_unique<NetPoolLayer_s::Cell>());
-    if (static_cast<int64_t>(pool.windowCells.size()) != cells) return ORVANE_NETWORK_WINDOW_SIZE;
+    if (pool.windowCells.empty())
+      makeCells(pool, cells);
+    else if (static_cast<int64_t>(pool.windowCells.size()) != cells)
+      return ORVANE_NETWORK_WINDOW_SIZE;
   }
   if (pool.kind == ORVANE_LAYER_POOL_STOCHASTIC && pool.rng == nullptr)
     pool.rng = std::make_unique<std::mt19937>(kStochasticSeed);

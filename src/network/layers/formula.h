@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "frame/processor.h"
 #include "network/layers/kind_table.h"
-#include "pdf/for_points.h"
 
 /// Kinds that work entry by entry: a formula and its derivatives, from which the templates here make the loops over all
 /// entries and samples. A formula of the derivatives may use the value y as well.
@@ -24,7 +24,7 @@ template <class Work>
 template <class Work>
 [[gnu::always_inline]] inline void vectorised(const Work& work) {
 #if ORVANE_DISPATCH_AVX2
-  if (PDF::hasAvx2()) return runAvx2(work);
+  if (hasAvx2()) return runAvx2(work);
 #endif
   work();
 }

@@ -5,6 +5,7 @@
 
 #include "pdf/formula.h"
 #include "pdf/plain_pdf_fun.h"
+#include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/special_function.h"
 
 /// Distributions of counts and of a single trial. Points are rounded to the nearest count.
@@ -98,7 +99,8 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
     const int32_t k = roundToInt(x);
     if (k < 0) return 0;
     if (k == 0) return std::exp(-a);
-    return std::exp(lnMean * k - a) / std::tgamma(k + 1.0);
+    return orByLogarithm(std::exp(lnMean * k - a) / std::tgamma(k + 1.0),
+                         [&] { return lnMean * k - a - lnGamma(k + 1.0); });
   }
   double distribution(double x) const {
     const int32_t k = roundToInt(x);
@@ -106,8 +108,11 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
   }
 
  private:
-  static constexpr int32_t kTable = 32;
-  double share(int32_t k) const { return SpecialFunction::calcIGamma(k + 1.0, a) / std::tgamma(k + 1.0); }
+  static constexpr int32_t kTable = 32, kLastFactorial = 170;
+  double share(int32_t k) const {
+    if (k > kLastFactorial && a >= 0) return SpecialFunction::Kernel::regularisedGamma(k + 1.0, a).q;
+    return SpecialFunction::calcIGamma(k + 1.0, a) / std::tgamma(k + 1.0);
+  }
 
   std::array<double, kTable> table;
   double a, lnMean;

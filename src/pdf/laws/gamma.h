@@ -4,6 +4,7 @@
 #include "frame/numbers.h"
 #include "pdf/formula.h"
 #include "pdf/laws/power_series.h"
+#include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/special_function.h"
 
 /// Distributions whose distribution function is an incomplete gamma or a hypergeometric function.
@@ -30,6 +31,12 @@ class LowerShare {
   double scale = 1;
 };
 
+/// LG(a, t)/gamma(a), also where gamma(a) is beyond the doubles.
+inline double lowerShare(double a, double t, double gammaA) {
+  if (std::isinf(gammaA) && a > 0 && t >= 0) return SpecialFunction::Kernel::regularisedGamma(a, t).p;
+  return SpecialFunction::calcIncompleteGammaLower(a, t) / gammaA;
+}
+
 /// The formulas that the two Amoroso halves share: y = (x-c)/d is positive inside. a, b shapes, c end, d scale.
 template <class Self>
 class AmorosoPDFFun : public SeriesPDFFun<Self> {
@@ -47,10 +54,12 @@ class AmorosoPDFFun : public SeriesPDFFun<Self> {
  protected:
   double inside(double x) const {
     const double y = (x - c) / d;
-    if (y <= 1) return std::exp(-std::pow(y, b)) * std::pow(y, exponent) * factor;
-    return std::exp(exponent * std::log(y) - std::pow(y, b)) * factor;
+    const double product = y <= 1 ? std::exp(-std::pow(y, b)) * std::pow(y, exponent) * factor
+                                  : std::exp(exponent * std::log(y) - std::pow(y, b)) * factor;
+    return orByLogarithm(
+        product, [&] { return exponent * std::log(y) - std::pow(y, b) + std::log(std::abs(b / d)) - lnGamma(a); });
   }
-  double lowerShare(double x) const { return SpecialFunction::calcIncompleteGammaLower(a, argument(x)) / gammaA; }
+  double shareBelow(double x) const { return lowerShare(a, argument(x), gammaA); }
 
   double a, b, c, d, gammaA, factor, exponent;
   LowerShare share;
@@ -73,7 +82,7 @@ class PDFFunByAmorosoLower final : public AmorosoPDFFun<PDFFunByAmorosoLower> {
 
   double density(double x) const { return c > x ? inside(x) : 0; }
   double near(double x, double t, double sum) const { return choose(c > x, 1 - share(t, sum), 1); }
-  double far(double x) const { return c > x ? 1 - lowerShare(x) : 1; }
+  double far(double x) const { return c > x ? 1 - shareBelow(x) : 1; }
 };
 
 /// Amoroso with c as its lower end (d > 0).
@@ -92,7 +101,7 @@ class PDFFunByAmorosoUpper final : public AmorosoPDFFun<PDFFunByAmorosoUpper> {
 
   double density(double x) const { return x < c ? 0 : inside(x); }
   double near(double x, double t, double sum) const { return choose(x < c, 0, share(t, sum)); }
-  double far(double x) const { return x < c ? 0 : lowerShare(x); }
+  double far(double x) const { return x < c ? 0 : shareBelow(x); }
 };
 
 /// Chi with a degrees of freedom from b on.
@@ -119,7 +128,9 @@ class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
   double density(double x) const {
     if (x < b) return 0;
     const double u = x - b;
-    return std::pow(u, a - 1) * factor * std::exp(-u * u / 2);
+    return orByLogarithm(std::pow(u, a - 1) * factor * std::exp(-u * u / 2), [&] {
+      return (a - 1) * std::log(u) + (1 - a / 2) * std::numbers::ln2 - lnGamma(a / 2) - u * u / 2;
+    });
   }
   double argument(double x) const { return square(x - b) / 2; }
   double near(double x, double t, double sum) const {
@@ -144,9 +155,7 @@ class LowerGammaPDFFun : public SeriesPDFFun<Self> {
   double density(double x) const { return inside(x) ? self().densityAt(x - from) : 0; }
   double argument(double x) const { return self().argumentAt(x - from); }
   double near(double x, double t, double sum) const { return choose(inside(x), share(t, sum), 0); }
-  double far(double x) const {
-    return inside(x) ? SpecialFunction::calcIncompleteGammaLower(shape, argument(x)) / gammaShape : 0;
-  }
+  double far(double x) const { return inside(x) ? lowerShare(shape, argument(x), gammaShape) : 0; }
 
  protected:
   void setShape(double a) {
@@ -180,7 +189,11 @@ class PDFFunByChiSquared final : public LowerGammaPDFFun<PDFFunByChiSquared, End
     setShape(a / 2);
     factor = std::pow(2, -a / 2) / gammaShape;
   }
-  double densityAt(double u) const { return std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2); }
+  double densityAt(double u) const {
+    return orByLogarithm(std::pow(u, a / 2 - 1) * factor * std::exp(-u / 2), [&] {
+      return (a / 2 - 1) * std::log(u) - a / 2 * std::numbers::ln2 - lnGamma(a / 2) - u / 2;
+    });
+  }
   double argumentAt(double u) const { return u / 2; }
 
  private:
@@ -206,7 +219,10 @@ class PDFFunByGamma final : public LowerGammaPDFFun<PDFFunByGamma, End::closed> 
     b = params[1], from = params[2];
     factor = std::pow(b, -shape) / gammaShape;
   }
-  double densityAt(double u) const { return std::exp(-u / b) * std::pow(u, shape - 1) * factor; }
+  double densityAt(double u) const {
+    return orByLogarithm(std::exp(-u / b) * std::pow(u, shape - 1) * factor,
+                         [&] { return (shape - 1) * std::log(u) - u / b - shape * std::log(b) - lnGamma(shape); });
+  }
   double argumentAt(double u) const { return u / b; }
 
  private:
@@ -234,11 +250,17 @@ class PDFFunByInvertedGamma final : public SeriesPDFFun<PDFFunByInvertedGamma> {
     if (!(x > c)) return 0;
     const double u = x - c;
     const double w = u * b;
-    return std::exp(-1 / w) / (std::pow(w, a) * u * gammaA);
+    return orByLogarithm(std::exp(-1 / w) / (std::pow(w, a) * u * gammaA),
+                         [&] { return -1 / w - a * std::log(w) - std::log(u) - lnGamma(a); });
   }
   double argument(double x) const { return 1 / ((x - c) * b); }
   double near(double x, double t, double sum) const { return choose(x > c, 1 - share(t, sum), 0); }
-  double far(double x) const { return x > c ? SpecialFunction::calcIGamma(a, 1 / ((x - c) * b)) / gammaA : 0; }
+  double far(double x) const {
+    if (!(x > c)) return 0;
+    const double t = argument(x);
+    if (std::isinf(gammaA) && a > 0 && t >= 0) return SpecialFunction::Kernel::regularisedGamma(a, t).q;
+    return SpecialFunction::calcIGamma(a, t) / gammaA;
+  }
 
  private:
   double a, b, c, gammaA;
@@ -264,7 +286,11 @@ class PDFFunByNakagami final : public LowerGammaPDFFun<PDFFunByNakagami, End::op
     rate = shape / params[1], from = params[2];
     factor = 2 * std::pow(rate, shape) / gammaShape;
   }
-  double densityAt(double u) const { return std::pow(u, 2 * shape - 1) * factor * std::exp(-rate * u * u); }
+  double densityAt(double u) const {
+    return orByLogarithm(std::pow(u, 2 * shape - 1) * factor * std::exp(-rate * u * u), [&] {
+      return (2 * shape - 1) * std::log(u) + std::numbers::ln2 + shape * std::log(rate) - lnGamma(shape) - rate * u * u;
+    });
+  }
   double argumentAt(double u) const { return rate * square(u); }
 
  private:
@@ -302,7 +328,7 @@ class PDFFunBySymGenNormal final : public SeriesPDFFun<PDFFunBySymGenNormal> {
     const double distance = std::abs(x - c);
     if (distance <= kDeadBand) return 0.5;
     // KEPT: above 0.5 on both sides of c; one would expect the sign of x-c (kept.csv: SymGenNormal_sign)
-    return SpecialFunction::calcIncompleteGammaLower(1 / b, argument(x)) * 0.5 / gammaInverse + 0.5;
+    return lowerShare(1 / b, argument(x), gammaInverse) * 0.5 + 0.5;
   }
 
  private:
@@ -396,7 +422,13 @@ class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
   void updateParam() override {
     a = params[0];
     half = (a + 1) / 2;
-    factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * pi));
+    if (half < 170) {
+      factor = std::tgamma(half) / (std::tgamma(a / 2) * std::sqrt(a * pi));
+    } else {  // gamma(z + 1/2)/gamma(z) over sqrt(2 pi z), z = a/2
+      const double r = 2 / a;
+      const double ratio = r * (-1.0 / 8 + r * (1.0 / 128 + r * (5.0 / 1024 - r * (21.0 / 32768 + r * 399 / 262144))));
+      factor = (1 + ratio) / std::sqrt(2 * pi);
+    }
     InsideSeries::build(series, 0.5, half);
     inside = InsideSeries(half);
   }

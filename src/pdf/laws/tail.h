@@ -225,7 +225,7 @@ class PDFFunByGenPareto final : public OneSidedPDFFun<PDFFunByGenPareto, End::op
 };
 
 /// Gompertz with rate a and base b from c on.
-class PDFFunByGompertz final : public OneSidedPDFFun<PDFFunByGompertz, End::closed> {
+class PDFFunByGompertz final : public OneSidedPDFFun<PDFFunByGompertz, End::open> {
  public:
   static constexpr Defaults kDefaults = {1, 2, 0};
   static constexpr SheetTexts kSheet = {"PDF",
@@ -233,7 +233,7 @@ class PDFFunByGompertz final : public OneSidedPDFFun<PDFFunByGompertz, End::clos
                                         R"(1-\exp(\dfrac{a}{\ln(b)}(1-b^{x-c})))",
                                         "",
                                         "",
-                                        R"(a>0, b>1, x\geq c)"};
+                                        "a>0, b>1, x>c"};
   static void range(const Sample& s, const FitRange& r) { r.set({0, 1, s.low}, {100, 100, s.xm}, {1, 2, s.low}); }
 
   void updateParam() override { a = params[0], b = params[1], from = params[2], lnB = std::log(b), rate = a / lnB; }

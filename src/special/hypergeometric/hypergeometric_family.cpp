@@ -12,8 +12,6 @@
 namespace SpecialFunction {
 namespace {
 
-// The 128-bit series ends at an absolute 1e-17: above this size at least 13 digits stand.
-constexpr double kEnough = 1e-3;
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
 bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
@@ -93,22 +91,18 @@ std::optional<double> farLeft0F1(double b, double z) {
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
-  const double value = std::isfinite(z) && z < -1e7 ? 0 : calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
-  if (!(z < 0) || !std::isfinite(z) || !std::isfinite(b) || isPole(b)) return z < 0 && isPole(b) ? kNaN : value;
-  if (z > -100 && std::abs(value) > kEnough) return value;
+  if (!(z <= -100) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
+    return calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
   if (z < -1000)
     if (const auto far = farLeft0F1(b, z)) return *far;
-  return 2 * std::sqrt(-z) < kMostForSeries ? calcHypergeometricPFQInFullDigits(nullptr, 0, &b, 1, z) : value;
+  if (2 * std::sqrt(-z) < kMostForSeries) return calcHypergeometricPFQInFullDigits(nullptr, 0, &b, 1, z);
+  return z < -1e7 ? 0 : calcHypergeometricPFQ(nullptr, 0, &b, 1, z);
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
   const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
-  if (outside || z >= 0 || isNonPositiveInteger(a)) return calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z);
-  if (z > -20) {
-    const double value = calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z);
-    if (std::abs(value) > kEnough) return value;
-  }
-  return leftward1F1(a, b, z);
+  return outside || z > -20 || isNonPositiveInteger(a) ? calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z)
+                                                       : leftward1F1(a, b, z);
 }
 
 double calcHypergeometric2F1(double a, double b, double c, double z) {

@@ -109,15 +109,15 @@ std::optional<Neighbours> converged(Backward backwardFrom, int start) {
 }
 
 std::optional<Neighbours> startAt(double a, double b, double x) {
-  const double growth = a - b;
-  // What is left out is about exp(-4 sqrt(start x)) of the whole.
-  if (!(growth > 8 && growth * growth > 200 * x))
-    return converged([=](int start) { return backward(a, b, x, start); }, 40 + static_cast<int>(130 / x));
-  const double product = std::max(a, a - b + 1) * x;
-  const double steps = (22 * std::sqrt(product) + 121) / x + std::min(a, a - b + 1);
+  const double growth = a - b, order = std::abs(b - 1);
+  const bool fromBase = growth > 8 && growth * growth > 200 * x;
+  // w_n is about a K_(b-1)(2 sqrt((n+q) x)), q the larger parameter: level up to 2 sqrt(n x) = |b-1|, then falling.
+  const double q = std::max(a, a - b + 1), product = q * x, root = std::sqrt(product) + order / 2 + 11;
+  const double steps = root * root / x - q + std::min(a, a - b + 1);
   // The two series, which b = 1 does not have, are quicker in the end.
-  const bool seriesAreQuicker = steps > kQuickSteps && product < 100 && std::abs(b - 1) > 1e-15;
-  if (seriesAreQuicker || !(2 * steps < kMostSteps)) return std::nullopt;
+  if ((fromBase || order > 20) && steps > kQuickSteps && product < 100 && order > 1e-15) return std::nullopt;
+  if (!fromBase) return converged([=](int start) { return backward(a, b, x, start); }, 40 + static_cast<int>(130 / x));
+  if (!(2 * steps < kMostSteps)) return std::nullopt;
   return converged([=](int start) { return backwardFromBase(a, b, x, start); }, 40 + static_cast<int>(steps));
 }
 

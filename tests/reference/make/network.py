@@ -336,8 +336,8 @@ for case, n, m, a in (("double", 16, 4, [2]), ("two", 9, 16, [0.75, 1.3]), ("obl
     emit(198, "Zoom", case, lambda x, a: zoom(x, a, n), n, [draws(m)], [row(a)], side=-1)
 emit(199, "Assembly", "ordinary", lambda *x: [v for k in x for v in k], 6, [draws(1), draws(2), draws(3)])
 emit(230, "MaxOutMul", "ordinary", lambda *x: [max(v) for v in zip(*x)], 5, [draws(5), draws(5), draws(5)])
-emit(200, "SetPart", "ordinary", lambda x: [M(0), M(0)] + x + [M(0)] * 2, 7, [draws(3)], window=(2,))
-emit(201, "GetPart", "ordinary", lambda x: x[2:5], 3, [draws(7)], window=(2,))
+emit(200, "SetPart", "ordinary", lambda x: [M(0), M(0)] + x + [M(0)], 6, [draws(3)], window=(2,))
+emit(201, "GetPart", "ordinary", lambda x: x[2:5], 3, [draws(6)], window=(2,))
 for case, w, m in (("ordinary", (0, 4, 5, 2, 3, 1, 1), 20), ("moved", (3, 5, 6, 2, 2, 2, 3), 33), ("left_over", (1, 5, 5, 2, 3, 2, 2), 27),
                    ("whole", (0, 3, 2, 3, 2, 1, 1), 6), ("cell", (0, 2, 3, 1, 1, 1, 1), 6)):
     cells, x = w[3] * w[4], draws(m)

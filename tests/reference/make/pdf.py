@@ -190,7 +190,7 @@ FORMULAS = {
               lambda x, a, b, c, d: (1 + d - d * gtir(x, a, b, c, d)) * gtir(x, a, b, c, d))),
     24: ("Gibrat", side(gta, lambda x, a, b, c: E(-(LN(x - a) - c) ** 2 / (2 * b ** 2)) / (SQ(2 * PI) * b * (x - a)),
                         lambda x, a, b, c: PHI((LN(x - a) - c) / b))),
-    25: ("Gompertz", side(gec, lambda x, a, b, c: a * b ** (x - c) * E((1 - b ** (x - c)) * a / LN(b)),
+    25: ("Gompertz", side(gtc, lambda x, a, b, c: a * b ** (x - c) * E((1 - b ** (x - c)) * a / LN(b)),
                           lambda x, a, b, c: 1 - E((1 - b ** (x - c)) * a / LN(b)))),
     26: ("Gumbel", side(always, lambda x, a, b: E((x - a) / b - E((x - a) / b)) / b, lambda x, a, b: 1 - E(-E((x - a) / b)))),
     27: ("HalfLogistic", side(always, lambda x, a: 2 / (E(x - a) + E(a - x) + 2), lambda x, a: 1 - 2 / (E(x - a) + 1))),
@@ -321,6 +321,13 @@ CASES = {
     56: [((-100, 100), unit(-100, 100)), ((8, 2), unit(2, 8)), ((-3, -1), unit(-3, -1))],
     57: [((1, 1, 0), one(1)), ((2.5, 4, 9), one(2.5, 2)), ((0.5, 0.25, -3), one(0.5, 0.25))],
 }
+
+# Shapes and counts whose gamma function is beyond the doubles.
+for code, params, points in ((2, (200, 1, 0, 1), line(200, 8)), (10, (500, 0), line(22, 0.5)), (11, (400, 5), line(400, 16)),
+                             (21, (200, 2, -3), line(400, 16)), (21, (130, 1, 0), line(760, 8)), (33, (200, 0.5, 0), line(0.01, 0.0005)),
+                             (42, (250, 4, 0), line(2, 0.03125)), (46, (250, 0), line(250, 16)), (46, (170, 0), [170, 171, 172]),
+                             (51, (500,), line(0, 0.25))):
+    CASES[code].append((params, points))
 
 # SciPy's distribution with the parameters of ours: both functions, or "pdf" / "cdf" alone where ours is odd on purpose.
 CROSS = {
