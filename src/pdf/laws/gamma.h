@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <numbers>
+
 #include "frame/numbers.h"
 #include "pdf/formula.h"
 #include "pdf/laws/power_series.h"
