@@ -10,6 +10,9 @@
 
 #include <orvane/export.h>
 
+/** Modes of data_Integral. */
+enum { ORVANE_INTEGRAL_TRAPEZOIDS = 0, ORVANE_INTEGRAL_SIMPSON = 1, ORVANE_INTEGRAL_SPLINE = 2 };
+
 /**
  * Integral of f from a to b, by adaptive three-point Gauss-Legendre panels; either limit may be infinite. For a > b it
  * is minus the integral from b to a.

@@ -25,6 +25,15 @@
 
 #include <orvane/export.h>
 
+/** Kinds of variable. */
+enum { ORVANE_VARIABLE_REAL = 0, ORVANE_VARIABLE_INTEGER = 1, ORVANE_VARIABLE_BINARY = 2 };
+
+/** Relations of a constraint's sum to its right side. */
+enum { ORVANE_RELATION_AT_MOST = 0, ORVANE_RELATION_AT_LEAST = 1, ORVANE_RELATION_EQUAL = 2 };
+
+/** Results of lineProg_Solve. */
+enum { ORVANE_PROGRAMME_FAILED = 0, ORVANE_PROGRAMME_OPTIMAL = 1, ORVANE_PROGRAMME_UNBOUNDED = 2 };
+
 /** A linear programme and its solution. */
 typedef struct LineProgramme LineProgramme;
 

@@ -24,6 +24,29 @@
 /** A host's optimisation problem and its solver. */
 typedef struct OptSolver OptSolver;
 
+/** Kinds of solver. */
+enum {
+  ORVANE_SOLVER_AUTO = 0,     /**< a schedule of the others */
+  ORVANE_SOLVER_LG = 1,       /**< mixes with leaders, neighbours and the best */
+  ORVANE_SOLVER_LG2 = 2,      /**< the same with an archive and descents; at least 2 candidates */
+  ORVANE_SOLVER_GTO = 3,      /**< gorilla troops */
+  ORVANE_SOLVER_RUN = 4,      /**< Runge-Kutta */
+  ORVANE_SOLVER_SC = 5,       /**< social contact */
+  ORVANE_SOLVER_SC_WALK = 6,  /**< social contact whose candidates walk in pairs */
+  ORVANE_SOLVER_SWO = 7,      /**< spider wasps; at least 3 candidates */
+  ORVANE_SOLVER_SWO_FLAG = 8, /**< as 7 */
+  ORVANE_SOLVER_ISWO = 9,     /**< spider wasps with a centroid step; at least 3 candidates */
+  ORVANE_SOLVER_INS = 10      /**< weighted means and walks */
+};
+
+/** States of an optimisation. */
+enum {
+  ORVANE_OPTIMIZER_READY = 0,
+  ORVANE_OPTIMIZER_NO_SOLVER = 1,
+  ORVANE_OPTIMIZER_NO_FUNCTION = 2,
+  ORVANE_OPTIMIZER_RUNNING = 4
+};
+
 /** Objective f(x) at x[varSize]; a smaller value is better. A NaN counts as no improvement. */
 typedef double (*OptCostFun)(const double* x);
 /** Gradient of the objective at x[varSize] into gradient[varSize]. */

@@ -25,7 +25,17 @@
 #define ORVANE_QUADRATIC_PROGRAMME_H
 
 #include <orvane/export.h>
+#include <orvane/line_programme.h>
 #include <orvane/sym.h>
+
+/** Results of a solve. Kinds of variable and relations are those of line_programme.h. */
+enum {
+  ORVANE_QUADRATIC_SOLVED = 1,
+  ORVANE_QUADRATIC_NO_OBJECTIVE = 5,
+  ORVANE_QUADRATIC_REFUSED = 6,    /**< not convex, or input that is out of range or not finite */
+  ORVANE_QUADRATIC_NO_SOLUTION = 7, /**< infeasible or unbounded */
+  ORVANE_QUADRATIC_NO_INTEGER = 8
+};
 
 /** A quadratic programme, built term by term. */
 typedef struct QuadProgramme QuadProgramme;

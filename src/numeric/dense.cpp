@@ -8,7 +8,6 @@
 #include <complex>
 
 #include "frame/numbers.h"
-#include "numeric/line_equation.h"
 
 namespace Dense {
 namespace {
@@ -108,33 +107,3 @@ std::ptrdiff_t firstMaximum(std::span<const double> row) {
 }
 
 }  // namespace Dense
-
-namespace LineEqu {
-
-// Bartels and Stewart (1972), on complex Schur forms: with A = U T U*, B = V S V* the system is T Y + Y S = U* C V,
-// whose columns follow one another by back substitution with T + s_jj I.
-double solveSylvester(std::span<const double> a, std::span<const double> b, std::span<const double> c, std::ptrdiff_t n,
-                      std::ptrdiff_t m, std::span<double> x) {
-  if (n == 0 || m == 0) return 0.0;
-  Eigen::Map<Dense::RowMajor> result(x.data(), n, m);
-  result.setConstant(kNaN);
-  if (!Dense::allFinite(a) || !Dense::allFinite(b) || !Dense::allFinite(c)) return kNaN;
-  const Eigen::MatrixXd left = Dense::load(a, n, n), right = Dense::load(b, m, m), constant = Dense::load(c, n, m);
-  const Eigen::ComplexSchur<Eigen::MatrixXd> schurA(left), schurB(right);
-  if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return kNaN;
-  const Eigen::MatrixXcd &t = schurA.matrixT(), &s = schurB.matrixT();
-  Eigen::MatrixXcd y = schurA.matrixU().adjoint() * constant * schurB.matrixU();
-  for (std::ptrdiff_t j = 0; j < m; ++j) {
-    if (j > 0) y.col(j) -= y.leftCols(j) * s.col(j).head(j);
-    for (std::ptrdiff_t i = n - 1; i >= 0; --i) {
-      y(i, j) /= t(i, i) + s(j, j);
-      y.col(j).head(i) -= t.col(i).head(i) * y(i, j);
-    }
-  }
-  result = (schurA.matrixU() * y * schurB.matrixU().adjoint()).real();
-  const double residual = (left * result + result * right - constant).norm();
-  const double scale = (left.norm() + right.norm()) * result.norm() + constant.norm();
-  return residual == 0.0 ? 0.0 : residual / scale;
-}
-
-}  // namespace LineEqu

@@ -103,7 +103,7 @@ void AutoSolver::schedule() {
 }
 
 bool AutoSolver::all(const Point& lo, const Point& hi, int64_t extra) {
-  const auto stage = [&](std::shared_ptr<BaseSolver> solver, int64_t limit) {
+  const auto stage = [&](std::shared_ptr<MovingSolver> solver, int64_t limit) {
     enter(std::move(solver));
     configure(lo, hi, extra + limit);
   };
@@ -130,7 +130,7 @@ bool AutoSolver::all(const Point& lo, const Point& hi, int64_t extra) {
 }
 
 // The objective goes in first: from here on another thread may ask the stage for its last value.
-void AutoSolver::enter(std::shared_ptr<BaseSolver> stage) {
+void AutoSolver::enter(std::shared_ptr<MovingSolver> stage) {
   stage->setObjective(objective);
   const std::lock_guard guard(lock);
   inner = std::move(stage);

@@ -3,7 +3,7 @@
 
 #include <mutex>
 
-#include "solver/base_solver.h"
+#include "solver/moving_solver.h"
 
 namespace Solver {
 
@@ -19,7 +19,7 @@ class AutoSolver final : public BaseSolver {
   /// Iterations of all stages that a run of `maxIter` may take.
   static int64_t iterationBudget(int64_t maxIter);
 
-  std::shared_ptr<BaseSolver> inner;  ///< solver of the current stage; changes under `lock`
+  std::shared_ptr<MovingSolver> inner;  ///< solver of the current stage; changes under `lock`
   uint8_t firstRun = 1;
   SharedValue<int64_t> budget = int64_t{0};
   std::recursive_mutex lock;
@@ -29,7 +29,7 @@ class AutoSolver final : public BaseSolver {
 
   void schedule();
   bool all(const Point& lo, const Point& hi, int64_t extra);
-  void enter(std::shared_ptr<BaseSolver> stage);
+  void enter(std::shared_ptr<MovingSolver> stage);
   void configure(const Point& lo, const Point& hi, int64_t stageLimit);
   void setBox(const Point& lo, const Point& hi);
   bool runInner();

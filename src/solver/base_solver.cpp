@@ -134,14 +134,13 @@ bool BaseSolver::continueTest() {
 }
 
 void BaseSolver::enterAnchor() {
-  const double infinity = std::numeric_limits<double>::infinity();
   anchor->active = uint8_t{1};
   const auto second = static_cast<uint8_t>(u() * 6.99);
   const auto first = static_cast<uint8_t>(u() * 6.99);
   anchor->setModes(first, second);
   stallCount = 0;
-  stallBest = infinity;
-  restartMark = infinity;
+  stallBest = kInfinity;
+  restartMark = kInfinity;
   restartCount = 0;
   bestVar = lowest();
   bestVar->age = 0;
@@ -151,7 +150,7 @@ void BaseSolver::enterAnchor() {
   anchor->anchorBest = anchor->anchorValue;
   objective = anchor;
   for (const Candidate& c : population) {
-    c->bestValue = infinity;
+    c->bestValue = kInfinity;
     c->trialValue = evaluate(c->trialVar);
     c->curValue = c->trialValue;
     c->accept();
@@ -163,9 +162,8 @@ void BaseSolver::enterAnchor() {
 
 void BaseSolver::leaveAnchor(bool all) {
   if (!anchor->active) return;
-  const double infinity = std::numeric_limits<double>::infinity();
   anchor->active = uint8_t{0};
-  stallBest = restartMark = infinity;
+  stallBest = restartMark = kInfinity;
   stallCount = restartCount = 0;
   bestError = anchor->anchorBest;
   bestVar->bestValue = 1e300;
@@ -219,30 +217,6 @@ void BaseSolver::finish(Clock::time_point start, bool timed) {
   const int64_t iterations = iter;
   running.store(0, std::memory_order_release);
   if (done) done(iterations, value, variables);
-}
-
-bool BaseNormSolver::run() {
-  if (!iterFun) return false;
-  const auto start = Clock::now();
-  if (!prepareBox()) return false;
-  clearStop();
-  for (const Candidate& c : population) {
-    c->evaluate = 1;
-    c->prevValue = c->curValue;
-  }
-  evaluateAll();
-  pickBest();
-  if (initFun && !initFun()) return false;
-  running.store(1, std::memory_order_relaxed);
-  iter = 0;
-  recordHistory();
-  while (continueTest()) {
-    iter = iter + 1;
-    if (iterFun()) break;
-    recordHistory();
-  }
-  finish(start);
-  return true;
 }
 
 }  // namespace Solver

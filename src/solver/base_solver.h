@@ -4,20 +4,20 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "frame/numbers.h"
 #include "frame/random.h"
 #include "solver/anchor_fun.h"
 #include "solver/opt_variable.h"
 
 namespace Solver {
 
-/// What every population solver shares: the population, the box, the run's end test, the anchor for a stalled run, and
-/// the moves that several solvers use. Every solver minimises.
+/// The frame of a run, which every population solver shares: the population, the box, evaluation and stop, the end test,
+/// the anchor for a stalled run, history and log. Every solver minimises.
 ///
 /// One thread runs it. Other threads may call stop() and getCurrentInfo() and read `running`; the rest may be touched
 /// only while `running`, read with acquire order, is 0. A run that is refused (no box, no objective, too few
@@ -47,7 +47,7 @@ class BaseSolver {
   void evaluateAll();
   /// The objective at x. Once a stop is asked it is not called any more: infinity, which improves on nothing.
   double evaluate(const std::vector<double>& x) {
-    return stopped() ? std::numeric_limits<double>::infinity() : objective->calcValue(x);
+    return stopped() ? kInfinity : objective->calcValue(x);
   }
   void pickBest();
   Candidate lowest() const;  ///< candidate of lowest bestValue, the first on equal values; null without a population
@@ -57,35 +57,16 @@ class BaseSolver {
   void finish(std::chrono::steady_clock::time_point start, bool timed = true);
   void enterAnchor();
   void leaveAnchor(bool all);
-  bool stopped() const { return stopFlag.load(std::memory_order_relaxed) != 0; }
-
-  // --- random draws
-  double u() { return uniform(rng); }
-  int64_t randomIndex(int64_t lo, int64_t hi);
-  std::size_t uniformIndex();  ///< unbiased over the population
-  /// A new generator for shuffles and picks, which shall not draw on `rng`.
-  std::mt19937 localGenerator() const { return std::mt19937(localSeed()); }
-
-  // --- shared moves
-  bool tryCandidate(const Candidate& c, bool force);
-  void clip(std::vector<double>& trial);
-  void pullBack(std::vector<double>& trial, const std::vector<double>& x, double p);
-  void widenBounds(std::size_t size);
   void limit(std::vector<double>& trial) {
     if (limitFun != nullptr) limitFun(trial.data());
   }
-  void gradientStep();
-  double probe(std::vector<double>& x, std::vector<double>& trial, double limit);
-  void restartCheck();
-  void scatter(std::vector<double>& trial);
-  Candidate randomNeighbour(const Candidate& c);
-  bool away(const Candidate& c, double s);
-  bool walk(const Candidate& c);
+  bool stopped() const { return stopFlag.load(std::memory_order_relaxed) != 0; }
 
+  double u() { return uniform(rng); }
   double anchoredBest(const OptVariable& c) const { return anchor->active ? anchor->anchorBest.get() : c.bestValue; }
 
   std::shared_ptr<AnchorFun> anchor = std::make_shared<AnchorFun>();
-  double stallBest = std::numeric_limits<double>::infinity();
+  double stallBest = kInfinity;
   int32_t stallCount = 0;
   int32_t stallLimit = 200;   ///< entering the anchor
   int32_t stallLimit2 = 800;  ///< ending the run inside the anchor
@@ -127,23 +108,9 @@ class BaseSolver {
   Candidate at(int64_t i) const { return population[static_cast<std::size_t>(i)]; }
 
  private:
-  bool offerAway(const Candidate& c, double v);
   void writeLog() const;
 
   std::atomic<bool> asked{false};  // a stop since prepareStart(); survives the lowering of stopFlag in run()
-};
-
-/// Sorts candidates by one of their values, ascending; a NaN stands behind every number. Ties have no defined order.
-void sortBy(std::vector<Candidate>& candidates, double OptVariable::*value);
-
-/// A solver whose run is the common loop around one function an iteration.
-class BaseNormSolver : public BaseSolver {
- public:
-  using BaseSolver::BaseSolver;
-  bool run() override;
-
-  std::function<bool()> initFun;  ///< once at a run's start, may be empty; false refuses the run
-  std::function<bool()> iterFun;  ///< one iteration; true ends the run
 };
 
 }  // namespace Solver

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "solver/base_solver.h"
+#include "solver/moving_solver.h"
 
 namespace Solver {
 

@@ -5,6 +5,7 @@
 #include <thread>
 #include <utility>
 
+#include "orvane/optimizer.h"
 #include "solver/solver_factory.h"
 
 namespace Solver {
@@ -165,9 +166,9 @@ bool OptRuns::askStop() {
 }
 
 uint8_t OptRuns::state() const {
-  if (!solver) return 1;
-  if (!function) return 2;
-  return isRunning() ? 4 : 0;
+  if (!solver) return ORVANE_OPTIMIZER_NO_SOLVER;
+  if (!function) return ORVANE_OPTIMIZER_NO_FUNCTION;
+  return isRunning() ? ORVANE_OPTIMIZER_RUNNING : ORVANE_OPTIMIZER_READY;
 }
 
 bool OptRuns::randValue() {

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "solver/base_solver.h"
+#include "solver/moving_solver.h"
 
 namespace Solver {
 
 /// "SC": candidates are pulled to and pushed from an elite, the worst ones are replaced, and the best one walks. Two
 /// modes differ in when the stall, mean and walk passes run. It has a run of its own.
-class SocialContact final : public BaseSolver {
+class SocialContact final : public MovingSolver {
  public:
-  explicit SocialContact(uint8_t kindMode) : BaseSolver("SC", 1), mode(kindMode) {}
+  explicit SocialContact(uint8_t kindMode) : MovingSolver("SC", 1), mode(kindMode) {}
 
   bool run() override;
   /// Multiple r of a unit vector h such that g + r*h makes the angle `deg` with the unit vector g; dot = g.h.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "solver/table.h"
 
-#include <iterator>
-
+#include "frame/code_table.h"
+#include "orvane/optimizer.h"
 #include "solver/auto_solver.h"
 #include "solver/gto_solver.h"
 #include "solver/ins_solver.h"
@@ -28,33 +28,29 @@ std::shared_ptr<BaseSolver> makeFlaggedSWO() {
 }
 
 constexpr SolverRow kSolvers[] = {
-    {0, "Auto", make<AutoSolver>},
-    {1, "LG", make<LGSolver>},
-    {2, "LG2", make<LGSolver2>},
-    {3, "GTO", make<GTOSolver>},
-    {4, "RUN", make<RUNSolver>},
-    {5, "SC", make<SocialContact, uint8_t{0}>},
-    {6, "SC", make<SocialContact, uint8_t{1}>},
-    {7, "SWO", make<SWOSolver>},
+    {ORVANE_SOLVER_AUTO, "Auto", make<AutoSolver>},
+    {ORVANE_SOLVER_LG, "LG", make<LGSolver>},
+    {ORVANE_SOLVER_LG2, "LG2", make<LGSolver2>},
+    {ORVANE_SOLVER_GTO, "GTO", make<GTOSolver>},
+    {ORVANE_SOLVER_RUN, "RUN", make<RUNSolver>},
+    {ORVANE_SOLVER_SC, "SC", make<SocialContact, uint8_t{0}>},
+    {ORVANE_SOLVER_SC_WALK, "SC", make<SocialContact, uint8_t{1}>},
+    {ORVANE_SOLVER_SWO, "SWO", make<SWOSolver>},
     // KEPT: kind 8 runs as kind 7, no code reads its flag; one would expect a variant (kept.csv: Kind_8)
-    {8, "SWO", makeFlaggedSWO},
-    {9, "ISWO", make<ISWOSolver>},
-    {10, "INS", make<INSSolver>},
+    {ORVANE_SOLVER_SWO_FLAG, "SWO", makeFlaggedSWO},
+    {ORVANE_SOLVER_ISWO, "ISWO", make<ISWOSolver>},
+    {ORVANE_SOLVER_INS, "INS", make<INSSolver>},
 };
 
-consteval bool wellFormed(std::span<const SolverRow> rows) {
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    if (rows[i].kind != i || rows[i].name.empty()) return false;
-  return true;
-}
-static_assert(wellFormed(kSolvers));
+using Solvers = CodeTable<kSolvers>;
 
 }  // namespace
 
-std::span<const SolverRow> solverTable() { return kSolvers; }
+std::span<const SolverRow> solverTable() { return Solvers::rows(); }
 
 std::shared_ptr<BaseSolver> makeSolver(uint8_t kind) {
-  return kind < std::size(kSolvers) ? kSolvers[kind].make() : nullptr;
+  const SolverRow* row = Solvers::find(kind);
+  return row != nullptr ? row->make() : nullptr;
 }
 
 }  // namespace Solver

@@ -12,7 +12,7 @@ namespace Solver {
 
 /// One row a solver kind: everything the library knows of it.
 struct SolverRow {
-  uint8_t kind;
+  uint8_t code;
   std::string_view name;
   std::shared_ptr<BaseSolver> (*make)();
 };

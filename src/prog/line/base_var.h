@@ -5,11 +5,21 @@
 #include <utility>
 #include <vector>
 
+#include "orvane/line_programme.h"
+
 /// What a variable may be.
-enum VarKind : uint8_t { kReal = 0, kInteger = 1, kBinary = 2 };
+enum VarKind : uint8_t {
+  kReal = ORVANE_VARIABLE_REAL,
+  kInteger = ORVANE_VARIABLE_INTEGER,
+  kBinary = ORVANE_VARIABLE_BINARY
+};
 
 /// What a constraint says of its sum and its right side.
-enum Relation : uint8_t { kAtMost = 0, kAtLeast = 1, kEqual = 2 };
+enum Relation : uint8_t {
+  kAtMost = ORVANE_RELATION_AT_MOST,
+  kAtLeast = ORVANE_RELATION_AT_LEAST,
+  kEqual = ORVANE_RELATION_EQUAL
+};
 
 /// A structural variable.
 struct BaseVar {

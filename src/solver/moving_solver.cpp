@@ -7,7 +7,7 @@
 #include <numeric>
 #include <utility>
 
-#include "solver/base_solver.h"
+#include "solver/moving_solver.h"
 
 namespace Solver {
 
@@ -18,18 +18,18 @@ void sortBy(std::vector<Candidate>& candidates, double OptVariable::*value) {
   });
 }
 
-int64_t BaseSolver::randomIndex(int64_t lo, int64_t hi) {
+int64_t MovingSolver::randomIndex(int64_t lo, int64_t hi) {
   if (lo > hi) std::swap(lo, hi);
   if (lo == hi) return lo;
   // KEPT: the factor 0.99 makes the top index rare or unreachable; one would expect 1 (kept.csv: RandomIndex_099)
   return lo + static_cast<int64_t>(std::floor(static_cast<double>(hi - lo) * u() * 0.99));
 }
 
-std::size_t BaseSolver::uniformIndex() {
+std::size_t MovingSolver::uniformIndex() {
   return std::uniform_int_distribution<std::size_t>(0, population.size() - 1)(rng);
 }
 
-bool BaseSolver::tryCandidate(const Candidate& c, bool force) {
+bool MovingSolver::tryCandidate(const Candidate& c, bool force) {
   if (stopped()) return true;
   ++c->age;
   c->trialValue = objective->calcValue(c->trialVar);
@@ -45,12 +45,12 @@ bool BaseSolver::tryCandidate(const Candidate& c, bool force) {
   return stopped();
 }
 
-void BaseSolver::widenBounds(std::size_t size) {
+void MovingSolver::widenBounds(std::size_t size) {
   for (auto* bound : {&maxVar, &minVar})
     if (bound->size() == 1 && size != 1) bound->assign(size, bound->front());
 }
 
-void BaseSolver::clip(std::vector<double>& trial) {
+void MovingSolver::clip(std::vector<double>& trial) {
   widenBounds(trial.size());
   for (std::size_t i = 0; i < trial.size(); ++i) {
     if (trial[i] > maxVar[i])
@@ -61,7 +61,7 @@ void BaseSolver::clip(std::vector<double>& trial) {
   limit(trial);
 }
 
-void BaseSolver::pullBack(std::vector<double>& trial, const std::vector<double>& x, double p) {
+void MovingSolver::pullBack(std::vector<double>& trial, const std::vector<double>& x, double p) {
   widenBounds(trial.size());
   for (std::size_t i = 0; i < trial.size(); ++i) {
     if (trial[i] > maxVar[i]) {
@@ -75,7 +75,7 @@ void BaseSolver::pullBack(std::vector<double>& trial, const std::vector<double>&
   limit(trial);
 }
 
-double BaseSolver::probe(std::vector<double>& x, std::vector<double>& trial, double limit) {
+double MovingSolver::probe(std::vector<double>& x, std::vector<double>& trial, double limit) {
   auto local = localGenerator();
   std::shuffle(gradIndex.begin(), gradIndex.end(), local);
   const auto* lent = std::exchange(objective->stopFlag, &stopFlag);
@@ -90,7 +90,7 @@ double BaseSolver::probe(std::vector<double>& x, std::vector<double>& trial, dou
   return 2.0 * limit;
 }
 
-void BaseSolver::gradientStep() {
+void MovingSolver::gradientStep() {
   if (gradCount <= 0) return;
   if (gradIndex.size() != varCount()) {
     gradIndex.resize(varCount());
@@ -125,7 +125,7 @@ void BaseSolver::gradientStep() {
   }
 }
 
-void BaseSolver::restartCheck() {
+void MovingSolver::restartCheck() {
   if (bestVar->bestValue > restartMark) {
     if (++restartCount != 236) return;
     for (const Candidate& c : population) {
@@ -143,7 +143,7 @@ void BaseSolver::restartCheck() {
   restartMark = v > 0.0 ? v * 0.99 : v * 1.01;
 }
 
-void BaseSolver::scatter(std::vector<double>& trial) {
+void MovingSolver::scatter(std::vector<double>& trial) {
   const auto box = [this](double lo, double hi) { return (hi - lo) * (u() - 0.5) * 0.89 + (lo + hi) * 0.5; };
   if (u() > 0.5) {
     for (std::size_t i = 0; i < trial.size(); ++i) trial[i] = box(minVar[i], maxVar[i]);
@@ -178,7 +178,7 @@ void BaseSolver::scatter(std::vector<double>& trial) {
   }
 }
 
-Candidate BaseSolver::randomNeighbour(const Candidate& c) {
+Candidate MovingSolver::randomNeighbour(const Candidate& c) {
   const auto n = populationSize();
   for (int attempt = 0; attempt < 100; ++attempt) {
     const int64_t i = std::lround(static_cast<double>(n + 1) * u() - 0.5);
@@ -190,7 +190,7 @@ Candidate BaseSolver::randomNeighbour(const Candidate& c) {
 }
 
 // Takes a walk's value v of c's trial point as the best of the run; true when the target is met.
-bool BaseSolver::offerAway(const Candidate& c, double v) {
+bool MovingSolver::offerAway(const Candidate& c, double v) {
   if (anchor->active) {
     if (!(bestError > anchor->anchorBest)) return false;
     bestError = anchor->anchorBest;
@@ -204,7 +204,7 @@ bool BaseSolver::offerAway(const Candidate& c, double v) {
   return targetError > v;
 }
 
-bool BaseSolver::away(const Candidate& c, double s) {
+bool MovingSolver::away(const Candidate& c, double s) {
   const double total = iterations();
   double step = (total - iteration()) * (s - 0.001) / total + 0.001;
   double cur = c->curValue;
@@ -233,10 +233,34 @@ bool BaseSolver::away(const Candidate& c, double s) {
   return stopped();
 }
 
-bool BaseSolver::walk(const Candidate& c) {
+bool MovingSolver::walk(const Candidate& c) {
   if (u() > 0.8 && away(c, 1.0)) return true;
   if (u() > 0.5 && away(c, 0.1)) return true;
   return away(c, 0.01);
+}
+
+bool BaseNormSolver::run() {
+  if (!iterFun) return false;
+  const auto start = std::chrono::steady_clock::now();
+  if (!prepareBox()) return false;
+  clearStop();
+  for (const Candidate& c : population) {
+    c->evaluate = 1;
+    c->prevValue = c->curValue;
+  }
+  evaluateAll();
+  pickBest();
+  if (initFun && !initFun()) return false;
+  running.store(1, std::memory_order_relaxed);
+  iter = 0;
+  recordHistory();
+  while (continueTest()) {
+    iter = iter + 1;
+    if (iterFun()) break;
+    recordHistory();
+  }
+  finish(start);
+  return true;
 }
 
 }  // namespace Solver
