@@ -1,21 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Rankings on small sets against a plain enumeration in NumPy and SciPy, for every kind and transformation.
-#include <fstream>
-#include <sstream>
-#include <string>
-
 #include "expresssearch/host.h"
 
 namespace {
-
-using Cells = std::vector<std::string>;
-
-Cells split(const std::string& line, char mark) {
-  Cells cells;
-  std::istringstream stream(line);
-  for (std::string cell; std::getline(stream, cell, mark);) cells.push_back(cell);
-  return cells;
-}
 
 double number(const std::string& text) { return std::strtod(text.c_str(), nullptr); }
 
@@ -42,11 +29,9 @@ struct Case {
 };
 
 std::vector<Case> readCases() {
-  std::ifstream file(ORVANE_REFERENCE_DIR "/expresssearch/search.csv");
   std::vector<Case> cases;
   Data data;
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
+  for (const std::string& line : referenceLines("search.csv")) {
     const Cells cells = split(line, ',');
     Vector values;
     for (std::size_t i = 1; i < cells.size(); ++i) values.push_back(number(cells[i]));
