@@ -163,6 +163,7 @@ TEST(StockFile, LoadedFileIsSavedAsItWas) {
   StockData* now[2] = {};
   stock_getAllStocks(40, now);
   EXPECT_NE(now[0], handles[0]);
+  stock_getStock(1, 39);
   EXPECT_EQ(stock_saveStock(nullptr, 0, again.c_str()), 1u);  // every stock of the store
   EXPECT_GT(contentOf(again).size(), content.size());
 }
