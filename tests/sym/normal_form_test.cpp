@@ -2,6 +2,7 @@
 // The normal forms themselves: what a node is after it was built.
 #include <cmath>
 #include <functional>
+#include <set>
 #include <sstream>
 
 #include "sym/formula.h"
@@ -150,12 +151,16 @@ TEST(NormalForm, ParityAndInverseKinds) {
   EXPECT_EQ(shape(call(Sin, minus(x()))), "-1*Sin(x)");
   EXPECT_EQ(shape(call(Cos, minus(x()))), "Cos(x)");
   EXPECT_EQ(shape(call(Abs, minus(x()))), "Abs(-1*x)");
-  EXPECT_EQ(shape(call(Erf, call(InverseErf, x()))), "x");
-  EXPECT_EQ(shape(call(InverseErf, call(Erf, x()))), "x");
+  // The kinds that cancel, outer before inner; no other of them do.
+  const std::set<std::pair<uint8_t, uint8_t>> cancelling{
+      {50, 84}, {84, 50}, {98, 85},   {85, 98},   {97, 86},   {86, 97},   {51, 138}, {138, 51},
+      {70, 83}, {83, 70}, {113, 135}, {135, 113}, {149, 139}, {139, 149}, {93, 140}, {94, 137}};
+  for (const auto& [outer, ignored] : cancelling)
+    for (const auto& [other, inner] : cancelling)
+      EXPECT_EQ(shape(call(outer, call(inner, x()))) == "x", cancelling.count({outer, inner}) > 0)
+          << int{outer} << " of " << int{inner};
   EXPECT_EQ(shape(call(InverseErf, times(2, call(Erf, x())))), "InverseErf(2*Erf(x))");
   EXPECT_EQ(shape(call(Erf, minus(call(InverseErf, x())))), "-1*Erf(InverseErf(x))") << "the sign moves out last";
-  EXPECT_EQ(shape(call(Gamma, call(InverseGamma, x()))), "x");
-  EXPECT_EQ(shape(call(93, call(140, x()))), "x");
   EXPECT_EQ(shape(call(140, call(93, x()))), "InverseSinhIntegral(SinhIntegral(x))");
   for (const int odd : {20, 22, 23, 24, 26, 27, 30, 32, 33, 34, 36, 37, 50, 86, 91, 93, 99, 101, 102}) {
     const auto code = static_cast<uint8_t>(odd);
