@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <atomic>
-#include <tuple>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 #include "solver/host.h"
 
@@ -212,8 +212,12 @@ TEST(NaN, NeitherCrashesNorWins) {
 }
 
 TEST(Population, TooSmallNeverEndsItsStart) {
-  for (const auto& [kind, few, least] :
-       {std::tuple<uint8_t, uint32_t, uint32_t>{2, 1, 2}, {7, 2, 3}, {8, 2, 3}, {9, 2, 3}, {1, 0, 1}, {3, 1u << 31, 1}}) {
+  for (const auto& [kind, few, least] : {std::tuple<uint8_t, uint32_t, uint32_t>{2, 1, 2},
+                                         {7, 2, 3},
+                                         {8, 2, 3},
+                                         {9, 2, 3},
+                                         {1, 0, 1},
+                                         {3, 1u << 31, 1}}) {
     Host host;
     host.fun(sphere2, 2, -5.0, 5.0);
     os_setDoneFun(host.os, [](int32_t) { ++notified; });
