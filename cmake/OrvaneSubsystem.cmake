@@ -29,6 +29,8 @@ function(orvane_test name)
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name}_test PRIVATE
     ORVANE_REFERENCE_DIR="${PROJECT_SOURCE_DIR}/tests/reference")
+  # What is tested is the library; the tests themselves need not be quick, but quick to build.
+  target_compile_options(${name}_test PRIVATE $<$<CONFIG:Release>:-O1>)
   target_link_libraries(${name}_test PRIVATE orvane_settings GTest::gtest_main Threads::Threads)
   if(arg_WHITEBOX)
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src)

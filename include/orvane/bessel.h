@@ -5,8 +5,11 @@
  * parabolic cylinder functions.
  *
  * There is no failure channel beside the value: outside its domain a function gives the quiet NaN, at a pole an
- * infinity. A NaN argument gives NaN. The functions keep no state and may be called from any thread; Scorer's
- * functions may change the GMP default precision for the length of the call. No argument takes longer than about a
+ * infinity. A NaN argument gives NaN. The functions keep no state and may be called from any thread. Scorer's
+ * functions may change the GMP default precision for the length of the call. J, Y and I, and what rests on them
+ * (spherical Bessel, Airy, Scorer, Struve, Anger, Weber), may write the C library's variable `signgam`: the standard
+ * library's Bessel functions call lgamma. No other function of this library does, but Laguerre polynomials above order
+ * 10000000, which rest on J and I, and expressions with these. No argument takes longer than about a
  * second; ordinary ones take microseconds, Anger's and Weber's functions of small arguments some tenths of a
  * millisecond. J and Y have the accuracy of the standard library, about x/8 ulps times the condition up to x = 1000.
  */
@@ -167,15 +170,16 @@ ORVANE_API double math_weberE(double nu, double x);
 /**
  * Whittaker's D(nu, x) = U(-nu - 1/2, x).
  *
- * @param nu  order; above 1e5 NaN for x where the value is not 0
+ * @param nu  order, any; infinite gives NaN
  * @param x   point, any
  */
 ORVANE_API double math_ParabolicCylinderD(double nu, double x);
 
 /**
- * U(a, x), which falls like x^(-a-1/2) exp(-x^2/4).
+ * U(a, x), which falls like x^(-a-1/2) exp(-x^2/4). Where it overflows the value is the infinity of its sign: for a
+ * below about -340 everywhere between the turning points +-2 sqrt(-a).
  *
- * @param a  parameter; below -1e5 NaN
+ * @param a  parameter, any; infinite gives NaN
  * @param x  point, any
  */
 ORVANE_API double math_ParabolicCylinderU(double a, double x);
@@ -183,7 +187,7 @@ ORVANE_API double math_ParabolicCylinderU(double a, double x);
 /**
  * V(a, x), which rises like sqrt(2/pi) x^(a-1/2) exp(x^2/4).
  *
- * @param a  parameter; NaN where neither the expansion in 1/x nor a series of 100,000 terms reaches (|a| above 1e5)
+ * @param a  parameter, any; infinite gives NaN
  * @param x  point, any
  */
 ORVANE_API double math_ParabolicCylinderV(double a, double x);

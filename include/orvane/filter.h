@@ -14,7 +14,7 @@
 
 #include <orvane/export.h>
 
-/** A filter: its specification, its coefficients, a window, records, perhaps a recursive filter. */
+/** A filter: what is asked of it, its coefficients, a window, records, perhaps a recursive filter. */
 typedef struct FirFilter FirFilter;
 /** The error of a filter's response over a grid of angles. */
 typedef struct FilterObjective FilterObjective;
@@ -238,7 +238,7 @@ ORVANE_API void fir_lineSolverClear(FirFilter* filter);
 ORVANE_API double fir_solveByLineFIRSolver(FirFilter* filter, uint8_t method);
 
 /**
- * New objective: a low-pass with the defaults above, no coefficients, an empty grid, weight 1. Its specification is set
+ * New objective: a low-pass with the defaults above, no coefficients, an empty grid, weight 1. What is asked of it is set
  * by fir_setType and the frequency setters.
  *
  * @return handle, released by api_FreeHandle
@@ -261,7 +261,7 @@ ORVANE_API void filter_setImagWeight(FilterObjective* objective, double value);
 ORVANE_API void filter_setSampleData(FilterObjective* objective, const double* angle, const double* target, int32_t n);
 
 /**
- * Makes the grid from the specification: m + 1 angles 0, pi/m, ..., pi, and by each edge inside (0, pi) two runs of m
+ * Makes the grid from what is asked: m + 1 angles 0, pi/m, ..., pi, and by each edge inside (0, pi) two runs of m
  * that grow dense towards it: edge + (start - edge) ((j + 1/2)/m)^2, j < m, started at 0 and pi, between two edges at
  * the other one. The target is 1 in the pass band with its edges and 0 elsewhere. m of 0 or less leaves an empty grid.
  */

@@ -41,6 +41,18 @@ typedef struct NetLayer NetLayer;
  *   windowCol cells starts in its first corner and moves by moveRow, moveCol while it fits;
  *   n = ((inputRow - windowRow)/moveRow + 1) ((inputCol - windowCol)/moveCol + 1), whole quotients
  * - radial: x, a of n by m, b in one row of n entries; d_i^2 = sum_j (a_ij - x_j)^2
+ *
+ * Derivatives of some kinds, by what stands before the colon (g is the gradient by y):
+ * - QUADRATIC x: (A_k + A_k') x; A_k: x x'. MIX_PRODUCT2 x_i: x2_j; x2_j: x_i. POLY3 x: c1 + 2 c2 x + 3 c3 x^2; ck: x^k
+ * - L_LINE x: 1 or 0.01. VEC_MASK x: 1 or 0. A_MUL_XB x: a b x^(b-1); a: x^b; b: a x^b ln x
+ * - LAYER_NORM, ZSCORE_NORM x: (g - mean g - y mean(g y))/s, s the divisor; without one g - mean g
+ * - RBF1 d^2: -b y; b: -d^2 y. RBF2 d^2: -b^2 y^2; b: -2 b d^2 y^2. RBF3 d^2: -b^2 y^3/2; b: -b d^2 y^3. And d_i^2 by
+ *   a_ij: 2 (a_ij - x_j)
+ * - ROTATION3D x: the inverse rotation of g; a: Rodrigues' formula, also at a = 0
+ * - ZOOM x: the weights of the four cells; a factor z: the slope between the cells times -(i - (n-1)/2)/z^2, with i the
+ *   row or column of n, and 0 where the border is repeated
+ * - POOL_MAX, POOL_MIN, POOL_MEDIAN, POOL_STOCHASTIC x: 1 for the cell taken. POOL_NORM2 x: x/(norm windowRow windowCol).
+ *   POOL_VAR x: 2 (x - mean)/(windowRow windowCol)
  */
 enum {
   /* product */

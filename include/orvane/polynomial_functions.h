@@ -26,10 +26,10 @@ ORVANE_API double math_polyByBernoulli(int32_t n, double x);
 /** Legendre polynomial P_n(x); NaN for n < 0. At n = 0 the value is 0, not 1. */
 ORVANE_API double math_polyLegendre(int32_t n, double x);
 
-/** Laguerre polynomial L_n(x); NaN for n < 0. */
+/** Laguerre polynomial L_n(x); NaN for n < 0. Above order 10000000 by Bessel functions (orvane/bessel.h, signgam). */
 ORVANE_API double math_polyLaguerre(int32_t n, double x);
 
-/** Hermite polynomial H_n(x) with leading coefficient 2^n; NaN for n < 0. */
+/** Hermite polynomial H_n(x) with leading coefficient 2^n; NaN for n < 0. Where it overflows, the signed infinity. */
 ORVANE_API double math_polyHermite(int32_t n, double x);
 
 #endif

@@ -9,7 +9,7 @@
  *
  * Real and imaginary parts are separate arrays. The cost is O(n log n) for every n, the error that of rounding:
  * |error| <= 4e-16 sqrt(log2 n) |X| in the Euclidean norm. Lengths with a prime factor above 61 go through a
- * convolution and cost about five times as much. Tables of lengths used lately are kept, 32 MB at most; all functions
+ * convolution and cost about five times as much. Tables of lengths used lately are kept, 64 MB at most; all functions
  * may run on several threads at once. A NaN or infinity makes the whole output NaN or infinite. Arrays out may be the
  * arrays in.
  */

@@ -7,7 +7,7 @@
 
 #include "frame/code_table.h"
 #include "frame/numbers.h"
-#include "special/special_function.h"
+#include "special/elementary/elementary.h"
 
 namespace Search {
 

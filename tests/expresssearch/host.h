@@ -5,13 +5,34 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <random>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "orvane/expression_search.h"
 #include "orvane/frame.h"
 
 using Vector = std::vector<double>;
+using Cells = std::vector<std::string>;
+
+inline Cells split(const std::string& line, char mark) {
+  Cells cells;
+  std::istringstream stream(line);
+  for (std::string cell; std::getline(stream, cell, mark);) cells.push_back(cell);
+  return cells;
+}
+
+/// The lines of a table that are no comments.
+inline std::vector<std::string> referenceLines(const std::string& name) {
+  std::ifstream file(ORVANE_REFERENCE_DIR "/expresssearch/" + name);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);)
+    if (!line.empty() && line[0] != '#') lines.push_back(line);
+  EXPECT_FALSE(lines.empty()) << "no reference table " << name;
+  return lines;
+}
 
 inline int32_t length(const Vector& v) { return static_cast<int32_t>(v.size()); }
 

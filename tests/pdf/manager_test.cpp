@@ -192,6 +192,16 @@ TEST(Fit, RecoversParametersFromExactDistributionFunctions) {
   }
 }
 
+// Beyond 170 the factorials leave the doubles; the search of the mean ends at 100.
+TEST(Fit, CountsBeyondTheFactorialsFit) {
+  Manager manager;
+  ASSERT_TRUE(manager.pairs({80, 1, 90, 2, 100, 3, 110, 2, 120, 1, 171, 1, 200, 1}));
+  Distributions funs({46});
+  manager.fit(funs.bare, {1}, 20, 200, 1, 1e-12);
+  EXPECT_LT(pdf_getError(funs.bare[0]), 0.2);
+  EXPECT_NEAR(parametersOf(funs.bare[0])[0], 100, 10);
+}
+
 TEST(Fit, RanksByErrorAndIsSilent) {
   Manager manager;
   ASSERT_TRUE(manager.pairs(exactPairs(recoveries()[0].distribution, -6, 13, 60)));

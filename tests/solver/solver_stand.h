@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+#include "solver/moving_solver.h"
 #include "solver/opt_function.h"
 #include "solver/solver_factory.h"
 

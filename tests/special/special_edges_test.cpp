@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include "orvane/bessel.h"
+#include "orvane/hypergeometric.h"
 #include "orvane/special.h"
 
 namespace {
@@ -161,6 +163,26 @@ TEST(Threads, LgammaAndSeriesGiveTheSameOnManyThreads) {
       }
     });
   for (auto& thread : threads) thread.join();
+}
+
+// What the C library's lgamma writes, and its re-entrant form does not.
+TEST(Edges, SignOfGammaStaysInTheFunctions) {
+  const auto call = [] {
+    math_lngamma(-0.5);
+    math_StruveH(-3.75, 0.5);
+    math_StruveL(300.5, 2.5);
+    math_ParabolicCylinderU(-12.3, -1.5);
+    math_ParabolicCylinderV(-20.3, 2.5);
+    math_ParabolicCylinderV(-5000.3, 2.5);
+    math_Hypergeometric1F1(-3.3, 0.7, -700);
+    math_Hypergeometric0F1(-0.5, -5000);
+    math_RUpperIncompleteGamma(-180.5, 200);
+  };
+  for (const int mark : {-77, 77}) {
+    signgam = mark;
+    call();
+    EXPECT_EQ(signgam, mark);
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "filter/apply/sliding_window.h"
+#include "filter/apply/wide_registers.h"
 #include "frame/numbers.h"
 
 namespace Filter {
@@ -95,9 +96,47 @@ class SortedBlock {
   std::vector<uint32_t> rank, next, prev;
 };
 
+constexpr std::size_t kNarrow = 15;
+
+/// kCount windows side by side in registers: of a few values the least and the greatest are dropped and the next value
+/// taken in, until the middle is left (about 3/4 width^2 minima and maxima). No NaN.
+template <std::size_t kCount>
+__attribute__((always_inline)) inline void narrowBlock(const double* x, std::size_t width, double* out) {
+  double held[kNarrow / 2 + 2][kCount];
+  const auto order = [&](std::size_t a, std::size_t b) __attribute__((always_inline)) {
+    for (std::size_t q = 0; q < kCount; ++q) {
+      const double low = held[a][q] < held[b][q] ? held[a][q] : held[b][q];
+      held[b][q] = held[a][q] < held[b][q] ? held[b][q] : held[a][q];
+      held[a][q] = low;
+    }
+  };
+  std::size_t size = width / 2 + 1;  // beyond it no value can be dropped without another taken in
+  for (std::size_t k = 0; k < size; ++k) std::copy_n(x + k, kCount, held[k]);
+  for (std::size_t next = size; next < width; ++next, --size) {
+    std::copy_n(x + next, kCount, held[size]);
+    // The least to the front, the greatest to the end; then the end and the front leave.
+    for (std::size_t k = 0; k < size; ++k) order(k, k + 1);
+    for (std::size_t k = size - 1; k > 0; --k) order(k - 1, k);
+    std::copy_n(held[size - 1], kCount, held[0]);
+  }
+  // What is left holds the middle: one value, or two for an even width.
+  if (size == 2) order(0, 1);
+  for (std::size_t q = 0; q < kCount; ++q) out[q] = size == 2 ? std::midpoint(held[0][q], held[1][q]) : held[0][q];
+}
+
+void narrowMedian(std::span<const double> padded, std::size_t width, double* out, std::size_t n) {
+  onWidest([=]() __attribute__((always_inline)) {
+    std::size_t i = 0;
+    for (; i + 8 <= n; i += 8) narrowBlock<8>(padded.data() + i, width, out + i);
+    for (; i < n; ++i) narrowBlock<1>(padded.data() + i, width, out + i);
+  });
+}
+
 }  // namespace
 
 void slidingMedian(std::span<const double> padded, std::size_t width, double* out, std::size_t n) {
+  if (width <= kNarrow && std::ranges::none_of(padded, [](double x) { return std::isnan(x); }))
+    return narrowMedian(padded, width, out, n);
   const bool even = width % 2 == 0;
   const auto half = static_cast<uint32_t>((width - 1) / 2);
   std::vector<uint64_t> keys((n + width - 1) / width * width + width, kEnd);

@@ -52,7 +52,7 @@ Substitution bandPass(const Wide& t1, const Wide& t2) {
   return {{one + middle, two * middle - two, one + middle}, {width, Wide(0.0), Wide(0.0) - width}};
 }
 
-/// False when the specification allows no filter.
+/// False when what is asked allows no filter.
 bool substitution(const BaseFilter& filter, Substitution& result) {
   const double sampling = filter.samplingFrequency;
   if (filter.filterType <= ORVANE_FILTER_HIGH_PASS) {

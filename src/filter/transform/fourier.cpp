@@ -58,7 +58,7 @@ class PlanStore {
   }
 
  private:
-  static constexpr std::size_t kMostPlans = 32, kMostDoubles = 4'000'000;  // 32 MB
+  static constexpr std::size_t kMostPlans = 32, kMostDoubles = 8'000'000;  // 64 MB
 
   struct Entry {
     std::size_t n;

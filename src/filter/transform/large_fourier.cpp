@@ -39,10 +39,8 @@ std::size_t LargeFourier::tableSize() const {
 }
 
 /// Columns first.. of the matrix: transform, twiddle factor, into the same place of middle.
-void LargeFourier::columnBlock(ConstSplit in, Split middle, std::size_t first) const {
+void LargeFourier::columnBlock(ConstSplit in, Split middle, Split a, Split b, std::size_t first) const {
   const std::size_t lanes = std::min(kLanes, columns - first);
-  Scratch from(rows * lanes), to(rows * lanes);
-  const Split a = from.split(), b = to.split();
   for (std::size_t r = 0; r < rows; ++r) {
     std::copy_n(in.re + r * columns + first, lanes, a.re + r * lanes);
     std::copy_n(in.im + r * columns + first, lanes, a.im + r * lanes);
@@ -61,10 +59,8 @@ void LargeFourier::columnBlock(ConstSplit in, Split middle, std::size_t first) c
 }
 
 /// Rows first.. of middle: transform; output k of row r is X[r + rows k].
-void LargeFourier::rowBlock(Split middle, Split out, std::size_t first) const {
+void LargeFourier::rowBlock(Split middle, Split out, Split a, Split b, std::size_t first) const {
   const std::size_t lanes = std::min(kLanes, rows - first);
-  Scratch from(columns * lanes), to(columns * lanes);
-  const Split a = from.split(), b = to.split();
   for (std::size_t c = 0; c < columns; ++c)
     for (std::size_t q = 0; q < lanes; ++q) {
       a.re[c * lanes + q] = middle.re[(first + q) * columns + c];
@@ -78,10 +74,11 @@ void LargeFourier::rowBlock(Split middle, Split out, std::size_t first) const {
 }
 
 void LargeFourier::run(ConstSplit in, Split out) const {
-  Scratch room(rows * columns);
-  const Split middle = room.split();
-  for (std::size_t first = 0; first < columns; first += kLanes) columnBlock(in, middle, first);
-  for (std::size_t first = 0; first < rows; first += kLanes) rowBlock(middle, out, first);
+  const std::size_t longer = std::max(rows, columns) * kLanes;
+  Scratch room(rows * columns), from(longer), to(longer);
+  const Split middle = room.split(), a = from.split(), b = to.split();
+  for (std::size_t first = 0; first < columns; first += kLanes) columnBlock(in, middle, a, b, first);
+  for (std::size_t first = 0; first < rows; first += kLanes) rowBlock(middle, out, a, b, first);
 }
 
 }  // namespace Filter

@@ -28,8 +28,8 @@ class LargeFourier final : public FourierPlan {
  private:
   static constexpr std::size_t kLanes = 8;
 
-  void columnBlock(ConstSplit in, Split middle, std::size_t first) const;
-  void rowBlock(Split middle, Split out, std::size_t first) const;
+  void columnBlock(ConstSplit in, Split middle, Split a, Split b, std::size_t first) const;
+  void rowBlock(Split middle, Split out, Split a, Split b, std::size_t first) const;
 
   std::size_t rows, columns;
   Stockham down, along;

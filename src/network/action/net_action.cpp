@@ -5,12 +5,13 @@
 
 #include "frame/numbers.h"
 #include "network/action/mode_table.h"
+#include "orvane/action.h"
 
 namespace Action {
 
 int32_t NetAction_c::check(RowSizes) {
-  if (network == nullptr) return 90;
-  return network->usable() ? 1 : 91;
+  if (network == nullptr) return ORVANE_ACTION_NO_NETWORK;
+  return network->usable() ? ORVANE_ACTION_OK : ORVANE_ACTION_NETWORK_NOT_READY;
 }
 
 void NetAction_c::predict(std::span<const double> in, std::span<double> out) {
@@ -39,11 +40,11 @@ void NetSetAction_c::prepare() {
 }
 
 int32_t NetSetAction_c::check(RowSizes sizes) {
-  if (actions.empty()) return 81;
+  if (actions.empty()) return ORVANE_ACTION_EMPTY_SET;
   for (NetAction_c* action : actions)
-    if (const int32_t code = action->check(sizes); code != 1) return code;
+    if (const int32_t code = action->check(sizes); code != ORVANE_ACTION_OK) return code;
   prepare();
-  return 1;
+  return ORVANE_ACTION_OK;
 }
 
 void NetSetAction_c::predict(std::span<const double> in, std::span<double> out) {

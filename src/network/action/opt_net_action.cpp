@@ -2,15 +2,16 @@
 #include "network/action/opt_net_action.h"
 
 #include "network/action/opt_net_set.h"
+#include "orvane/action.h"
 
 namespace Action {
 
 int32_t OptNetAction_c::check(RowSizes sizes) {
-  if (optimizer == nullptr || network == nullptr || !network->usable()) return 62;
+  if (optimizer == nullptr || network == nullptr || !network->usable()) return ORVANE_ACTION_NOT_TRAINABLE;
   optimizer->setNetwork(network);
   const NetWork::RowSet x(1, std::vector<double>(sizes.in)), y(1, std::vector<double>(sizes.out));
   const int32_t code = optimizer->check({&x, &y, &x, &y});
-  return code == 0 ? 1 : code;
+  return code == ORVANE_TRAINING_READY ? ORVANE_ACTION_OK : code;
 }
 
 void OptNetAction_c::requestStop() {
@@ -42,16 +43,16 @@ void OptNetSetAction_c::addMember(OptNetAction_c* member) {
 
 /// As a set of actions, but the last member of a stack is fed by the others.
 int32_t OptNetSetAction_c::check(RowSizes sizes) {
-  if (members.empty()) return 81;
+  if (members.empty()) return ORVANE_ACTION_EMPTY_SET;
   const bool isStack = train == modeRow(4).train && members.size() > 1;
   std::size_t joined = 0;
   for (OptNetAction_c* member : members) {
     const bool fed = isStack && member == members.back();
-    if (const int32_t code = member->check({fed ? joined : sizes.in, sizes.out}); code != 1) return code;
+    if (const int32_t code = member->check({fed ? joined : sizes.in, sizes.out}); code != ORVANE_ACTION_OK) return code;
     joined += member->outputSize();
   }
   prepare();
-  return 1;
+  return ORVANE_ACTION_OK;
 }
 
 void OptNetSetAction_c::requestStop() {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "orvane/action.h"
+
 namespace Action {
 
 using NetWork::RowSet;
@@ -55,40 +57,40 @@ int32_t OptNetSet_c::checkData() const {
   const auto rows = [this](Slot slot) { return data[slot]->size(); };
   const auto cols = [this](Slot slot) { return data[slot]->empty() ? 0 : data[slot]->front().size(); };
   if (!missing(trainX)) {
-    if (missing(trainY)) return 101;
-    if (rows(trainX) == 0) return 102;
-    if (rows(trainX) != rows(trainY)) return 103;
+    if (missing(trainY)) return ORVANE_ACTION_TRAIN_WITHOUT_TARGET;
+    if (rows(trainX) == 0) return ORVANE_ACTION_TRAIN_NO_ROWS;
+    if (rows(trainX) != rows(trainY)) return ORVANE_ACTION_TRAIN_ROWS_DIFFER;
     if (!missing(testX)) {
-      if (missing(testY)) return 104;
-      if (rows(testX) == 0) return 105;
-      if (rows(testX) != rows(testY)) return 106;
+      if (missing(testY)) return ORVANE_ACTION_TEST_WITHOUT_TARGET;
+      if (rows(testX) == 0) return ORVANE_ACTION_TEST_NO_ROWS;
+      if (rows(testX) != rows(testY)) return ORVANE_ACTION_TEST_ROWS_DIFFER;
     }
-    if (cols(trainX) == 0) return 107;
-    if (cols(trainY) == 0) return 108;
-    if (!missing(testX) && cols(testX) != cols(trainX)) return 109;
-    if (!missing(testX) && cols(testY) != cols(trainY)) return 110;
-    return 1;
+    if (cols(trainX) == 0) return ORVANE_ACTION_TRAIN_INPUT_NO_COLUMNS;
+    if (cols(trainY) == 0) return ORVANE_ACTION_TRAIN_TARGET_NO_COLUMNS;
+    if (!missing(testX) && cols(testX) != cols(trainX)) return ORVANE_ACTION_TEST_INPUT_COLUMNS;
+    if (!missing(testX) && cols(testY) != cols(trainY)) return ORVANE_ACTION_TEST_TARGET_COLUMNS;
+    return ORVANE_ACTION_OK;
   }
-  if (missing(testX)) return 116;
-  if (missing(testY)) return 111;
-  if (rows(testX) == 0) return 112;
-  if (rows(testX) != rows(testY)) return 113;
-  if (cols(testX) == 0) return 114;
-  if (cols(testY) == 0) return 115;
-  return 1;
+  if (missing(testX)) return ORVANE_ACTION_NO_DATA;
+  if (missing(testY)) return ORVANE_ACTION_ONLY_TEST_WITHOUT_TARGET;
+  if (rows(testX) == 0) return ORVANE_ACTION_ONLY_TEST_NO_ROWS;
+  if (rows(testX) != rows(testY)) return ORVANE_ACTION_ONLY_TEST_ROWS_DIFFER;
+  if (cols(testX) == 0) return ORVANE_ACTION_ONLY_TEST_INPUT_NO_COLUMNS;
+  if (cols(testY) == 0) return ORVANE_ACTION_ONLY_TEST_TARGET_NO_COLUMNS;
+  return ORVANE_ACTION_OK;
 }
 
 int32_t OptNetSet_c::init() {
   if (running) return 0;
   ready.exchange(0);
-  if (root == nullptr) return 100;
-  if (const int32_t code = checkData(); code != 1) return code;
+  if (root == nullptr) return ORVANE_ACTION_NO_ROOT;
+  if (const int32_t code = checkData(); code != ORVANE_ACTION_OK) return code;
   const int x = data[trainX] != nullptr ? trainX : testX;
   const int32_t code = root->check({data[x]->front().size(), data[x + 1]->front().size()});
-  if (code != 1) return code;
+  if (code != ORVANE_ACTION_OK) return code;
   root->bindSet(this);
   ready.exchange(1);
-  return 1;
+  return ORVANE_ACTION_OK;
 }
 
 bool OptNetSet_c::optimize() {

@@ -17,6 +17,7 @@ int32_t NetWork_c::init(NetLayer_s* in, NetLayer_s* out) {
   if (in == nullptr || out == nullptr || in == out) return ORVANE_NETWORK_NO_ENDS;
   input = in;
   output = out;
+  vars.clear();
   if (const int32_t code = collectLayers(); code != ORVANE_NETWORK_READY) return code;
   collectVars();
   if (const int32_t code = testLayers(); code != ORVANE_NETWORK_READY) return code;
@@ -69,7 +70,6 @@ int32_t NetWork_c::collectLayers() {
 
 void NetWork_c::collectVars() {
   std::set<const NetVar_s*> known;
-  vars.clear();
   for (const NetLayer_s* layer : layers)
     for (NetVar_s* var : layer->variables())
       if (known.insert(var).second) vars.push_back(var);

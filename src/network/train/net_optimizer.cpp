@@ -9,6 +9,7 @@
 
 #include "frame/random.h"
 #include "network/train/cost.h"
+#include "orvane/network_training.h"
 
 namespace NetWork {
 namespace {
@@ -145,28 +146,29 @@ void NetOptimizer_c::setVar(const double* in) {
 
 int32_t NetOptimizer_c::check(const DataSets& rows) const {
   const bool hasTest = rows.testX != nullptr && (!rows.testX->empty() || !rows.testY->empty());
-  if (rows.trainX == nullptr || rows.trainX->empty() || rows.trainX->size() != rows.trainY->size()) return 11;
-  if (hasTest && rows.testX->size() != rows.testY->size()) return 11;
-  if (net == nullptr) return 12;
+  if (rows.trainX == nullptr || rows.trainX->empty() || rows.trainX->size() != rows.trainY->size())
+    return ORVANE_TRAINING_ROWS;
+  if (hasTest && rows.testX->size() != rows.testY->size()) return ORVANE_TRAINING_ROWS;
+  if (net == nullptr) return ORVANE_TRAINING_NO_NETWORK;
   const std::size_t in = net->inputSize(), out = net->outputSize();
-  if (in == 0 || out == 0 || !net->usable()) return 13;
-  if (!allOfLength(*rows.trainX, in)) return 14;
-  if (!allOfLength(*rows.trainY, out)) return 15;
-  if (net->varSize() == 0) return 16;
-  if (hasTest && !allOfLength(*rows.testX, in)) return 17;
-  if (hasTest && !allOfLength(*rows.testY, out)) return 18;
-  return 0;
+  if (in == 0 || out == 0 || !net->usable()) return ORVANE_TRAINING_NETWORK;
+  if (!allOfLength(*rows.trainX, in)) return ORVANE_TRAINING_INPUT;
+  if (!allOfLength(*rows.trainY, out)) return ORVANE_TRAINING_TARGET;
+  if (net->varSize() == 0) return ORVANE_TRAINING_NO_VARIABLE;
+  if (hasTest && !allOfLength(*rows.testX, in)) return ORVANE_TRAINING_TEST_INPUT;
+  if (hasTest && !allOfLength(*rows.testY, out)) return ORVANE_TRAINING_TEST_TARGET;
+  return ORVANE_TRAINING_READY;
 }
 
 int32_t NetOptimizer_c::init() {
-  if (isRunning()) return 10;
+  if (isRunning()) return ORVANE_TRAINING_RUNS;
   ready = 0;
   const DataSets own{&store[0], &store[1], &store[2], &store[3]};
-  if (const int32_t code = check(own)) return code;
+  if (const int32_t code = check(own); code != ORVANE_TRAINING_READY) return code;
   use(own);
   if (noPreprocess == 0) preprocess();
   ready = 1;
-  return 0;
+  return ORVANE_TRAINING_READY;
 }
 
 /// Makes the sets those of the next run. Without test rows the training rows are tested.

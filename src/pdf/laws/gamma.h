@@ -434,7 +434,9 @@ class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
     InsideSeries::build(series, 0.5, half);
     inside = InsideSeries(half);
   }
-  double density(double x) const { return std::pow(x * x / a + 1, -half) * factor; }
+  double density(double x) const {
+    return (half < 170 ? std::pow(x * x / a + 1, -half) : std::exp(-half * std::log1p(x * x / a))) * factor;
+  }
   double argument(double x) const { return InsideSeries::argument(x * x / a); }
   double near(double x, double, double sum) const { return x * factor * (inside.factor(x * x / a) * sum) + 0.5; }
   double far(double x) const {

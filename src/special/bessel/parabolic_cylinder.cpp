@@ -2,6 +2,7 @@
 // Parabolic cylinder functions D, U and V (DLMF 12). With D_nu(x) = U(-nu - 1/2, x).
 #include <cmath>
 #include <initializer_list>
+#include <numbers>
 
 #include "frame/numbers.h"
 #include "special/bessel/parabolic_far.h"

@@ -128,12 +128,14 @@ double calcIBeta(double x, double a, double b) {
     const double value = positiveBeta(x, y, a, b);
     if (const auto rest = leftOutBeside(value, y, b, a)) return value + *rest;
   }
+  // For b < 0 the difference below cancels, or B(a, b) is beyond the doubles and the integral is not.
+  const bool direct = a > 0 && b < 0 && b != std::round(b) && x < kNearOne;
+  if (direct && !std::isfinite(full)) return betaSeriesBelow(x, a, b);
   const double mirrored = calcIBeta(y, b, a);
   if (full == 0) return -mirrored;
   // KEPT: NaN where B(a, b) overflows; one would expect the integral (kept.csv: IBeta_overflow)
   const double value = full * (1 - mirrored / full);
-  const bool cancels = b < 0 && x < kNearOne && std::abs(value) < 0.1 * std::abs(full);
-  return cancels ? betaSeriesBelow(x, a, b) : value;
+  return direct && std::abs(value) < 0.1 * std::abs(full) ? betaSeriesBelow(x, a, b) : value;
 }
 
 double calcInverseBeta(double y, double a, double b) {

@@ -213,7 +213,8 @@ double calcIGamma(double a, double x) {
   const double terms = exponentialPartialSum(x, n - 1).terms, upper = 1 - lowerAtWholeLeft(terms, x);
   if (std::abs(upper) < 0.5) {  // near a zero of S
     const double sum = alternatingPartialSum(terms, x);
-    return sum == 0 ? 0 : std::copysign(std::exp(calcLngamma(n) - x + std::log(std::abs(sum))), sum);
+    if (sum == 0 || (n < 150 && x > -50)) return std::tgamma(n) * std::exp(-x) * sum;
+    return std::copysign(std::exp(calcLngamma(n) - x + std::log(std::abs(sum))), sum);
   }
   return std::copysign(std::exp(calcLngamma(n) + std::log(std::abs(upper))), upper);
 }

@@ -107,7 +107,8 @@ double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const doub
 }
 
 double calcHypergeometricPFQInFullDigits(const double* a, int32_t p, const double* b, int32_t q, double z) {
-  return byBits(sizesOfTerms(a, p, b, q, z), a, p, b, q, z);
+  const Terms terms = sizesOfTerms(a, p, b, q, z);
+  return terms.largest < kMostBits ? byBits(terms, a, p, b, q, z) : calcHypergeometricPFQ(a, p, b, q, z);
 }
 
 }  // namespace SpecialFunction

@@ -56,7 +56,9 @@ std::optional<double> farLeft1F1(double a, double b, double z, bool loose) {
 double leftward1F1(double a, double b, double z) {
   if (isNonPositiveInteger(b - a)) {
     // Kummer's transform ends.
-    const double upper = b - a, sum = calcHypergeometricPFQKeepingDigits(&upper, 1, &b, 1, -z), half = std::exp(z / 2);
+    const double half = std::exp(z / 2), upper = b - a;
+    if (half == 0) return 0;
+    const double sum = calcHypergeometricPFQKeepingDigits(&upper, 1, &b, 1, -z);
     if (std::isfinite(sum)) return z > -700 ? std::exp(z) * sum : half * sum * half;
   }
   if (z < -36)

@@ -183,8 +183,10 @@ Part sumOfParts(double a, double b, double x, int doublings, mp_bitcnt_t bits) {
 std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
   if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameter && std::abs(b) <= kMostParameter)) return std::nullopt;
   for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBits;) {
-    // N from 0.7 bits on, as exp(-N) is left out.
-    const int doublings = std::ilogb(0.7 * static_cast<double>(bits + 16) / x) + 1;
+    // N = x 2^doublings from 0.7 bits on, as exp(-N) is left out.
+    const double least = 0.7 * static_cast<double>(bits + 16);
+    int doublings = std::ilogb(least) - std::ilogb(x);
+    if (std::ldexp(x, doublings) < least) ++doublings;
     const Part sum = sumOfParts(a, b, x, doublings, bits);
     const long lost = sum.error + static_cast<long>(bits) - exponentOf(sum.value);
     if (mpf_sgn(sum.value.get()) != 0 && lost + kWanted <= static_cast<long>(bits)) {

@@ -257,6 +257,22 @@ def pcf_v(a, x):  # DLMF 12.2.8, 12.2.9 with the duplication formula
     return mp.exp(-x * x / 4) * (even * y1 + odd * y2)
 
 
+def far_u(a, x):
+    """Down the recurrence for large -a, by the integral of DLMF 12.5.1 for large a."""
+    if a > 0:
+        peak = (-x + mp.sqrt(x * x + 4 * a - 2)) / 2
+        level = lambda t: (a - HALF) * mp.log(t) - t * t / 2 - x * t
+        width = 1 / mp.sqrt(1 + (a - HALF) / peak ** 2)
+        integral = mp.quad(lambda t: mp.exp(level(t) - level(peak)), [peak + k * width for k in range(-16, 17, 2)])
+        return mp.exp(level(peak) - x * x / 4 - mp.loggamma(a + HALF)) * integral
+    order = a + mp.ceil(3 * HALF - a)
+    low, high = mp.pcfu(order, x), mp.pcfu(order + 1, x)
+    while order > a + HALF:
+        low, high = x * low + (order + HALF) * high, low
+        order -= 1
+    return low
+
+
 def parabolic():
     orders = [0, 0.5, 1, 1.5, 2.5, -0.5, -1.5, -2.7, -9.5, -20.3, 7.2, 25, 60, -60.2, 150]
     points = [0, 1e-20, 0.3, 1.0, 1.6, 3.0, 5.5, 8.9, 9.1, 13.0, 25.0, 40.0]
@@ -264,9 +280,14 @@ def parabolic():
     # The fifteen digits of sqrt(pi) and log 2 that V uses.
     fifteen = lambda a, v: abs(v) * (mp.mpf("2.3e-15") + abs(a[0]) * mp.mpf("1.6e-16"))
     # Gamma functions by their logarithms, of the size a log(a); the condition of a counts for them but at x < 0.
-    logs = lambda a, x: 16 + abs(a) * mp.log(1 + abs(a))
-    write("math_ParabolicCylinderU", pcf_u, cases, base=logs, slack=fifteen)
-    write("math_ParabolicCylinderV", pcf_v, cases, base=logs, slack=fifteen)
+    # Beyond |a| = 900 in long double, as large logarithms cancel.
+    logs = lambda a, x: 16 + abs(a) * mp.log(1 + abs(a)) if abs(a) < 900 else 900
+    far = lambda a, x: abs(a) > 900
+    beyond = [("overflow", a, x) for a, x in ((-340.3, -0.5), (-345.25, 7.5), (-600.2, 10.0), (-999.7, -30.0), (-1000.7, -30.0), (-1500.25, -12.5))]
+    distant = [("far", a, x) for a, x in ((-100000.3, 1724.57), (-100000.5, 1724.58), (-99999.7, 1724.57), (2e5, -1725.42))]
+    write("math_ParabolicCylinderU", lambda a, x: (far_u if abs(a) > 9000 else pcf_u)(a, x), cases + beyond + distant, base=logs,
+          slack=lambda a, v: 0 if far(*a) else fifteen(a, v), exact=far)
+    write("math_ParabolicCylinderV", pcf_v, cases + [("far", -1000.3, 140.3), ("far", -1000.3, -140.2), ("far", -1000.3, 20.0)], base=logs, slack=fifteen, exact=far)
     write("math_ParabolicCylinderD", lambda n, x: pcf_u(-n - HALF, x),
           grid("ordinary", [0, 1, -1, -2, -3, -7, 0.5, 3.3, 12, 50, 120.5], [0, 0.5, -0.5, 2.0, -2.0, 6.0, -6.0, 15.0, -15.0]),
           base=logs, slack=fifteen, exact=lambda n, x: n > 100 and x in (0.5, 6))  # near roots

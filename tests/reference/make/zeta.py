@@ -7,6 +7,8 @@ usage: zeta.py [FUNCTION...]     (all when none is named; needs mpmath)
 
 Rows and tolerances are those of rows.py.
 """
+import random
+
 import mpmath as mp
 
 from rows import EPS, INF, NAN, around, inverse, real, write
@@ -17,6 +19,31 @@ CLOSE = mp.mpf(10) ** -12  # what is asked of values whose formula cancels
 
 def relative(size):
     return lambda a, v: size * abs(v)
+
+
+def drawn(region, seed, count, ranges, f):
+    """Random arguments at which f is representable."""
+    draw = random.Random(seed)
+    rows = []
+    while len(rows) < count:
+        args = [draw.uniform(*r) for r in ranges]
+        if 1e-300 < abs(f(*map(mp.mpf, args))) < 1e300:
+            rows.append((region, *args))
+    return rows
+
+
+def tricomi(a, b, x):
+    """U by its two series, in digits that suffice; mp.hyperu where b is an integer."""
+    if b == int(b) or a <= 0 and a == int(a) or x <= 0:
+        return mp.hyperu(a, b, x)
+    last, digits = None, 100
+    while True:
+        with mp.workdps(digits):
+            value = (mp.gammaprod([1 - b], [1 + a - b]) * mp.hyp1f1(a, b, x, maxprec=10 ** 6) +
+                     mp.gammaprod([b - 1], [a]) * x ** (1 - b) * mp.hyp1f1(1 + a - b, 2 - b, x, maxprec=10 ** 6))
+        if last is not None and abs(value - last) <= mp.mpf(10) ** -50 * abs(value):
+            return +value
+        last, digits = value, 2 * digits
 
 
 def hypergeometric():
@@ -35,6 +62,10 @@ def hypergeometric():
            for z in (-20.1, -35.0, -37.0, -120.0, -800.0, -1e5)] +
           [("ends", -3.0, 1.25, -500.0), ("kummer_ends", 4.5, 2.5, -60.0), ("right", 0.5, 1.5, 600.0),
            ("small", -86.75, 57.875, 40.9), ("small", -40.0, 2.5, 30.0)] +
+          [("cancels", -92.0, 2.2761143855070896, 105.162), ("cancels", -123.83, 0.894, 53.2), ("cancels", -141.9, 8.302, 31.07),
+           ("cancels", 50.90722494362586, 146.54377773249524, -61.648), ("dips", 0.5, -148.3, 60.0), ("kummer_ends", 195.5, 54.5, -756.4),
+           ("not_far", 149.37, 1.49125, -91.763), ("not_far", -60.25, 12.5, -40.5)] +
+          drawn("wide", 1, 20, ((-150, 150), (-30, 150), (-100, 120)), mp.hyp1f1) +
           [("pole", 1.0, b, 0.5) for b in (0.0, -2.0)], base=4, slack=left,
           exact=lambda a: a[1] - a[0] == -2)
     write("math_Hypergeometric2F1", lambda a, b, c, z: NAN if pole(c) else mp.hyp2f1(a, b, c, z),
@@ -42,23 +73,33 @@ def hypergeometric():
            for z in (1e-18, 0.3, 0.5, -0.6, 0.9, -0.95)] +
           [("near_one", 1.3, 1.0, 2.3, 0.995), ("near_one", 0.5, 0.5, 2.0, 0.999), ("ends", -4.0, 2.5, 1.5, 3.0),
            ("cancels", 49.9866, 51.6643, -32.5387, -0.709353), ("cancels", 60.5, -35.25, -58.75, 0.8)] +
+          [("overflows", 182.41370875569976, 179.13099482373974, -177.37945290927652, -0.7887432091980489),
+           ("ends_far", -157.0, 68.08710545585797, -4.105314747692361, 0.91786), ("ends_far", -150.0, 85.69184491589445, 79.14459602929475, 1.39825)] +
+          drawn("wide", 2, 20, ((-200, 200), (-200, 200), (-200, 200), (-0.95, 0.95)), mp.hyp2f1) +
           [("pole", 1.0, 2.0, -1.0, 0.5)], base=4,
           slack=lambda a, v: mp.mpf("2e-17") / (1 - min(abs(a[3]), mp.mpf("0.9999"))))
     whole = lambda b: b == int(b) and b != 1
-    write("math_hypergeometricU", lambda a, b, x: NAN if whole(b) or (x < 0 and a != -2) else mp.hyperu(a, b, x),
+    write("math_hypergeometricU", lambda a, b, x: NAN if whole(b) or (x < 0 and a != -2) else tricomi(a, b, x),
           [("ordinary", a, b, x) for a, b in ((0.5, 1.5), (2.25, 0.75), (3.0, -1.4), (0.7, 4.3), (-1.6, 0.4), (-2.0, 2.5))
            for x in (0.01, 0.049, 0.051, 0.6, 3.0, 19.0, 21.0, 150.0)] +
           [("order_one", a, 1.0, x) for a in (0.5, 2.0) for x in (1e-6, 0.04, 0.06, 2.0, 30.0)] +
           [("near_whole", 0.75, b, x) for b in (2.001, 1.9999999, 1.00001) for x in (0.3, 2.0, 12.0)] +
           [("large", 40.5, 3.25, 2.0), ("large", -30.5, 0.75, 5.0), ("large", 200.25, 0.5, 30.0),
            ("down", -8.8356, 20.7078, 4.39539), ("down", 1.3841, 42.3573, 11.9448), ("down", -39.97, -40.36, 11.94),
-           ("long", 45.8564, -50.3302, 0.19034)] +
+           ("long", 45.8564, -50.3302, 0.19034), ("long", 136.556, -30.247, 0.05049), ("long", -13.44, -117.59, 0.0217),
+           ("turned", 1.3, 75.5, 0.5), ("turned", 5.5, 150.3, 10.0), ("turned", -100.3, -50.1, 2.0),
+           ("near_whole", -26.013691836836344, 37.99999965218296, 0.4642359996974317), ("near_whole", 12.2, -88.999995, 0.036)] +
+          drawn("wide", 3, 60, ((-150, 150), (-170, 170), (0.01, 50)), tricomi) +
+          [("near_whole", a, round(b) + d, x) for (_, a, b, x), d in zip(drawn("", 4, 15, ((-150, 150), (-170, 170), (0.01, 20)), tricomi),
+                                                                         (1e-3, -1e-5, 1e-7, -1e-9, 1e-11) * 3)] +
           [("whole", 1.5, 2.0, 3.0), ("whole", 1.5, 0.0, 3.0), ("left", 0.5, 1.5, -1.0), ("left", -2.0, 2.5, -1.5)] +
           [("zero", 0.5, 0.25, 0.0)], base=8, slack=relative(CLOSE))
     grid = [("ordinary", k, m, x) for k, m in ((0.3, 0.7), (-1.25, 0.2), (2.5, 1.3), (0.0, 0.0)) for x in (0.02, 0.9, 6.0, 45.0)]
     far = [("far", 0.3, 0.7, x) for x in (199.0, 201.0, 1300.0)]
     write("math_whittakerM", mp.whitm, grid + far, base=8, slack=relative(CLOSE))
-    write("math_whittakerW", mp.whitw, grid + far + [("down", 19.1895, -9.8539, 4.39539)], base=8, slack=relative(CLOSE))
+    whittaker_w = lambda k, m, x: x ** (m + mp.mpf(1) / 2) * mp.exp(-x / 2) * tricomi(m + mp.mpf(1) / 2 - k, 2 * m + 1, x)
+    write("math_whittakerW", whittaker_w, grid + far + [("down", 19.1895, -9.8539, 4.39539)] +
+          drawn("wide", 5, 12, ((-80, 80), (-60, 60), (0.1, 50)), whittaker_w), base=8, slack=relative(CLOSE))
 
     def wright(a, b, x):
         return mp.nsum(lambda k: x ** int(k) * mp.rgamma(a * k + b) / mp.factorial(k), [0, mp.inf], method="d")
@@ -238,7 +279,8 @@ def integrals():
           real("near_root", 0.6165, 0.61650548562, 3.38418, 3.384180422551) + real("huge", 1e12, 1e20) + real("edge", 0.0, -1.0),
           base=8, slack=lambda a, v: 4 * EPS * min(1 / max(1, a[0]), abs(v) * 100 if a[0] < 6 else 1),
           exact=lambda a: a[0] > 1e4 or abs(mp.ci(a[0])) < 1e-4)
-    write("math_sinhIntegral", mp.shi, real("ordinary", 0.5, -2.0, 8.0, 60.0, -700.0) + real("tiny", 1e-300) + around(0.01), base=8)
+    write("math_sinhIntegral", lambda x: mp.sign(x) * INF if abs(x) > 739 else mp.shi(x),
+          real("ordinary", 0.5, -2.0, 8.0, 60.0, -700.0) + real("beyond", -740.0, -800.0, 740.0) + real("tiny", 1e-300) + around(0.01), base=8)
     write("math_coshIntegral", lambda x: NAN if x < 0 else -INF if x == 0 else mp.chi(x),
           real("ordinary", 0.1, 2.0, 8.0, 60.0, 700.0) + real("tiny", 1e-300) + around(0.01) + real("near_root", 0.5238, 0.52382257) +
           real("edge", 0.0, -1.0), base=8, slack=lambda a, v: 4 * EPS)
@@ -275,7 +317,7 @@ def polynomials():
     def by_recurrence(first, second):
         """first(x) = p_1, p_k = second(k, x, p_(k-1), p_(k-2)), with the digits that an order of 20000 may lose."""
         def g(n, x):
-            with mp.workdps(400):
+            with mp.workdps(400 if n < 100000 else 30):
                 before, value = mp.mpf(1), first(x)
                 if n == 0:
                     return before
@@ -284,7 +326,8 @@ def polynomials():
                 return +value
         return g
     legendre = by_recurrence(lambda x: x, lambda k, x, p, q: ((2 * k - 1) * x * p - (k - 1) * q) / k)
-    laguerre = by_recurrence(lambda x: 1 - x, lambda k, x, p, q: ((2 * k - 1 - x) * p - (k - 1) * q) / k)
+    short_laguerre = by_recurrence(lambda x: 1 - x, lambda k, x, p, q: ((2 * k - 1 - x) * p - (k - 1) * q) / k)
+    laguerre = lambda n, x: short_laguerre(n, x) if n < 100000 else mp.hyp1f1(-n, 1, x)
     hermite = by_recurrence(lambda x: 2 * x, lambda k, x, p, q: 2 * x * p - 2 * (k - 1) * q)
     orders = (1, 2, 3, 8, 31)
     grid = [("ordinary", n, x) for n in orders for x in (0.3, -0.7, 1.0, -1.0, 2.5, -3.0, 1e-200)]
@@ -297,13 +340,15 @@ def polynomials():
           base=16, conditioned=False, slack=noise)
     # The recurrence's errors are those of exp(x/2) size.
     write("math_polyLaguerre", nan_below(laguerre), [("zero", 0, 0.4)] + grid + below +
-          [("large", 31, 40.0), ("large", 5, 1e5)], base=16, conditioned=False,
-          slack=lambda a, v: 16 * (a[0] + 1) * EPS * max(min(mp.exp(max(a[1], 0) / 2), laguerre(a[0], -abs(a[1]))), abs(v)) if a[0] > 0 else 0)
+          [("large", 31, 40.0), ("large", 5, 1e5)] +
+          [("huge", n, x) for n in (20000001, 2147483647) for x in (-1e-9, -1e-6, -2e-5, 1e-7, 1e-3)], base=16, conditioned=False,
+          slack=lambda a, v: 8 * EPS * mp.sqrt(a[0] * abs(a[1])) * max(abs(v), mp.mpf("0.01")) if a[0] > 100000 else 16 * (a[0] + 1) * EPS * max(min(mp.exp(max(a[1], 0) / 2), laguerre(a[0], -abs(a[1]))), abs(v)) if a[0] > 0 else 0)
     # Inside the zeros the envelope is exp(x^2/2) sqrt(2^n n!), and near 0 for odd orders x times that.
     size = lambda n, x: max(abs(hermite(n, x)), min(mp.exp(x * x / 2) * mp.sqrt(mp.mpf(2) ** n * mp.factorial(n)) *
                                                     min(1, 2 * n * abs(x)), abs(hermite(n, mp.mpc(0, x))))) * (n + 1)
     write("math_polyHermite", nan_below(hermite), [("zero", 0, 0.4)] + grid + below + [("high", 149, 1.1), ("high", 151, 1.1),
-          ("large", 30, 1e4)], base=16, conditioned=False, slack=lambda a, v: 2 * EPS * size(*a))
+          ("large", 30, 1e4)] + [("huge", n, x) for n, x in ((1000001, 0.01), (1000002, -1234.5), (1000003, 1400.1), (1000001, -1414.2))],
+          base=16, conditioned=False, slack=lambda a, v: 0 if a[0] > 100000 else 2 * EPS * size(*a))
     write("math_polyByBernoulli", nan_below(lambda n, x: mp.bernpoly(int(n), x)),
           [("ordinary", n, x) for n in range(0, 9) for x in (0.25, -0.7, 1.5, 4.0)] + [("high", 30, 12.5), ("high", 20, 0.3)] +
           below, base=16, conditioned=False,
