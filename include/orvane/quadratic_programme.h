@@ -32,7 +32,7 @@
 enum {
   ORVANE_QUADRATIC_SOLVED = 1,
   ORVANE_QUADRATIC_NO_OBJECTIVE = 5,
-  ORVANE_QUADRATIC_REFUSED = 6,    /**< not convex, or input that is out of range or not finite */
+  ORVANE_QUADRATIC_REFUSED = 6,     /**< not convex, or input that is out of range or not finite */
   ORVANE_QUADRATIC_NO_SOLUTION = 7, /**< infeasible or unbounded */
   ORVANE_QUADRATIC_NO_INTEGER = 8
 };

@@ -16,8 +16,8 @@
 
 namespace Solver {
 
-/// The frame of a run, which every population solver shares: the population, the box, evaluation and stop, the end test,
-/// the anchor for a stalled run, history and log. Every solver minimises.
+/// The frame of a run, which every population solver shares: the population, the box, evaluation and stop, the end
+/// test, the anchor for a stalled run, history and log. Every solver minimises.
 ///
 /// One thread runs it. Other threads may call stop() and getCurrentInfo() and read `running`; the rest may be touched
 /// only while `running`, read with acquire order, is 0. A run that is refused (no box, no objective, too few
@@ -46,9 +46,7 @@ class BaseSolver {
   bool prepareBox();  ///< tests what a run needs and puts swapped bounds right
   void evaluateAll();
   /// The objective at x. Once a stop is asked it is not called any more: infinity, which improves on nothing.
-  double evaluate(const std::vector<double>& x) {
-    return stopped() ? kInfinity : objective->calcValue(x);
-  }
+  double evaluate(const std::vector<double>& x) { return stopped() ? kInfinity : objective->calcValue(x); }
   void pickBest();
   Candidate lowest() const;  ///< candidate of lowest bestValue, the first on equal values; null without a population
   bool continueTest();
