@@ -26,14 +26,15 @@ Vector draws(std::mt19937& rng, double lo, double hi) {
   return out;
 }
 
-void searchTerms(benchmark::State& state, Data data, double errorLimit, double fitLimit, int32_t maxTerms,
-                 uint8_t kind, uint8_t transform, int32_t drawn) {
+void searchTerms(benchmark::State& state, Data data, double errorLimit, double fitLimit, int32_t maxTerms, uint8_t kind,
+                 uint8_t transform, int32_t drawn) {
   std::mt19937 rng(1);
   std::vector<Vector> terms;
   for (int32_t i = 0; i < kTerms; ++i) terms.push_back(draws(rng, 0.5, 2.0));
   Vector y = draws(rng, 0.5, 2.0);
   if (data == kLaw)
-    for (std::size_t i = 0; i < y.size(); ++i) y[i] = terms[3][i] * terms[5][i] + terms[9][i] / terms[7][i] + 0.1 * y[i];
+    for (std::size_t i = 0; i < y.size(); ++i)
+      y[i] = terms[3][i] * terms[5][i] + terms[9][i] / terms[7][i] + 0.1 * y[i];
   int64_t judged = 0;
   for (auto _ : state) {
     ExpressSearch* es = api_ES_Create();
