@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Laws that a search has to find again from samples, as a user would go about it: a few base functions, their powers and
-// products, budgets from small to large until a fit is exact. A law counts as found when it also holds on new points.
+// Laws that a search has to find again from samples, as a user would go about it: a few base functions, their powers
+// and products, budgets from small to large until a fit is exact. A law counts as found when it also holds on new
+// points.
 #include "expresssearch/host.h"
 
 namespace {
@@ -15,7 +16,9 @@ Vector evaluate(const std::string& text, const std::vector<Vector>& inputs) {
       } else if (std::isdigit(token[0])) {
         stack.push_back(std::stod(token));
       } else if (token.size() > 1) {
-        stack.back() = token == "sin" ? std::sin(stack.back()) : token == "cos" ? std::cos(stack.back()) : std::log(stack.back());
+        stack.back() = token == "sin"   ? std::sin(stack.back())
+                       : token == "cos" ? std::cos(stack.back())
+                                        : std::log(stack.back());
       } else {
         const double b = stack.back();
         stack.pop_back();

@@ -64,7 +64,7 @@ TEST(Oracle, RanksAsAPlainEnumeration) {
     Search search = one.data.columns.empty() ? Search(one.data.terms, one.data.y) : Search(one.data.columns);
     search.limits(one.limit);
     api_ES_SetSolverParam(search.es, 2000, 50, 1e-10, 1e-14);
-    api_ES_SetBirdParam(search.es, 16, 1, 1);
+    api_ES_SetBirdParam(search.es, 16, 0, 0);
     search.run(one.maxTerms, static_cast<uint8_t>(one.kind), static_cast<uint8_t>(one.transform));
     EXPECT_TRUE(one.judged < 0 || search.judged() == static_cast<uint32_t>(one.judged)) << search.judged();
     ASSERT_TRUE(search.any());
