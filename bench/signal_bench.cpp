@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Fourier transforms beside FFTW: `FFTW` makes its plan in every call, as data_FFT does, `FFTW planned` has it ready; both
-// plan by estimate. Filters and sliding windows by size and width alone; bench/signal_peers.py has their peers.
+// Fourier transforms beside FFTW: `FFTW` makes its plan in every call, as data_FFT does, `FFTW planned` has it ready;
+// both plan by estimate. Filters and sliding windows by size and width alone; bench/signal_peers.py has their peers.
 #include <benchmark/benchmark.h>
 #include <orvane/orvane.h>
 #ifdef ORVANE_BENCH_FFTW

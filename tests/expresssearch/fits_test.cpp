@@ -74,7 +74,8 @@ TEST(Surfaces, QuadricsHoldTheirPoints) {
               {"axes", ellipsoid({3, 1, -1}, {1, 2, 3}, 0), 7},
               {"turned", ellipsoid({3, 1, -1}, {1, 2, 3}, 0.7), 10},
               {"plane", ellipsoid({0, 0, 0}, {2, 2, 2}, 0), 4}};
-  for (std::size_t i = 0; i < 120; ++i) rows[3].columns[2][i] = 1 + 2 * rows[3].columns[0][i] - 3 * rows[3].columns[1][i];
+  for (std::size_t i = 0; i < 120; ++i)
+    rows[3].columns[2][i] = 1 + 2 * rows[3].columns[0][i] - 3 * rows[3].columns[1][i];
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     Search search(row.columns);
@@ -105,12 +106,14 @@ TEST(Surfaces, PowersHoldTheirPointsAndPredictNewOnes) {
     int32_t maxTerms;
     double (*z)(double x, double y);
     bool pair;  ///< of x and z only
-  } rows[] = {{"sphere", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return std::sqrt(9 - a * a - b * b); }, false},
-              {"ellipsoid", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return std::sqrt(9 - a * a / 2 - b * b / 3); }, false},
-              {"plane", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return 1 + 2 * a + 3 * b; }, false},
-              {"powers", ES_KIND_POWER_SURFACE, 5, [](double a, double) { return std::pow(2 + std::pow(a, 1.5), 0.4); }, true},
-              {"pair", ES_KIND_PAIR_SURFACE, 8, [](double a, double) { return 1 / (1 + a * a); }, true},
-              {"pairs", ES_KIND_PAIR_SURFACE, 16, [](double a, double b) { return a * b * b + 2; }, false}};
+  } rows[] = {
+      {"sphere", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return std::sqrt(9 - a * a - b * b); }, false},
+      {"ellipsoid", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return std::sqrt(9 - a * a / 2 - b * b / 3); },
+       false},
+      {"plane", ES_KIND_POWER_SURFACE, 7, [](double a, double b) { return 1 + 2 * a + 3 * b; }, false},
+      {"powers", ES_KIND_POWER_SURFACE, 5, [](double a, double) { return std::pow(2 + std::pow(a, 1.5), 0.4); }, true},
+      {"pair", ES_KIND_PAIR_SURFACE, 8, [](double a, double) { return 1 / (1 + a * a); }, true},
+      {"pairs", ES_KIND_PAIR_SURFACE, 16, [](double a, double b) { return a * b * b + 2; }, false}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     std::vector<Vector> columns = row.pair ? std::vector<Vector>{x, x} : std::vector<Vector>{x, y, x};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Laws that a search has to find again from samples, as a user would go about it: a few base functions, their powers and
-// products, budgets from small to large until a fit is exact. A law counts as found when it also holds on new points.
+// Laws that a search has to find again from samples, as a user would go about it: a few base functions, their powers
+// and products, budgets from small to large until a fit is exact. A law counts as found when it also holds on new
+// points.
 #include <functional>
 #include <numbers>
 #include <string>
@@ -38,7 +39,8 @@ std::vector<Law> nguyen() {
     };
   };
   const Function sinX = [](Point v) { return std::sin(v[0]); }, cosX = [](Point v) { return std::cos(v[0]); };
-  const Function sinX2 = [](Point v) { return std::sin(v[0] * v[0]); }, cosX2 = [](Point v) { return std::cos(v[0] * v[0]); };
+  const Function sinX2 = [](Point v) { return std::sin(v[0] * v[0]); },
+                 cosX2 = [](Point v) { return std::cos(v[0] * v[0]); };
   const Function sinY = [](Point v) { return std::sin(v[1]); }, cosY = [](Point v) { return std::cos(v[1]); };
   const Function sinY2 = [](Point v) { return std::sin(v[1] * v[1]); };
   return {
@@ -46,17 +48,62 @@ std::vector<Law> nguyen() {
       {"Nguyen-2", 1, -1, 1, polynomial(4), {}, 6, 0},
       {"Nguyen-3", 1, -1, 1, polynomial(5), {}, 6, 0},
       {"Nguyen-4", 1, -1, 1, polynomial(6), {}, 6, 0},
-      {"Nguyen-5", 1, -1, 1, [](Point v) { return std::sin(v[0] * v[0]) * std::cos(v[0]) - 1; },
-       {input(0), sinX, cosX, sinX2, cosX2}, 2, 0},
-      {"Nguyen-6", 1, -1, 1, [](Point v) { return std::sin(v[0]) + std::sin(v[0] + v[0] * v[0]); },
-       {input(0), sinX, cosX, sinX2, cosX2}, 2, 0},
-      {"Nguyen-7", 1, 0, 2, [](Point v) { return std::log(v[0] + 1) + std::log(v[0] * v[0] + 1); },
-       {input(0), [](Point v) { return std::log(v[0] + 1); }, [](Point v) { return std::log(v[0] * v[0] + 1); }}, 3, 0},
-      {"Nguyen-9", 2, 0, 1, [](Point v) { return std::sin(v[0]) + std::sin(v[1] * v[1]); }, {sinX, cosX, sinY, sinY2}, 2, 0},
-      {"Nguyen-10", 2, 0, 1, [](Point v) { return 2 * std::sin(v[0]) * std::cos(v[1]); }, {sinX, cosX, sinY, cosY}, 3, 0},
-      {"Nguyen-11", 2, 0, 1, [](Point v) { return std::pow(v[0], v[1]); },
-       {input(0), input(1), [](Point v) { return std::pow(v[0], v[1]); }, [](Point v) { return std::pow(v[1], v[0]); }}, 3, 0},
-      {"Nguyen-12", 2, 0, 1, [](Point v) { return std::pow(v[0], 4) - std::pow(v[0], 3) + v[1] * v[1] / 2 - v[1]; }, {}, 4, 0},
+      {"Nguyen-5",
+       1,
+       -1,
+       1,
+       [](Point v) { return std::sin(v[0] * v[0]) * std::cos(v[0]) - 1; },
+       {input(0), sinX, cosX, sinX2, cosX2},
+       2,
+       0},
+      {"Nguyen-6",
+       1,
+       -1,
+       1,
+       [](Point v) { return std::sin(v[0]) + std::sin(v[0] + v[0] * v[0]); },
+       {input(0), sinX, cosX, sinX2, cosX2},
+       2,
+       0},
+      {"Nguyen-7",
+       1,
+       0,
+       2,
+       [](Point v) { return std::log(v[0] + 1) + std::log(v[0] * v[0] + 1); },
+       {input(0), [](Point v) { return std::log(v[0] + 1); }, [](Point v) { return std::log(v[0] * v[0] + 1); }},
+       3,
+       0},
+      {"Nguyen-9",
+       2,
+       0,
+       1,
+       [](Point v) { return std::sin(v[0]) + std::sin(v[1] * v[1]); },
+       {sinX, cosX, sinY, sinY2},
+       2,
+       0},
+      {"Nguyen-10",
+       2,
+       0,
+       1,
+       [](Point v) { return 2 * std::sin(v[0]) * std::cos(v[1]); },
+       {sinX, cosX, sinY, cosY},
+       3,
+       0},
+      {"Nguyen-11",
+       2,
+       0,
+       1,
+       [](Point v) { return std::pow(v[0], v[1]); },
+       {input(0), input(1), [](Point v) { return std::pow(v[0], v[1]); }, [](Point v) { return std::pow(v[1], v[0]); }},
+       3,
+       0},
+      {"Nguyen-12",
+       2,
+       0,
+       1,
+       [](Point v) { return std::pow(v[0], 4) - std::pow(v[0], 3) + v[1] * v[1] / 2 - v[1]; },
+       {},
+       4,
+       0},
   };
 }
 
@@ -76,14 +123,17 @@ std::vector<Law> feynman() {
   add("I.18.4", 4, [](Point v) { return (v[0] * v[2] + v[1] * v[3]) / (v[0] + v[1]); });
   add("I.27.6", 3, [](Point v) { return 1 / (1 / v[0] + v[2] / v[1]); });
   add("I.34.10", 3, [](Point v) { return v[0] / (1 - v[1] / (3 * v[2] + 10)); });
-  add("I.39.11", 3, [](Point v) { return v[1] * v[2] / (v[0] - 1); }, 2, 5);
+  add(
+      "I.39.11", 3, [](Point v) { return v[1] * v[2] / (v[0] - 1); }, 2, 5);
   add("I.43.31", 3, [](Point v) { return v[0] * v[1] * v[2]; });
-  add("I.43.43", 4, [](Point v) { return v[1] * v[3] / ((v[0] - 1) * v[2]); }, 2, 5);
+  add(
+      "I.43.43", 4, [](Point v) { return v[1] * v[3] / ((v[0] - 1) * v[2]); }, 2, 5);
   add("II.3.24", 2, [](Point v) { return v[0] / (4 * kPi * v[1] * v[1]); });
   add("II.4.23", 3, [](Point v) { return v[0] / (4 * kPi * v[1] * v[2]); });
   add("II.8.31", 2, [](Point v) { return v[0] * v[1] * v[1] / 2; });
   add("II.10.9", 3, [](Point v) { return v[0] / v[1] / (1 + v[2]); });
-  add("II.11.28", 2, [](Point v) { return 1 + v[0] * v[1] / (1 - v[0] * v[1] / 3); }, 0.1, 1);
+  add(
+      "II.11.28", 2, [](Point v) { return 1 + v[0] * v[1] / (1 - v[0] * v[1] / 3); }, 0.1, 1);
   add("II.27.18", 2, [](Point v) { return v[0] * v[1] * v[1]; });
   add("II.34.2a", 3, [](Point v) { return v[0] * v[1] / (2 * kPi * v[2]); });
   add("II.34.2", 3, [](Point v) { return v[0] * v[1] * v[2] / 2; });
@@ -133,7 +183,8 @@ TEST_P(Laws, AreFoundAndHoldOnNewPoints) {
 
 std::string nameOf(const testing::TestParamInfo<Law>& info) {
   std::string name = info.param.name;
-  std::replace_if(name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
+  std::replace_if(
+      name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
   return name;
 }
 INSTANTIATE_TEST_SUITE_P(Nguyen, Laws, testing::ValuesIn(nguyen()), nameOf);
