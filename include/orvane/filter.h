@@ -238,8 +238,8 @@ ORVANE_API void fir_lineSolverClear(FirFilter* filter);
 ORVANE_API double fir_solveByLineFIRSolver(FirFilter* filter, uint8_t method);
 
 /**
- * New objective: a low-pass with the defaults above, no coefficients, an empty grid, weight 1. What is asked of it is set
- * by fir_setType and the frequency setters.
+ * New objective: a low-pass with the defaults above, no coefficients, an empty grid, weight 1. What is asked of it is
+ * set by fir_setType and the frequency setters.
  *
  * @return handle, released by api_FreeHandle
  */

@@ -20,7 +20,7 @@ class SmallFourier final : public FourierPlan {
   explicit SmallFourier(std::size_t n) : transform(n) {}
 
   void run(ConstSplit in, Split out) const override {
-    Scratch work(transform.size());
+    Scratch work(transform.size(), 1);
     transform.run(in, out, work.split(), 1);
   }
   std::size_t tableSize() const override { return transform.tableSize(); }

@@ -61,11 +61,15 @@ void LargeFourier::columnBlock(ConstSplit in, Split middle, Split a, Split b, st
 /// Rows first.. of middle: transform; output k of row r is X[r + rows k].
 void LargeFourier::rowBlock(Split middle, Split out, Split a, Split b, std::size_t first) const {
   const std::size_t lanes = std::min(kLanes, rows - first);
-  for (std::size_t c = 0; c < columns; ++c)
-    for (std::size_t q = 0; q < lanes; ++q) {
-      a.re[c * lanes + q] = middle.re[(first + q) * columns + c];
-      a.im[c * lanes + q] = middle.im[(first + q) * columns + c];
-    }
+  // By tiles: the rows lie a power of two apart as a rule, and more of them at once than the cache has ways for.
+  for (std::size_t start = 0; start < columns; start += kLanes) {
+    const std::size_t end = std::min(start + kLanes, columns);
+    for (std::size_t q = 0; q < lanes; ++q)
+      for (std::size_t c = start; c < end; ++c) {
+        a.re[c * lanes + q] = middle.re[(first + q) * columns + c];
+        a.im[c * lanes + q] = middle.im[(first + q) * columns + c];
+      }
+  }
   along.run(a, a, b, lanes);
   for (std::size_t k = 0; k < columns; ++k) {
     std::copy_n(a.re + k * lanes, lanes, out.re + k * rows + first);
@@ -75,7 +79,7 @@ void LargeFourier::rowBlock(Split middle, Split out, Split a, Split b, std::size
 
 void LargeFourier::run(ConstSplit in, Split out) const {
   const std::size_t longer = std::max(rows, columns) * kLanes;
-  Scratch room(rows * columns), from(longer), to(longer);
+  Scratch room(rows * columns), from(longer, 1), to(longer, 2);
   const Split middle = room.split(), a = from.split(), b = to.split();
   for (std::size_t first = 0; first < columns; first += kLanes) columnBlock(in, middle, a, b, first);
   for (std::size_t first = 0; first < rows; first += kLanes) rowBlock(middle, out, a, b, first);

@@ -8,15 +8,19 @@
 
 namespace Filter {
 
-/// Room for n complex numbers, not initialised.
+/// Room for n complex numbers, not initialised. Both parts and a neighbour of another skew lie apart by no power of
+/// two: equal low bits of their addresses would make them fight for the same places in the cache.
 class Scratch {
  public:
-  explicit Scratch(std::size_t count) : n(count), values(std::make_unique_for_overwrite<double[]>(2 * count)) {}
+  explicit Scratch(std::size_t count, std::size_t skew = 0)
+      : n(count), start(2 * kApart * skew), values(std::make_unique_for_overwrite<double[]>(2 * n + start + kApart)) {}
 
-  Split split() { return {values.get(), values.get() + n}; }
+  Split split() { return {values.get() + start, values.get() + start + n + kApart}; }
 
  private:
-  std::size_t n;
+  static constexpr std::size_t kApart = 40;
+
+  std::size_t n, start;
   std::unique_ptr<double[]> values;
 };
 

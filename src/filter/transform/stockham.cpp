@@ -134,12 +134,15 @@ void anyPass(const Work& w, std::size_t radix, const double* cosine, const doubl
   });
 }
 
-/// Eights and fours first, as their passes fill registers best; large primes last, where the stride is widest.
+/// Fours first, as their passes fill registers best; large primes last, where the stride is widest.
 std::vector<std::size_t> radicesOf(std::size_t n) {
   std::vector<std::size_t> radices;
   std::size_t twos = 0;
   for (; n % 2 == 0; n /= 2) ++twos;
-  for (; twos >= 3 && twos != 4; twos -= 3) radices.push_back(8);
+  if (twos % 2 == 1 && twos > 1) {
+    radices.push_back(8);
+    twos -= 3;
+  }
   for (; twos >= 2; twos -= 2) radices.push_back(4);
   if (twos == 1) radices.push_back(2);
   for (std::size_t p = 3; n > 1; p += 2)
