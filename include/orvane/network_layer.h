@@ -51,8 +51,8 @@ typedef struct NetLayer NetLayer;
  * - ROTATION3D x: the inverse rotation of g; a: Rodrigues' formula, also at a = 0
  * - ZOOM x: the weights of the four cells; a factor z: the slope between the cells times -(i - (n-1)/2)/z^2, with i the
  *   row or column of n, and 0 where the border is repeated
- * - POOL_MAX, POOL_MIN, POOL_MEDIAN, POOL_STOCHASTIC x: 1 for the cell taken. POOL_NORM2 x: x/(norm windowRow windowCol).
- *   POOL_VAR x: 2 (x - mean)/(windowRow windowCol)
+ * - POOL_MAX, POOL_MIN, POOL_MEDIAN, POOL_STOCHASTIC x: 1 for the cell taken. POOL_NORM2 x: x/(norm windowRow
+ * windowCol). POOL_VAR x: 2 (x - mean)/(windowRow windowCol)
  */
 enum {
   /* product */
