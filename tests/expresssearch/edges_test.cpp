@@ -124,7 +124,9 @@ TEST(Hostile, ValuesThatAreNotFiniteAreNoFit) {
     for (const uint8_t kind : {0, 1}) search.run(4, kind);
     const Found best = search.best();
     EXPECT_LT(best.error(), 20.0) << bad;
-    EXPECT_EQ(std::count(best.idx.begin(), best.idx.end(), 1), 0);
+    if (!std::isfinite(bad)) {  // a huge number has a tiny coefficient that serves
+      EXPECT_EQ(std::count(best.idx.begin(), best.idx.end(), 1), 0) << bad;
+    }
     Search all({terms[1]}, terms[1]);
     for (const uint8_t transform : {0, 1, 2, 3, 4, 100, 101, 102}) all.run(2, 0, transform);
     for (const uint8_t kind : {16, 60, 61, 62})
