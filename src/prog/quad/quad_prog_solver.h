@@ -55,6 +55,7 @@ class QuadProgSolver final : public BaseData {
   BoxedProblem boxed() const;
   /// Whether a relaxation's point needs no branching.
   bool acceptable(const BoxedProblem& problem, std::span<const double> x) const;
+  bool tightenWholeRows(BoxedProblem& problem) const;
   bool keepsRows(const BoxedProblem& problem, std::span<const double> x) const;
   double evaluate(std::span<const double> x) const;
   ResType_E solveIntProg(BoxedProblem& problem, std::vector<double>& x) const;
