@@ -104,7 +104,7 @@ ORVANE_API bool mesh2D_loadNode(const char* path, int32_t skipLines, int32_t cou
 ORVANE_API bool mesh2D_loadElement(const char* path, int32_t skipLines, int32_t count, int32_t nodesPerElement);
 
 /** Saves the nodes: "NodeSize: " with their number, then a line a node in ascending order of id, with 18 digits. The
- * file is written beside the path and renamed when it is whole. @param path zero-terminated @return false when there
+ * file is written beside the path and renamed when it is complete. @param path zero-terminated @return false when there
  * are no nodes or the file cannot be written */
 ORVANE_API bool mesh2D_saveNode(const char* path);
 

@@ -149,7 +149,7 @@ ORVANE_API int32_t stock_getAllAttributeType(uint16_t* out, int32_t size);
 ORVANE_API const char* stock_getAttributeTypeStr(uint16_t type);
 
 /**
- * Saves stocks to a file. It is written beside the path and renamed when it is whole.
+ * Saves stocks to a file. It is written beside the path and renamed when it is complete.
  *
  * @param handles  [count] stocks, in any order
  * @param count    their number; 0 or less saves every stock of the store

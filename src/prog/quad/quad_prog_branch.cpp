@@ -60,7 +60,7 @@ bool QuadProgSolver::tightenWholeRows(BoxedProblem& problem) const {
   return moved;
 }
 
-// OSQP calls a point solved that breaks a row by a thousandth: a whole point next to a row is looked at again.
+// OSQP calls a point solved that breaks a row by a thousandth: an integer point next to a row is looked at again.
 bool QuadProgSolver::keepsRows(const BoxedProblem& problem, std::span<const double> x) const {
   std::vector<double> sums(problem.l.size(), 0.0);
   for (std::size_t col = 0; col < x.size(); ++col)
@@ -74,8 +74,8 @@ bool QuadProgSolver::keepsRows(const BoxedProblem& problem, std::span<const doub
   return true;
 }
 
-// The unknown to branch on: the first that is not whole or, where a whole point breaks a row, the first whose interval
-// is still wider than one number. The end of the list when there is nothing to branch.
+// The unknown to branch on: the first that is not an integer or, where an integer point breaks a row, the first whose
+// interval is still wider than one number. The end of the list when there is nothing to branch.
 std::vector<std::size_t>::const_iterator QuadProgSolver::branchAt(const BoxedProblem& problem, const WorkData_t& work,
                                                                   std::span<const double> x, bool whole) const {
   return std::ranges::find_if(work.whole, [&](std::size_t p) {

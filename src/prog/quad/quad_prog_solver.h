@@ -16,7 +16,7 @@
 namespace QuadProg {
 
 /// Minimises a quadratic expression over non-negative real, integer and 0-1 variables under linear constraints: OSQP
-/// for the relaxations, branch and bound for the whole numbers, the simplex for an expression without quadratic term.
+/// for the relaxations, branch and bound for the integers, the simplex for an expression without quadratic term.
 class QuadProgSolver final : public BaseData {
  public:
   QuadProgSolver() { typeCode = 61; }
