@@ -63,6 +63,18 @@ char delimiterOf(const std::string& text) {
   throw Complaint("--delimiter: \"" + text + "\" is none of auto, comma, semicolon, tab");
 }
 
+// A mark inside numbers by its name or as it stands.
+char markOf(const std::string& option, const std::string& text) {
+  const std::string name = lower(text);
+  if (name == "none") return 0;
+  if (name == "comma") return ',';
+  if (name == "point" || name == "dot") return '.';
+  if (name == "space") return ' ';
+  if (name == "apostrophe") return '\'';
+  if (text.size() == 1 && std::string_view(",. '_").find(text[0]) != std::string_view::npos) return text[0];
+  throw Complaint(option + ": \"" + text + "\" is none of point, comma, space, apostrophe, none");
+}
+
 Header headerOf(const std::string& text) {
   const std::string name = lower(text);
   if (name == "auto") return Header::automatic;
@@ -120,6 +132,9 @@ const char* usage() {
          "\n"
          "  -c, --column NAME|N     column by its name or its number from 1 (default: 1)\n"
          "  -d, --delimiter D       auto, comma, semicolon or tab (default: auto)\n"
+         "      --decimal MARK      point or comma (default: point)\n"
+         "      --thousands MARK    between groups of three digits: none, comma, point, space or apostrophe (default:\n"
+         "                          none)\n"
          "      --header H          auto, yes or no (default: auto, a first cell that is no number is a header)\n"
          "  -f, --fit LIST          all (342), plain (57) or names with commas between them (default: plain)\n"
          "  -s, --solvers LIST      numbers 0 to 10 or names with commas between them: auto, lg, lg2, gto, run, sc0,\n"
@@ -174,6 +189,10 @@ Options readOptions(int argc, char** argv) {
       options.column = value();
     else if (is("-d", "--delimiter"))
       options.delimiter = delimiterOf(value());
+    else if (option == "--decimal")
+      options.numbers.decimal = markOf(option, value());
+    else if (option == "--thousands")
+      options.numbers.thousands = markOf(option, value());
     else if (option == "--header")
       options.header = headerOf(value());
     else if (is("-f", "--fit"))
@@ -198,6 +217,10 @@ Options readOptions(int argc, char** argv) {
       throw Complaint("unknown option " + option + " (--help shows the options)");
   }
   if (options.dataPath.empty()) throw Complaint("no file given (--help shows the options)");
+  if (options.numbers.decimal != '.' && options.numbers.decimal != ',')
+    throw Complaint("--decimal: only point and comma mark the fraction");
+  if (options.numbers.decimal == options.numbers.thousands)
+    throw Complaint("--decimal and --thousands name the same mark");
   if (options.reportPath.empty()) throw Complaint("--report needs a file name");
   options.funs = funsOf(fit);
   options.solvers = solversOf(solvers);

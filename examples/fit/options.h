@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "csv_reader.h"
 #include "handles.h"
 
 enum class Header { automatic, present, absent };
@@ -16,6 +17,8 @@ struct Options {
   std::string column;  ///< name or number from 1; empty takes the first column
   char delimiter = 0;  ///< 0: found from the first line
   Header header = Header::automatic;
+  NumberForm numbers;
+  bool discrete = true;         ///< fit discrete laws, too
   std::vector<FunHandle> funs;  ///< distributions to fit
   std::vector<uint8_t> solvers;
   int32_t population = 30;

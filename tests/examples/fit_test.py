@@ -87,7 +87,10 @@ class Input(HostTest):
         self.refused('data.csv:3: column 2 is missing', self.file('a,b\n1,2\n2\n'), '--column', 'b')
         self.refused('data.csv:1: "x"', self.file('x\n1\n2\n'), '--header', 'no')
         self.refused('data.csv:3: a quote', self.file('a\n1\n"2\n'))
-        self.refused('data.csv:2: "3,5"', self.file('a;b\n3,5;1\n2,5;1\n'))
+        self.refused('data.csv:2: "3,5" is no finite number (column "a"); --decimal comma', self.file('a;b\n3,5;1\n2,5;1\n'))
+        self.refused('data.csv:3: "12,34"', self.file('"1,234"\n1\n"12,34"\n'), '--thousands', 'comma')
+        self.refused('data.csv:2: holds a zero byte', self.file('a\n1\0\n'))
+        self.refused('data.csv: is compressed (gzip)', self.file(b'\x1f\x8b\x08'))
 
     def test_too_few_values(self):
         self.refused('data.csv:2: column "v" has one value only, 7.5', self.file('v\n7.5\n'))
@@ -125,7 +128,7 @@ class Input(HostTest):
 
 class Ranking(HostTest):
     def test_formats_give_the_same_fit(self):
-        """A sample told in six ways: by one and the same column the Normal fit finds one centre."""
+        """A sample told in eight ways: by one and the same column the Normal fit finds one centre."""
         values = [f'{v / 8}' for v in (31, 40, 44, 47, 50, 52, 55, 60, 66, 79)]
         plain = '\n'.join(values)
         ways = [
@@ -135,6 +138,9 @@ class Ranking(HostTest):
             ('1\t' + '\n2\t'.join(values), ['--column', '2', '--header', 'no']),
             ('a,b\n' + '\n'.join(f'"Paris, Texas", +{v} ' for v in values), ['--column', '2', '--delimiter', 'comma']),
             ('100\n' + plain, ['--header', 'yes']),
+            (('\ufeff' + plain).encode('utf-16-le'), []),
+            ('v;w\n' + '\n'.join('000.00' + v.replace('.', ',') + ';1' for v in values),
+             ['--decimal', 'comma', '--thousands', 'point']),
         ]
         for text, options in ways:
             (name, error, params), = self.fitted(self.file(text), '--fit', 'Normal', *options)
