@@ -54,8 +54,13 @@ const char* compression(std::string_view bytes) {
     std::string_view bytes;
     const char* name;
   };
-  static constexpr Magic kMagics[] = {
-      {"\x1f\x8b", "gzip"}, {"PK\x03\x04", "zip"}, {"BZh", "bzip2"}, {"\xfd" "7zXZ", "xz"}, {"\x28\xb5\x2f\xfd", "zstd"}};
+  static constexpr Magic kMagics[] = {{"\x1f\x8b", "gzip"},
+                                      {"PK\x03\x04", "zip"},
+                                      {"BZh", "bzip2"},
+                                      {"\xfd"
+                                       "7zXZ",
+                                       "xz"},
+                                      {"\x28\xb5\x2f\xfd", "zstd"}};
   for (const Magic& magic : kMagics)
     if (bytes.starts_with(magic.bytes)) return magic.name;
   return nullptr;

@@ -19,9 +19,9 @@ std::optional<double> numberIn(std::string_view text, NumberForm form = {});
 /// A cell for a message: in quotes, at most 40 bytes, without control characters.
 std::string inQuotes(std::string_view text);
 
-/// Reads a text file line by line and knows where it is, for the messages. Takes UTF-8 and UTF-16 with a byte order mark,
-/// lines that end by LF or CR LF, cells in double quotes. Throws Complaint for a file that cannot be read, is compressed
-/// or holds a zero byte, and for a quote that is not closed.
+/// Reads a text file line by line and knows where it is, for the messages. Takes UTF-8 and UTF-16 with a byte order
+/// mark, lines that end by LF or CR LF, cells in double quotes. Throws Complaint for a file that cannot be read, is
+/// compressed or holds a zero byte, and for a quote that is not closed.
 class CsvReader {
  public:
   /// delimiter: 0 finds it from the first line, a tab before a semicolon before a comma.

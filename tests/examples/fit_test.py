@@ -30,7 +30,7 @@ def ranking(text):
     """[(name, error, {letter: value})] of the printed table, held against its own numbering."""
     rows = []
     for line in text.splitlines()[1:]:
-        if line.startswith('without a fit:'):
+        if line.startswith(('not settled:', 'without a fit:')):
             break
         found = RANK.match(line)
         if not found or int(found[1]) != len(rows) + 1:
