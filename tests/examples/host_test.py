@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""A page of an example host as a browser shows it."""
+"""What the tests of the example hosts share: a run of the host, its page as a browser shows it."""
 import csv
 import html.parser
 import math
@@ -72,6 +72,41 @@ def opened(test, path):
         test.assertEqual(table[0], ['series', 'x', 'y'])
         test.assertGreater(sum(all(map(math.isfinite, map(float, row[1:]))) for row in table[1:]), 0)
     return page
+
+
+class HostTest(unittest.TestCase):
+    """A class of tests of the program `host`, which writes its page to self.report."""
+    host = ''
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+        self.report = os.path.join(self.folder, 'report.html')
+
+    def file(self, text, name='data.csv'):
+        path = os.path.join(self.folder, name)
+        with open(path, 'w', encoding='utf-8', newline='') as out:
+            out.write(text)
+        return path
+
+    def run_host(self, *arguments):
+        return subprocess.run([self.host, '--report', self.report, *arguments], capture_output=True, text=True, timeout=300)
+
+    def lines(self, *arguments):
+        result = self.run_host(*arguments)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return result.stdout.splitlines()
+
+    def refused(self, cases):
+        """Each list of arguments ends in one line of words and no file."""
+        for expected, *arguments in cases:
+            before = sorted(os.listdir(self.folder))
+            result = self.run_host(*arguments)
+            self.assertEqual((result.returncode, result.stdout), (2, ''), arguments)
+            self.assertEqual(len(result.stderr.splitlines()), 1, result.stderr)
+            self.assertIn(expected, result.stderr)
+            self.assertEqual(sorted(os.listdir(self.folder)), before, 'a file was left behind')
 
 
 def run_tests():
