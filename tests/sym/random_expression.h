@@ -93,7 +93,8 @@ struct Plan {
 
 inline Plan randomPlan(Random& random, int depth) {
   constexpr double kPi = std::numbers::pi;
-  static const auto kNumbers = std::to_array({0.0, 1.0, -1.0, 2.0, -2.0, 3.0, 0.5, -0.5, 1.5, -3.0, 4.0, 0.3, -0.7, kPi / 2, kPi, -kPi / 2, 3 * kPi / 2});
+  static const auto kNumbers = std::to_array(
+      {0.0, 1.0, -1.0, 2.0, -2.0, 3.0, 0.5, -0.5, 1.5, -3.0, 4.0, 0.3, -0.7, kPi / 2, kPi, -kPi / 2, 3 * kPi / 2});
   if (depth == 0 || random.below(12) == 0) {
     if (random.below(4) == 0) return {Number, random.of(kNumbers)};
     return {Variable, 0, static_cast<std::size_t>(random.below(3))};

@@ -91,7 +91,8 @@ TEST(RandomExpression, DerivativesAreDifferences) {
     setPoint(point);
     const Formula f = plan.build();
     const Derivative first(f, "rx");
-    EXPECT_NEAR(first.value(), slope, 4 * error) << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
+    EXPECT_NEAR(first.value(), slope, 4 * error)
+        << textOf(f) << " at " << point[0] << " " << point[1] << " " << point[2];
     // The second derivative is that of the first.
     const double second = Derivative(f, "rx", 2).value(), h = 1e-4;
     double differences[2];
@@ -100,7 +101,8 @@ TEST(RandomExpression, DerivativesAreDifferences) {
       differences[side] = first.value();
     }
     const double expected = (differences[1] - differences[0]) / (2 * h);
-    EXPECT_NEAR(second, expected, 1e-4 * (1 + std::abs(expected) + std::abs(second))) << textOf(f) << " at " << point[0];
+    EXPECT_NEAR(second, expected, 1e-4 * (1 + std::abs(expected) + std::abs(second)))
+        << textOf(f) << " at " << point[0];
     sym_clearTempVar();
     ++compared;
   }
