@@ -353,6 +353,11 @@ TEST(Training, CodesOfInit) {
     api_SetTrainData(opt, one.data(), one.data(), rows, in, out);
   };
   EXPECT_EQ(api_SolveInit(opt), 11);
+  const Progress before(opt);
+  EXPECT_EQ(before.tests + before.byClass + before.tryIndex + before.steps, 0);
+  EXPECT_TRUE(before.last == 1e300 && before.best == 1e300 && !api_IsRun(opt));
+  api_setRegForVar(opt, nullptr, 1, 1);
+  api_setRegForLayer(opt, nullptr, 0.5);
   train(2, 2, 2);
   EXPECT_EQ(api_SolveInit(opt), 12);
   NetGraph* empty = host.own(api_CreateNetWork());
