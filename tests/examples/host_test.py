@@ -86,8 +86,8 @@ class HostTest(unittest.TestCase):
 
     def file(self, text, name='data.csv'):
         path = os.path.join(self.folder, name)
-        with open(path, 'w', encoding='utf-8', newline='') as out:
-            out.write(text)
+        with open(path, 'wb') as out:
+            out.write(text if isinstance(text, bytes) else text.encode())
         return path
 
     def run_host(self, *arguments):
