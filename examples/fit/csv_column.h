@@ -12,6 +12,5 @@ struct CsvColumn {
   std::vector<double> values;
 };
 
-/// Reads the column that the options name. A line may end by LF or CR LF, cells may stand in double quotes, empty lines
-/// are passed over. Throws Complaint, with file, line and value, for what is no finite number.
+/// Reads the column that the options name. Throws Complaint, with file, line and value, for what is no finite number.
 CsvColumn readColumn(const Options& options);

@@ -31,6 +31,9 @@ class SvgPlot {
   void steps(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style);
   void dots(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style);
 
+  /// A rectangle from (x1, y1) to (x2, y2).
+  void block(double x1, double y1, double x2, double y2, const std::string& style);
+
   /// The finished element.
   std::string svg() const;
 
