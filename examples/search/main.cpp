@@ -31,14 +31,14 @@ constexpr const char* kUsage =
     "  --study NAME     only this one of them\n"
     "  --kind KIND      rational, powers (free exponents) or peaks, for a FILE (rational)\n"
     "  --degree N       powers and products of the columns up to this degree, 1 to 6, for a FILE (3)\n"
-    "  --parameters N   parameters of a formula at most, 1 to 16, for a FILE (5; peaks: 1 and 3 for each peak)\n"
+    "  --parameters N   parameters of a formula at most, 1 to 16, for a FILE (5; powers 4; peaks 4, 1 and 3 for each)\n"
     "  --seconds S      a study ends after so long; 0 for never (0)\n"
     "  --help           this text\n";
 
 struct Options {
   std::string report = "out/search.html", data = "examples/data", study, file;
   uint8_t kind = ES_KIND_RATIONAL;
-  int degree = 3, parameters = 5;
+  int degree = 3, parameters = 0;  // 0: what the kind begins with
   double seconds = 0;
   bool help = false;
 };
@@ -115,10 +115,15 @@ void catchInterrupt() {
   sigaction(SIGTERM, &action, nullptr);
 }
 
+int parametersOf(const Options& options) {
+  if (options.parameters > 0) return options.parameters;
+  return options.kind == ES_KIND_RATIONAL ? 5 : 4;
+}
+
 int run(const Options& options) {
   const std::vector<Study> studies =
       options.file.empty() ? shippedStudies(options.data, options.study)
-                           : std::vector{ownStudy(options.file, options.kind, options.degree, options.parameters)};
+                           : std::vector{ownStudy(options.file, options.kind, options.degree, parametersOf(options))};
   checkPagePath(options.report, options.file);
   catchInterrupt();
   std::vector<Hunt> hunts;

@@ -127,8 +127,8 @@ std::string report(const std::vector<Study>& studies, const std::vector<Hunt>& h
                      "class=\"number\">Formulas tried</th><th>Found</th></tr></thead><tbody>\n";
   for (std::size_t i = 0; i < hunts.size(); ++i)
     html +=
-        "<tr><td><a href=\"#" + studies[i].id + "\">" + escaped(studies[i].title) + "</a></td><td class=\"number\">" +
-        std::to_string(hunts[i].candidates) + "</td><td>" +
+        "<tr><td>" + escaped(studies[i].title) + "</td><td class=\"number\">" + std::to_string(hunts[i].candidates) +
+        "</td><td>" +
         (hunts[i].front.empty() ? "-"
                                 : formula(latexFormula(studies[i], hunts[i].terms, hunts[i].front[hunts[i].chosen]))) +
         "</td></tr>\n";

@@ -163,7 +163,10 @@ Study ownStudy(const std::string& path, uint8_t kind, int degree, int most) {
   study.degree = degree;
   study.most = most;
   if (kind == ES_KIND_POWERS) study.degree = 1, study.least = 4, study.most = std::max(4, most);
-  if (kind == ES_KIND_PEAKS) study.least = study.most = std::max(4, most);
+  if (kind == ES_KIND_PEAKS) study.least = most;
+  if (kind == ES_KIND_PEAKS && most % 3 != 1)
+    throw Complaint("--parameters: " + std::to_string(most) +
+                    " parameters are no number of peaks, which is 1 and 3 for each");
   take(study, std::move(table));
   if (kind == ES_KIND_PEAKS && study.x.size() != 1) throw Complaint(path + ": peaks need two columns, x and y");
   if (kind == ES_KIND_POWERS)
