@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "complaint.h"
+#include "csv.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "csv_reader.h"
+#include "csv.h"
 #include "options.h"
 
 /// One column of a file.

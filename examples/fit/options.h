@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "csv_reader.h"
+#include "csv.h"
 #include "handles.h"
 
 enum class Header { automatic, present, absent };

@@ -139,7 +139,8 @@ Stack::Stack(const Options& options, std::mt19937& rng)
 std::vector<Curve> Stack::train(const Parts& parts, const Options& options, const Watcher& watcher) {
   std::vector<Trainer> trainers;
   trainers.reserve(models.size());
-  for (const Model& model : models) trainers.emplace_back(model.net.get(), kAdam, options, options.epochs, parts.train.count());
+  for (const Model& model : models)
+    trainers.emplace_back(model.net.get(), kAdam, options, options.epochs, parts.train.count());
   std::vector<Recorder> recorders;
   for (size_t i = 0; i < models.size(); ++i) {
     recorders.emplace_back(trainers[i], models[i].name, options.epochs);
@@ -208,7 +209,9 @@ std::vector<double> outputsOf(NetAction* action, const Digits& digits) {
   return outputs;
 }
 
-int answerOf(const double* outputs) { return static_cast<int>(std::max_element(outputs, outputs + kClasses) - outputs); }
+int answerOf(const double* outputs) {
+  return static_cast<int>(std::max_element(outputs, outputs + kClasses) - outputs);
+}
 
 double rateOf(const std::vector<double>& outputs, const Digits& digits) {
   int32_t right = 0;

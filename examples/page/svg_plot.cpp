@@ -167,6 +167,14 @@ void SvgPlot::dots(const std::vector<double>& xs, const std::vector<double>& ys,
           "circle", {{"class", "dots " + style}, {"cx", fixed(left(xs[i]))}, {"cy", fixed(top(ys[i]))}, {"r", "2.6"}});
 }
 
+void SvgPlot::block(double x1, double y1, double x2, double y2, const std::string& style) {
+  marks += element("rect", {{"class", "block " + style},
+                            {"x", fixed(left(x1))},
+                            {"y", fixed(top(y2))},
+                            {"width", fixed(left(x2) - left(x1))},
+                            {"height", fixed(top(y1) - top(y2))}});
+}
+
 std::string SvgPlot::svg() const {
   static int count = 0;
   const std::string clip = "area" + std::to_string(++count);

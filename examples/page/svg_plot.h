@@ -35,6 +35,9 @@ class SvgPlot {
   void dots(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style,
             const std::string& name = "");
 
+  /// A rectangle from (x1, y1) to (x2, y2).
+  void block(double x1, double y1, double x2, double y2, const std::string& style);
+
   /// The finished element and behind it the link to its data.
   std::string svg() const;
 

@@ -3,13 +3,12 @@
 
 #include <orvane/paths.h>
 
-#include <charconv>
 #include <cmath>
-#include <fstream>
 #include <numbers>
-#include <sstream>
+#include <optional>
 
 #include "complaint.h"
+#include "csv.h"
 #include "page.h"
 #include "svg_plot.h"
 
@@ -17,30 +16,22 @@ namespace {
 
 constexpr double kEarthRadius = 6371;  // kilometres, the mean
 
-double degrees(const std::string& text, double most, const std::string& where) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(std::abs(value) <= most))
-    throw Complaint(where + ": \"" + text + "\" is no angle within " + shortNumber(most) + " degrees");
-  return value;
+double degrees(const CsvReader& reader, const std::string& text, double most) {
+  const std::optional<double> value = numberIn(text);
+  if (!value || std::abs(*value) > most)
+    reader.complain(inQuotes(text) + " is no angle within " + shortNumber(most) + " degrees");
+  return *value;
 }
 
 }  // namespace
 
 std::vector<City> readCities(const std::string& path) {
-  std::ifstream file(path);
-  if (!file) throw Complaint(path + ": cannot be read");
+  CsvReader reader(path, ',');
   std::vector<City> cities;
-  int number = 0;
-  for (std::string line; std::getline(file, line);) {
-    const std::string where = path + ":" + std::to_string(++number);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || number == 1) continue;
-    std::istringstream cells(line);
-    std::string name, latitude, longitude;
-    if (!std::getline(cells, name, ',') || !std::getline(cells, latitude, ',') || !std::getline(cells, longitude, ','))
-      throw Complaint(where + ": needs a name, a latitude and a longitude");
-    cities.push_back({name, degrees(latitude, 90, where), degrees(longitude, 180, where)});
+  std::vector<std::string> cells;
+  for (reader.next(cells); reader.next(cells);) {  // behind the header
+    if (cells.size() < 3) reader.complain("needs a name, a latitude and a longitude");
+    cities.push_back({cells[0], degrees(reader, cells[1], 90), degrees(reader, cells[2], 180)});
   }
   if (cities.size() < 3) throw Complaint(path + ": a tour needs three cities");
   return cities;

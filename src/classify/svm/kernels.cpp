@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "classify/svm/kernels.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "frame/code_table.h"
+#include "frame/processor.h"
 #include "orvane/support_vector_machine.h"
 
 namespace NetWork {
@@ -60,6 +62,25 @@ bool isLinear(const KernelKind& kind) { return kind.code == ORVANE_SVM_LINEAR; }
 
 void fillParams(const KernelKind& kind, std::vector<double>& params) {
   for (std::size_t i = params.size(); i < kind.paramCount; ++i) params.push_back(kind.defaults[i]);
+}
+
+void rowOf(const KernelKind& kind, const double* p, const double* x, const double* samples, std::size_t dim,
+           std::span<double> out) {
+  const std::size_t n = out.size();
+  std::fill(out.begin(), out.end(), 0.0);
+  vectorised([&] {
+    double* const sums = out.data();
+    for (std::size_t k = 0; k < dim; ++k) {
+      const double at = x[k];
+      const double* const column = samples + k * n;
+      if (kind.argument == KernelKind::product)
+        for (std::size_t j = 0; j < n; ++j) sums[j] += at * column[j];
+      else
+        for (std::size_t j = 0; j < n; ++j) sums[j] += (at - column[j]) * (at - column[j]);
+    }
+  });
+  if (!isLinear(kind))
+    for (double& s : out) s = kind.formula(s, p);
 }
 
 }  // namespace NetWork

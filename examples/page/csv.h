@@ -42,3 +42,15 @@ class CsvReader {
   size_t at = 0;
   size_t lineNumber = 0;
 };
+
+/// A file with a header: columns of numbers, and behind them one of texts if that was asked for.
+struct CsvTable {
+  std::vector<std::string> names;
+  std::vector<std::vector<double>> columns;
+  std::vector<std::string> texts;
+
+  size_t rows() const { return columns.front().size(); }
+};
+
+/// Reads a table of at least two columns. Throws Complaint, with file, line and value, for what is no finite number.
+CsvTable readTable(const std::string& path, bool lastIsText);

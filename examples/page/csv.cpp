@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "csv_reader.h"
+#include "csv.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -182,4 +182,26 @@ void CsvReader::split(std::string_view line, std::vector<std::string>& cells) co
     if (end == line.size()) return;
     from = end + 1;
   }
+}
+
+CsvTable readTable(const std::string& path, bool lastIsText) {
+  CsvReader reader(path, 0);
+  CsvTable table;
+  if (!reader.next(table.names)) throw Complaint(path + ": is empty");
+  const size_t width = table.names.size();
+  if (width < 2) reader.complain("the header needs two columns at least");
+  table.columns.resize(width - (lastIsText ? 1 : 0));
+  for (std::vector<std::string> cells; reader.next(cells);) {
+    if (cells.size() != width)
+      reader.complain("has " + std::to_string(cells.size()) + " cells, the header " + std::to_string(width));
+    for (size_t k = 0; k < table.columns.size(); ++k) {
+      const std::optional<double> value = numberIn(cells[k]);
+      if (!value)
+        reader.complain(inQuotes(cells[k]) + " is no finite number (column " + inQuotes(table.names[k]) + ")");
+      table.columns[k].push_back(*value);
+    }
+    if (lastIsText) table.texts.push_back(cells.back());
+  }
+  if (table.rows() == 0) throw Complaint(path + ": has a header and no row");
+  return table;
 }
