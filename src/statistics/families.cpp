@@ -226,7 +226,9 @@ constexpr Family kFamilies[] = {
      [](double x, const P& p) { return normalCDF((x - p[0]) / p[1]); },
      [](double q, const P& p) { return p[0] + p[1] * normalQuantile(q); }, minusInfinity, infinity},
     {53, "b * a^b / x^(b+1)", " a:(0, inf); b:(0, inf); x:[a, inf)", "ab",
-     [](double x, const P& p) { return above(x, p[0], [&] { return -std::expm1(p[1] * std::log1p((p[0] - x) / x)); }); },
+     [](double x, const P& p) {
+       return above(x, p[0], [&] { return -std::expm1(p[1] * std::log1p((p[0] - x) / x)); });
+     },
      [](double q, const P& p) { return p[0] * std::exp(-std::log1p(-q) / p[1]); }, first, infinity},
     {55, "(2 - a) * b * FunEq(-b*x, q); FunEq(x, q) = (1 + (1 - q) * x) ^ (1/(1-q))",
      " a:(-inf, 2); b:(0, inf); q = a; x:[0, inf) for a >= 1, [0, 1/((1-a)*b)] for a < 1", "b", qExponentialCDF,
