@@ -48,7 +48,7 @@ class Signal(unittest.TestCase):
             if 60 < k < n - 60:
                 self.assertAlmostEqual(row['trend'], 7 + 0.05 * k, delta=0.03)
                 self.assertAlmostEqual(row['envelope'], 3, delta=0.05)
-                self.assertLess(abs(row['fir']), 0.05)  # of 4
+                self.assertLess(abs(row['fir']), 0.08)  # of 4, and the cubic that the tones have in themselves
 
     def test_complaints(self):
         good = [math.sin(k) for k in range(60)]
