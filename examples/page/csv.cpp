@@ -184,6 +184,25 @@ void CsvReader::split(std::string_view line, std::vector<std::string>& cells) co
   }
 }
 
+double CsvReader::number(const std::string& cell, double least, double most, const std::string& what) const {
+  const std::optional<double> value = numberIn(cell);
+  if (!value || *value < least || *value > most) complain(inQuotes(cell) + " is no " + what);
+  return *value;
+}
+
+void readRows(const std::string& path, char delimiter, const std::vector<std::string>& columns,
+              const std::function<void(const CsvReader&, const std::vector<std::string>&)>& take) {
+  CsvReader reader(path, delimiter);
+  std::vector<std::string> cells;
+  reader.next(cells);  // the header
+  size_t rows = 0;
+  for (; reader.next(cells); ++rows) {
+    if (cells.size() < columns.size()) reader.complain("has no column " + columns[cells.size()]);
+    take(reader, cells);
+  }
+  if (rows == 0) throw Complaint(path + ": holds no line behind its header");
+}
+
 CsvTable readTable(const std::string& path, bool lastIsText) {
   CsvReader reader(path, 0);
   CsvTable table;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,9 @@ class CsvReader {
   /// Throws a Complaint that names the file and the line last read.
   [[noreturn]] void complain(const std::string& what) const;
 
+  /// The number in a cell, held to [least, most]; complains of what is no `what`.
+  double number(const std::string& cell, double least, double most, const std::string& what) const;
+
  private:
   void split(std::string_view line, std::vector<std::string>& cells) const;
 
@@ -42,6 +46,11 @@ class CsvReader {
   size_t at = 0;
   size_t lineNumber = 0;
 };
+
+/// Hands out the lines behind the header, which is not read; each must have as many cells as `columns` names. Throws
+/// Complaint, also for a file without such a line.
+void readRows(const std::string& path, char delimiter, const std::vector<std::string>& columns,
+              const std::function<void(const CsvReader& reader, const std::vector<std::string>& cells)>& take);
 
 /// A file with a header: columns of numbers, and behind them one of texts if that was asked for.
 struct CsvTable {

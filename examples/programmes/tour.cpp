@@ -5,10 +5,8 @@
 
 #include <cmath>
 #include <numbers>
-#include <optional>
 
 #include "complaint.h"
-#include "csv.h"
 #include "page.h"
 #include "svg_plot.h"
 
@@ -16,26 +14,7 @@ namespace {
 
 constexpr double kEarthRadius = 6371;  // kilometres, the mean
 
-double degrees(const CsvReader& reader, const std::string& text, double most) {
-  const std::optional<double> value = numberIn(text);
-  if (!value || std::abs(*value) > most)
-    reader.complain(inQuotes(text) + " is no angle within " + shortNumber(most) + " degrees");
-  return *value;
-}
-
 }  // namespace
-
-std::vector<City> readCities(const std::string& path) {
-  CsvReader reader(path, ',');
-  std::vector<City> cities;
-  std::vector<std::string> cells;
-  for (reader.next(cells); reader.next(cells);) {  // behind the header
-    if (cells.size() < 3) reader.complain("needs a name, a latitude and a longitude");
-    cities.push_back({cells[0], degrees(reader, cells[1], 90), degrees(reader, cells[2], 180)});
-  }
-  if (cities.size() < 3) throw Complaint(path + ": a tour needs three cities");
-  return cities;
-}
 
 double kilometres(const City& a, const City& b) {
   const double degree = std::numbers::pi / 180;
@@ -47,6 +26,7 @@ double kilometres(const City& a, const City& b) {
 
 Tour deliveryTour(const std::vector<City>& cities, int threads) {
   const size_t n = cities.size();
+  if (n < 3) throw Complaint("a tour needs three cities");
   std::vector<double> weights(n * n);
   std::vector<const double*> rows;
   for (size_t i = 0; i < n; ++i) {
