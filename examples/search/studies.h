@@ -11,7 +11,7 @@
 /// Data, and how to look for its law.
 struct Study {
   std::string id, title;
-  std::string about;  ///< HTML: what was measured, by whom
+  std::string about;    ///< HTML: what was measured, by whom
   std::string known{};  ///< LaTeX: the law as the literature has it; empty where there is none
 
   std::vector<Quantity> inputs{};
