@@ -13,7 +13,7 @@
 namespace Search {
 namespace {
 
-constexpr double kWildCoefficient = 1e14;
+constexpr double kWildCoefficient = 1e10;
 constexpr std::size_t kBlock = 128;  // rows between two looks at the sum of squares
 
 /// The candidates of one search. All working memory is made once.

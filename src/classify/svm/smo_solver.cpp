@@ -18,18 +18,20 @@ constexpr uint32_t kSeed = 5489;     ///< one order of samples, so that a traini
 constexpr int64_t kScoreEvery = 64;  ///< passes between two looks at a score that ends nothing
 constexpr std::size_t kBlock = 64;
 
-/// Sets `place` to that of the first smallest value(i) below `bound`, and `bound` to the value; leaves both where there
-/// is none. A block is asked with wide vectors whether it has one, and searched only then.
-template <class Value>
-[[gnu::always_inline]] inline void firstSmallest(std::size_t n, const Value& value, std::size_t& place, double& bound) {
+/// Sets `place` to that of the first smallest value(i) below `bound` among those that are allowed(i), and `bound` to
+/// the value; leaves both where there is none. A block is asked with wide vectors whether it has one, and searched only
+/// then.
+template <class Value, class Allowed>
+[[gnu::always_inline]] inline void firstSmallest(std::size_t n, const Value& value, const Allowed& allowed,
+                                                 std::size_t& place, double& bound) {
   const auto search = [&](std::size_t from, std::size_t to) {
     for (std::size_t i = from; i < to; ++i)
-      if (const double v = value(i); v < bound) bound = v, place = i;
+      if (const double v = value(i); v < bound && allowed(i)) bound = v, place = i;
   };
   std::size_t from = 0;
   for (; from + kBlock <= n; from += kBlock) {
     int64_t smaller = 0;
-    for (std::size_t i = from; i < from + kBlock; ++i) smaller |= value(i) < bound ? 1 : 0;
+    for (std::size_t i = from; i < from + kBlock; ++i) smaller |= int64_t{value(i) < bound} & int64_t{allowed(i)};
     if (smaller != 0) search(from, from + kBlock);
   }
   search(from, n);
@@ -115,9 +117,10 @@ bool SolverBySMO_c::conditionsHold() {
   vectorised([&] {
     const double *e = errors.data(), *up = notUp.data(), *down = notDown.data();
     firstSmallest(
-        y.size(), [=](std::size_t i) { return e[i] + up[i]; }, worst, lowestUp);
+        y.size(), [=](std::size_t i) { return e[i]; }, [=](std::size_t i) { return up[i] == 0; }, worst, lowestUp);
     firstSmallest(
-        y.size(), [=](std::size_t i) { return down[i] - e[i]; }, mostDown, lowestDown);
+        y.size(), [=](std::size_t i) { return -e[i]; }, [=](std::size_t i) { return down[i] == 0; }, mostDown,
+        lowestDown);
   });
   const double highestDown = -lowestDown;
   if (lowestUp == kInfinity)
@@ -161,12 +164,13 @@ bool SolverBySMO_c::examine(std::size_t i2) {
     const double *e = errors.data(), *own = kernel->owns().data(), *with2 = row2.data();
     const double* const forbidden = wantsUp ? notDown.data() : notUp.data();
     const double side = wantsUp ? 1 : -1, own2 = own[i2], error2 = e[i2];
+    const auto gap = [=](std::size_t i) { return side * (e[i] - error2); };
     const auto loss = [=](std::size_t i) {
-      const double gap = side * (e[i] - error2), eta = own[i] + own2 - 2 * with2[i];
-      const double gain = gap * gap / (eta > kLeastMove ? eta : kLeastMove);
-      return -gain * (gap > forbidden[i] ? 1.0 : 0.0);  // a product, as a branch around a division stays narrow
+      const double eta = own[i] + own2 - 2 * with2[i];
+      return -(gap(i) * gap(i)) / (eta > kLeastMove ? eta : kLeastMove);
     };
-    firstSmallest(y.size(), loss, best, bound);
+    firstSmallest(
+        y.size(), loss, [=](std::size_t i) { return gap(i) > forbidden[i]; }, best, bound);
   });
   if (best != y.size() && step(best, i2)) return true;
   for (std::size_t i1 = 0; i1 < y.size(); ++i1)
