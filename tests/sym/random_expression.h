@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <iterator>
@@ -38,6 +39,20 @@ inline const std::map<uint8_t, functions::Call>& plainFunctions() {
     for (const functions::Function& f : functions::all())
       if (f.kindCode != functions::kNone && (f.family == "elementary" || f.family == "error"))
         calls[static_cast<uint8_t>(f.kindCode)] = functions::callOf(f);
+    calls[Subtract] = [](const double* v) { return v[0] - v[1]; };
+    calls[Divide] = [](const double* v) { return v[0] / v[1]; };
+    // Codes that stand for the reciprocal of a kind, and for a kind of the reciprocal.
+    for (const auto& [code, kind] :
+         {std::pair{ORVANE_KIND_CSC, Sin}, {ORVANE_KIND_SEC, Cos}, {ORVANE_KIND_CSCH, Sinh}, {ORVANE_KIND_SECH, Cosh}})
+      calls[static_cast<uint8_t>(code)] = [f = calls.at(kind)](const double* v) { return 1 / f(v); };
+    for (const auto& [code, kind] : {std::pair{ORVANE_KIND_ACSC, Asin},
+                                     {ORVANE_KIND_ASEC, Acos},
+                                     {ORVANE_KIND_ACSCH, Asinh},
+                                     {ORVANE_KIND_ASECH, Acosh}})
+      calls[static_cast<uint8_t>(code)] = [f = calls.at(kind)](const double* v) {
+        const double inverse = 1 / v[0];
+        return f(&inverse);
+      };
     return calls;
   }();
   return table;
@@ -61,6 +76,10 @@ struct Plan {
   double number = 0;
   std::size_t variable = 0;
   std::vector<Plan> args{};
+
+  bool has(uint8_t kind) const {
+    return code == kind || std::ranges::any_of(args, [kind](const Plan& arg) { return arg.has(kind); });
+  }
 
   Formula build() const {
     if (code == Number) return number;
