@@ -136,15 +136,13 @@ void SvgPlot::bars(const std::vector<double>& edges, const std::vector<double>& 
 void SvgPlot::line(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style,
                    const std::string& name) {
   keep(name.empty() ? style : name, xs, ys);
+  const auto drawn = [&](size_t i) { return i < xs.size() && std::isfinite(xs[i]) && std::isfinite(ys[i]); };
   std::string path;
-  bool open = false;
   for (size_t i = 0; i < xs.size(); ++i) {
-    if (!std::isfinite(xs[i]) || !std::isfinite(ys[i])) {
-      open = false;
-      continue;
-    }
-    path += (open ? "L" : "M") + at(xs[i], ys[i]);
-    open = true;
+    if (!drawn(i)) continue;
+    const bool begins = i == 0 || !drawn(i - 1);
+    path += (begins ? "M" : "L") + at(xs[i], ys[i]);
+    if (begins && !drawn(i + 1)) path += "L" + at(xs[i], ys[i]);  // one point alone shows by its round ends
   }
   if (!path.empty()) marks += element("path", {{"class", "line " + style}, {"d", path}});
 }

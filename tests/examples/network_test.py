@@ -8,7 +8,7 @@ import tempfile
 import time
 import unittest
 
-from page_in_browser import needs_browser, opened, run_tests
+from host_test import needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_NETWORK']
 DIGITS = os.path.join(os.environ['SAMPLES'], 'digits.csv')
@@ -37,9 +37,9 @@ class Network(unittest.TestCase):
         self.assertIn('1168 to learn, 270 to choose, 359 to test', result.stdout)
         rates = {name: float(rate) for name, rate in re.findall(r'^(\w+) +([\d.]+) % of the test', result.stdout, re.M)}
         self.assertEqual(set(rates), {'dense', 'convolution', 'stack'})
-        self.assertGreater(rates['dense'], 93)
-        self.assertGreater(rates['convolution'], 93)
-        self.assertGreater(rates['stack'], 95)
+        self.assertGreater(rates['dense'], 90)
+        self.assertGreater(rates['convolution'], 90)
+        self.assertGreater(rates['stack'], 92)
         rules = [float(rate) for rate in re.findall(r'([\d.]+) % of the choice', result.stdout)]
         self.assertEqual(len(rules), 13)
         self.assertGreater(min(rules), 85)

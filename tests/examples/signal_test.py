@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import unittest
 
-from page_in_browser import needs_browser, opened, run_tests
+from host_test import needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_SIGNAL']
 RECORD = os.path.join(os.environ['SAMPLES'], 'mauna_loa_co2.csv')
