@@ -5,7 +5,7 @@ from __future__ import annotations
 import os
 from typing import Any
 
-from ._cdefs import ffi
+from ._cdefs import ffi as ffi
 
 #: The library of the wheel; ORVANE_LIBRARY names another one, such as a build with sanitizers.
 LIBRARY = os.environ.get("ORVANE_LIBRARY") or os.path.join(os.path.dirname(__file__), "liborvane.so")

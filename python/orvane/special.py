@@ -312,7 +312,15 @@ def _ellipk_kernel(arguments: list[Floats], out: Floats) -> None:
 
 ellipk = _own("ellipk", "m", "Complete elliptic integral K(m); infinite at m = 1.",
               lambda m: _at_one(lib.math_ellipticK(m), m), _ellipk_kernel, "special.ellipk(0.0)", "1.5707963267948966")
-ellipkm1 = _own("ellipkm1", "p", "K(1 - p), exact for small p.", lambda p: float(ellipkm1(np.float64(p))), _by_one(62))
+ellipkm1 = _own("ellipkm1", "p", "K(1 - p), exact for small p.", lambda p: _ellipkm1(p), _by_one(62))
+
+
+def _ellipkm1(p: float) -> float:
+    out = np.empty(1)
+    _by_one(62)([np.array([float(p)])], out)
+    return float(out[0])
+
+
 ellipe = _make("ellipe", "ellipticE", "m", "Complete elliptic integral E(m).", 60)
 ellippi = _make("ellippi", "ellipticPI2", "n m", "Complete elliptic integral of the third kind.", 65)
 ellipkinc = _make("ellipkinc", "ellipticF", "phi m", "Incomplete elliptic integral F(phi, m).", 64)
