@@ -90,7 +90,8 @@ Parts split(const Digits& all, double testShare, uint32_t seed) {
   Parts parts;
   for (int64_t i = 0; i < all.count(); ++i) {
     Digits& part = i < test ? parts.test : i < test + choose ? parts.choose : parts.train;
-    part.add(all.picture(order[static_cast<size_t>(i)]), all.labels[static_cast<size_t>(order[static_cast<size_t>(i)])]);
+    part.add(all.picture(order[static_cast<size_t>(i)]),
+             all.labels[static_cast<size_t>(order[static_cast<size_t>(i)])]);
   }
   return parts;
 }

@@ -49,7 +49,9 @@ std::string drawnConfusion(const std::vector<std::vector<int>>& counts) {
       const int n = row[static_cast<size_t>(c)];
       const double share = sum > 0 ? static_cast<double>(n) / sum : 0;
       marks += cell(kEdge + kCell * c + 1, kEdge + kCell * r + 1, kCell - 2, kCell - 2, r == c ? "s1" : "s2",
-                    n == 0 ? 0.04 : r == c ? 0.12 + 0.5 * share : std::min(0.25 + 4 * share, 0.8));
+                    n == 0   ? 0.04
+                    : r == c ? 0.12 + 0.5 * share
+                             : std::min(0.25 + 4 * share, 0.8));
       if (n > 0) marks += text(kEdge + kCell * (c + 0.5), kEdge + kCell * (r + 0.5) + 5, std::to_string(n));
     }
   }
@@ -65,7 +67,7 @@ std::string drawnDigit(const double* picture) {
 }
 
 std::string drawnModels(const std::vector<const Model*>& models) {
-  constexpr double kWidth = 128, kHeight = 50, kGap = 24, kRow = 92;
+  constexpr double kWidth = 146, kHeight = 50, kGap = 24, kRow = 92;
   size_t longest = 1;
   std::string marks;
   double top = 6;

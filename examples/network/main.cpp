@@ -60,8 +60,7 @@ void test(Results& results, const Stack& stack) {
   }
   const Model shares = shareModel();
   results.shares.resize(outputs.size());
-  for (size_t i = 0; i < outputs.size(); i += kClasses)
-    api_RunWork(shares.net.get(), &outputs[i], &results.shares[i]);
+  for (size_t i = 0; i < outputs.size(); i += kClasses) api_RunWork(shares.net.get(), &outputs[i], &results.shares[i]);
 }
 
 int learn(const Options& options) {

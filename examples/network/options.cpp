@@ -19,8 +19,7 @@ void read(const std::string& option, const std::string& text, Number least, Numb
 }
 
 void readCount(const std::string& option, const std::string& text, int32_t least, int32_t most, int32_t& value) {
-  read(option, text, least, most, value,
-       "whole number from " + std::to_string(least) + " to " + std::to_string(most));
+  read(option, text, least, most, value, "whole number from " + std::to_string(least) + " to " + std::to_string(most));
 }
 
 /// False for an option that is not known.
@@ -53,7 +52,8 @@ bool readOption(Options& options, const std::string& option, const std::string& 
 const char* usage() {
   return "usage: orvane-network [OPTION...] FILE\n"
          "\n"
-         "Learns handwritten digits by a stack of networks and writes one HTML page. FILE is a CSV file with a header:\n"
+         "Learns handwritten digits by a stack of networks and writes one HTML page. FILE is a CSV file with a "
+         "header:\n"
          "64 columns of the 8 by 8 pixels, whole numbers from 0 to 16, then the digit.\n"
          "\n"
          "      --epochs N      rounds through the training rows (default: 30)\n"
@@ -84,7 +84,8 @@ Options readOptions(int argc, char** argv) {
       continue;
     }
     const std::string value = k + 1 < argc ? argv[k + 1] : "1";
-    if (!readOption(options, option, value)) throw Complaint("unknown option " + option + " (--help shows the options)");
+    if (!readOption(options, option, value))
+      throw Complaint("unknown option " + option + " (--help shows the options)");
     if (++k == argc) throw Complaint(option + " needs a value");
   }
   if (options.data.empty()) throw Complaint("no file given (--help shows the options)");

@@ -30,7 +30,8 @@ std::string number(const std::string& text) { return "<td class=\"number\">" + t
 std::string facts(const Results& results) {
   const Tested& best = results.tested[results.chosen];
   return "<dl class=\"facts\">" + fact("Right in the test", percent(best.rate)) + fact("Read by", escaped(best.name)) +
-         fact("Pictures", std::to_string(results.rows)) + fact("to learn", std::to_string(results.parts.train.count())) +
+         fact("Pictures", std::to_string(results.rows)) +
+         fact("to learn", std::to_string(results.parts.train.count())) +
          fact("to choose", std::to_string(results.parts.choose.count())) +
          fact("to test", std::to_string(results.parts.test.count())) + "</dl>\n";
 }
@@ -58,13 +59,14 @@ std::string curvePlot(const std::string& id, const std::vector<Curve>& curves, c
 
 std::string trainingSection(const Results& results) {
   if (results.training.empty()) return "";
-  std::string html = "<h2 id=\"learning\">Learning</h2>\n" +
-                     curvePlot("curves", results.training,
-                               "Misread share of the rows of the choice, epoch by epoch. Each network keeps the weights "
-                               "of its best test.") +
-                     "<div class=\"card wide\"><table class=\"ranking\"><thead><tr><th>Network</th><th "
-                     "class=\"number\">Right, rows of the choice</th><th class=\"number\">Right, test</th><th "
-                     "class=\"number\">Seconds</th></tr></thead><tbody>\n";
+  std::string html =
+      "<h2 id=\"learning\">Learning</h2>\n" +
+      curvePlot("curves", results.training,
+                "Misread share of the rows of the choice, epoch by epoch. Each network keeps the weights "
+                "of its best test.") +
+      "<div class=\"card wide\"><table class=\"ranking\"><thead><tr><th>Network</th><th "
+      "class=\"number\">Right, rows of the choice</th><th class=\"number\">Right, test</th><th "
+      "class=\"number\">Seconds</th></tr></thead><tbody>\n";
   for (size_t i = 0; i < results.tested.size(); ++i) {
     const Tested& tested = results.tested[i];
     const auto curve = std::find_if(results.training.begin(), results.training.end(),
@@ -86,10 +88,11 @@ std::string modelSection(const std::vector<Model>& models) {
     weights += model.weights().size();
   }
   return "<h2 id=\"networks\">The networks</h2>\n" +
-         figure("models", "", drawnModels(all),
-                "Layers and their sizes; " + std::to_string(weights) +
-                    " weights. The stack gets the joined outputs of the two above it. A soft-max makes shares of its ten "
-                    "outputs.");
+         figure(
+             "models", "", drawnModels(all),
+             "Layers and their sizes; " + std::to_string(weights) +
+                 " weights. The stack gets the joined outputs of the two above it. A soft-max makes shares of its ten "
+                 "outputs.");
 }
 
 std::string confusionSection(const Results& results) {
@@ -108,19 +111,28 @@ std::string confusionSection(const Results& results) {
     if (answer != label) misses.push_back({i, answer, shares[answer]});
   }
   std::sort(misses.begin(), misses.end(), [](const Miss& a, const Miss& b) { return a.share > b.share; });
-  std::string html = "<h2 id=\"test\">The test</h2>\n<p>" + std::to_string(test.count() - static_cast<int32_t>(misses.size())) +
-                     " of " + std::to_string(test.count()) + " pictures that no training has seen are read right.</p>\n" +
-                     figure("confusion", "", drawnConfusion(counts), "Rows: what the picture is. Columns: what is read.");
+  std::string html =
+      "<h2 id=\"test\">The test</h2>\n<p>" + std::to_string(test.count() - static_cast<int32_t>(misses.size())) +
+      " of " + std::to_string(test.count()) + " pictures that no training has seen are read right.</p>\n" +
+      figure("confusion", "", drawnConfusion(counts), "Rows: what the picture is. Columns: what is read.");
   if (misses.empty()) return html;
-  html += "<h2 id=\"misread\">Misread digits</h2>\n<figure class=\"card\" id=\"digits\"><div style=\"display:flex;"
-          "flex-wrap:wrap;gap:18px\">\n";
+  html +=
+      "<h2 id=\"misread\">Misread digits</h2>\n<figure class=\"card\" id=\"digits\"><div style=\"display:flex;"
+      "flex-wrap:wrap;gap:18px\">\n";
   for (size_t k = 0; k < std::min(misses.size(), kShown); ++k)
     html += "<div style=\"width:96px\">" + drawnDigit(test.picture(misses[k].row)) + "<div class=\"soft\">a " +
             std::to_string(test.labels[static_cast<size_t>(misses[k].row)]) + ", read as " +
             std::to_string(misses[k].answer) + " (" + percent(misses[k].share, 0) + ")</div></div>\n";
-  return html + "</div><figcaption>The surest errors first; in brackets the share that the network gives to its answer." +
+  return html +
+         "</div><figcaption>The surest errors first; in brackets the share that the network gives to its answer." +
          (misses.size() > kShown ? " " + std::to_string(misses.size() - kShown) + " more are not shown." : "") +
          "</figcaption></figure>\n";
+}
+
+/// The polling may have missed an epoch.
+std::string rateAfter(const Curve& curve, double epoch) {
+  const auto at = std::find(curve.epochs.begin(), curve.epochs.end(), epoch);
+  return at == curve.epochs.end() ? "-" : percent(curve.rates[static_cast<size_t>(at - curve.epochs.begin())]);
 }
 
 std::string stepperSection(std::vector<Curve> steppers) {
@@ -128,23 +140,25 @@ std::string stepperSection(std::vector<Curve> steppers) {
   std::stable_sort(steppers.begin(), steppers.end(), [](const Curve& a, const Curve& b) { return a.best > b.best; });
   const std::vector<Curve> plotted(steppers.begin(),
                                    steppers.begin() + static_cast<std::ptrdiff_t>(std::min(steppers.size(), kPlotted)));
-  std::string html = "<h2 id=\"steppers\">Step rules side by side</h2>\n<p>The dense network from the same weights, on the "
-                     "same rows.</p>\n" +
-                     curvePlot("rules", plotted, "The best of them on the rows of the choice.") +
-                     "<div class=\"card wide\"><table class=\"ranking\"><thead><tr><th>Rule</th><th class=\"number\">Rate "
-                     "at the start</th><th class=\"number\">Right after one epoch</th><th class=\"number\">Right at "
-                     "best</th><th class=\"number\">Seconds</th></tr></thead><tbody>\n";
+  std::string html =
+      "<h2 id=\"steppers\">Step rules side by side</h2>\n<p>The dense network from the same weights, on the "
+      "same rows.</p>\n" +
+      curvePlot("rules", plotted, "The best of them on the rows of the choice.") +
+      "<div class=\"card wide\"><table class=\"ranking\"><thead><tr><th>Rule</th><th class=\"number\">Rate "
+      "at the start</th><th class=\"number\">Right after one epoch</th><th class=\"number\">Right at "
+      "best</th><th class=\"number\">Seconds</th></tr></thead><tbody>\n";
   for (const Curve& curve : steppers)
     html += "<tr><td>" + escaped(curve.name) + "</td>" + number(shortNumber(curve.rate, 3)) +
-            number(curve.rates.size() > 1 ? percent(curve.rates[1]) : "-") + number(percent(curve.best)) +
-            number(shortNumber(curve.seconds, 2)) + "</tr>\n";
+            number(rateAfter(curve, 1)) + number(percent(curve.best)) + number(shortNumber(curve.seconds, 2)) +
+            "</tr>\n";
   return html + "</tbody></table></div>\n";
 }
 
 }  // namespace
 
 std::string reportPage(const Results& results, const std::vector<Model>& models, const Options& options) {
-  std::string body = "<h1>Handwritten digits</h1>\n<p class=\"soft\">" + escaped(options.data) + ", " + today() + "</p>\n";
+  std::string body =
+      "<h1>Handwritten digits</h1>\n<p class=\"soft\">" + escaped(options.data) + ", " + today() + "</p>\n";
   if (results.stopped)
     body += "<p class=\"notice\">The training was ended early. What follows is from the best weights so far.</p>\n";
   body += facts(results) + trainingSection(results) + confusionSection(results) + modelSection(models) +

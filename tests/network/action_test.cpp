@@ -49,8 +49,7 @@ struct Driven {
   Driven(Host& host, int32_t code, const std::vector<NetAction*>& members, int32_t slots = 2)
       : root(create(host, code)), set(static_cast<OptNetSet*>(host.own(action_Create(ORVANE_ACTION_DRIVER)))) {
     for (NetAction* member : members) action_OptNetSetAction_AddOptNet(root, member);
-    for (int32_t slot = 0; slot < slots; ++slot)
-      action_OptNetSet_SetDataByArray(set, Numbers{1, 1}.data(), 2, 1, slot);
+    for (int32_t slot = 0; slot < slots; ++slot) action_OptNetSet_SetDataByArray(set, Numbers{1, 1}.data(), 2, 1, slot);
     action_OptNetSet_SetRoot(set, root);
   }
   NetAction* root;

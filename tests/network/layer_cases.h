@@ -98,7 +98,9 @@ struct CaseGraph {
       NetLayer* part = host.layer(static_cast<int32_t>(c.inputs[k].size()), ORVANE_LAYER_GET_PART, in);
       api_SetLayerIndex(part, start);
       start += static_cast<int>(c.inputs[k].size());
-      (c.hasLayerList() ? api_AddAssemblyLayer : k == 0 ? api_SetInput1ToNetLayer : api_SetInput2ToNetLayer)(layer, part);
+      (c.hasLayerList() ? api_AddAssemblyLayer
+       : k == 0         ? api_SetInput1ToNetLayer
+                        : api_SetInput2ToNetLayer)(layer, part);
     }
     for (std::size_t k = 0; k < c.vars.size(); ++k) {
       NetVar* var = c.vars[k].missing ? nullptr : host.var(c.vars[k].rows, c.vars[k].cols, c.vars[k].values);

@@ -84,7 +84,8 @@ TEST(Layers, ValuesAndGradientsOfEveryKind) {
     cotangent.resize(y.size());
     checkLists(y, c.expected[0], c.text());
     checkLists(gradientByInput(graph, cotangent), c.expected[1], c.text() + " by input");
-    checkLists(gradients(graph.net, {graph.x, graph.x, graph.x}, cotangent), c.expected[2], c.text() + " by variable", 3);
+    checkLists(gradients(graph.net, {graph.x, graph.x, graph.x}, cotangent), c.expected[2], c.text() + " by variable",
+               3);
     EXPECT_EQ(NetWork::findKind(c.kind)->name, c.name);
     checkBlock(graph, cotangent, c.text());
   }

@@ -64,7 +64,8 @@ TEST(Training, StepsOfEveryRule) {
     api_SetEvaluateBySquaredError(s.opt, -1);
     const Numbers got = s.after(v[5]);
     for (std::size_t i = 0; i < 5; ++i)
-      EXPECT_NEAR(got[i], v[6 + i], 1e-12 * std::abs(v[6 + i])) << "rule " << v[0] << " set " << v[1] << " steps " << v[5];
+      EXPECT_NEAR(got[i], v[6 + i], 1e-12 * std::abs(v[6 + i]))
+          << "rule " << v[0] << " set " << v[1] << " steps " << v[5];
     ++cases;
   }
   EXPECT_EQ(cases, 16 * 2 * 3);
@@ -184,7 +185,8 @@ TEST(Training, Costs) {
       },
       [&](const Numbers& v) {
         const double a = sum(v, [](double p, double u) { return p * u; });
-        const double p = sum(v, [](double q, double) { return q * q; }), q = sum(t, [](double, double u) { return u * u; });
+        const double p = sum(v, [](double q, double) { return q * q; }),
+                     q = sum(t, [](double, double u) { return u * u; });
         return 1 - a / std::sqrt(p * q);
       },
       each([](double v, double u) { return std::abs(v - u); })};
@@ -406,8 +408,8 @@ TEST(Training, Files) {
   EXPECT_EQ(read(3, 1, 1), (0.25 + 1 + 4) / 3) << "too short: as before";
   EXPECT_EQ(read(2, 1, 1), 1.25 / 2) << "longer than asked: the first records";
   constexpr int32_t most = std::numeric_limits<int32_t>::max();
-  for (const auto& [rows, in, out] : std::vector<std::array<int32_t, 3>>{
-           {most, most, most}, {most, 1, 1}, {-1, 1, 1}, {2, -1, 2}, {1, 100, 100}})
+  for (const auto& [rows, in, out] :
+       std::vector<std::array<int32_t, 3>>{{most, most, most}, {most, 1, 1}, {-1, 1, 1}, {2, -1, 2}, {1, 100, 100}})
     EXPECT_EQ(read(rows, in, out), 1.25 / 2) << rows;
   for (const char* other : {"/no/such/file", folder.c_str(), static_cast<const char*>(nullptr)})
     api_OptReadDataFromFile(s.opt, other, 1, 1, 1, 1);
