@@ -75,7 +75,7 @@ class Network(unittest.TestCase):
         for lines, expected in (([row + ',4'], 'has 1 pictures, at least 20'),
                                 ([row + ',4', row + ',10'], 'digits.csv:2: "10" is no digit (column 65)'),
                                 (['a' + ',b' * 64, '17' + row[1:] + ',1'],
-                                 'digits.csv:2: "17" is no whole number from 0 to 16 (column 1)'),
+                                 'digits.csv:2: "17" is no integer from 0 to 16 (column 1)'),
                                 ([row], 'digits.csv:1: has 64 values')):
             self.refused([self.file_of(*lines)], expected)
         for arguments, expected in (([], 'no file given'),

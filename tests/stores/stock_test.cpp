@@ -38,12 +38,22 @@ void put(std::string& bytes, T value) {
   bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-std::string smallFile(uint8_t type) {
+std::string header() {
   std::string b;
   put(b, int32_t{13});
-  b += "\x14\x18\x08\x0COrvanedat";
+  return b + "\x14\x18\x08\x0COrvanedat";
+}
+
+// Before any test: the store of a process that has just begun.
+const std::string savedEmpty = [] {
+  const std::string path = pathOf("empty");
+  return stock_saveStock(nullptr, 0, path.c_str()) == 1 ? contentOf(path) : "not saved";
+}();
+
+std::string smallFile(uint8_t type, std::initializer_list<uint8_t> days = {2, 3}) {
+  std::string b = header();
   put(b, int32_t{2});
-  for (const uint8_t day : {2, 3}) put(b, uint16_t{2024}), put(b, uint8_t{1}), put(b, day);
+  for (const uint8_t day : days) put(b, uint16_t{2024}), put(b, uint8_t{1}), put(b, day);
   put(b, int32_t{2});
   for (const int32_t code : {7, 600519}) {
     put(b, type);
@@ -166,6 +176,37 @@ TEST(StockFile, LoadedFileIsSavedAsItWas) {
   stock_getStock(1, 39);
   EXPECT_EQ(stock_saveStock(nullptr, 0, again.c_str()), 1u);  // every stock of the store
   EXPECT_GT(contentOf(again).size(), content.size());
+}
+
+TEST(StockFile, EmptyStoreIsAWholeFile) { EXPECT_EQ(savedEmpty, header() + std::string(8, '\0')); }
+
+// Days keep the order of the file until they are sorted, and are found in either.
+TEST(StockFile, DaysOutOfOrderStayUntilSorted) {
+  const std::string path = pathOf("unsorted"), again = pathOf("again"), content = smallFile(43, {9, 4});
+  write(path, content);
+  StockData* stocks[2] = {};
+  ASSERT_EQ(stock_loadStock(path.c_str(), stocks), 2);
+  EXPECT_EQ(stock_saveStock(stocks, 2, again.c_str()), 1u);
+  EXPECT_EQ(contentOf(again), content);
+  for (const bool sorted : {false, true}) {
+    if (sorted) stock_sort(stocks[0]);
+    EXPECT_EQ(valueAt(stocks[0], 3, sorted ? 1 : 0), 0.01);  // the ninth of January
+    EXPECT_TRUE(stock_dateIsExist(stocks[0], 2024, 1, 4));
+    EXPECT_FALSE(stock_dateIsExist(stocks[0], 2024, 1, 5));
+    int32_t range[2];
+    stock_getTimeRange(stocks[0], 2024, 1, 1, 2024, 1, 31, range);
+    EXPECT_EQ(range[0], 0);
+    EXPECT_EQ(range[1], 1);
+    stock_getTimeRange(stocks[0], 2024, 1, 5, 2024, 1, 31, range);
+    EXPECT_EQ(range[0], sorted ? 1 : 0);
+    EXPECT_EQ(range[1], sorted ? 1 : 0);
+  }
+  setDay(stocks[1], 2024, 1, 4, 8);
+  setDay(stocks[1], 2024, 1, 6, 7);
+  EXPECT_EQ(valueAt(stocks[1], 0, 1), 8);
+  stock_sort(stocks[1]);
+  EXPECT_EQ(valueAt(stocks[1], 0, 1), 7);
+  EXPECT_EQ(stock_getData(stocks[1], 0, 0, 9, std::vector<double>(9).data()), 3);
 }
 
 TEST(StockFile, DamageLoadsWhatIsWhole) {

@@ -58,15 +58,23 @@ Vector3 Ellipsoid::toLLA(const Vector3& ecef) const {
 
 LocalFrame::LocalFrame(const Vector3& originLLA, const Ellipsoid& ellipsoid) : origin(ellipsoid.toECEF(originLLA)) {
   const SineCosine lambda(radians(originLLA[0])), phi(radians(originLLA[1]));
-  rotation = {-lambda.sine,
-              lambda.cosine,
-              0,
-              -phi.sine * lambda.cosine,
-              -phi.sine * lambda.sine,
-              phi.cosine,
-              phi.cosine * lambda.cosine,
-              phi.cosine * lambda.sine,
-              phi.sine};
+  toLocal = {-lambda.sine,
+             lambda.cosine,
+             0,
+             -phi.sine * lambda.cosine,
+             -phi.sine * lambda.sine,
+             phi.cosine,
+             phi.cosine * lambda.cosine,
+             phi.cosine * lambda.sine,
+             phi.sine};
+  toEarth = inverse(toLocal);
+}
+
+// East has no part of z, also where z is no finite number.
+Vector3 LocalFrame::toENU(const Vector3& ecef) const {
+  const Vector3 d = ecef - origin;
+  const Matrix3& m = toLocal;
+  return {m[0] * d[0] + m[1] * d[1], m[3] * d[0] + m[4] * d[1] + m[5] * d[2], m[6] * d[0] + m[7] * d[1] + m[8] * d[2]};
 }
 
 double lengthOfPath(const Vector3& p, const Vector3& q, const Ellipsoid& ellipsoid) {

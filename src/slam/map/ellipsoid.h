@@ -23,12 +23,12 @@ class LocalFrame {
  public:
   LocalFrame(const Vector3& originLLA, const Ellipsoid& ellipsoid);
 
-  Vector3 toENU(const Vector3& ecef) const { return rotation * (ecef - origin); }
-  Vector3 toECEF(const Vector3& enu) const { return inverse(rotation) * enu + origin; }
+  Vector3 toENU(const Vector3& ecef) const;
+  Vector3 toECEF(const Vector3& enu) const { return toEarth * enu + origin; }
 
  private:
   Vector3 origin;  // ECEF
-  Matrix3 rotation;
+  Matrix3 toLocal, toEarth;
 };
 
 /// Length of the path from p to q that runs straight in longitude, latitude and altitude, by its samples.
