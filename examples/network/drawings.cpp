@@ -67,7 +67,7 @@ std::string drawnDigit(const double* picture) {
 }
 
 std::string drawnModels(const std::vector<const Model*>& models) {
-  constexpr double kWidth = 128, kHeight = 50, kGap = 24, kRow = 92;
+  constexpr double kWidth = 146, kHeight = 50, kGap = 24, kRow = 92;
   size_t longest = 1;
   std::string marks;
   double top = 6;

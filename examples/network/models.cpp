@@ -46,7 +46,7 @@ void Model::affine(int32_t outputs, std::mt19937& rng) {
 }
 
 void Model::activation(uint8_t kind, const std::string& what) {
-  last = layer(api_GetNetLayerSize(last), kind, last);
+  hidden = last = layer(api_GetNetLayerSize(last), kind, last);
   boxes.push_back({what, boxes.back().size});
 }
 

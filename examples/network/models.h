@@ -37,8 +37,9 @@ class Model {
 
   /// W x + b on the last layer, with weights of mean 0 and a spread that keeps the size of the numbers.
   void affine(int32_t outputs, std::mt19937& rng);
-  /// An activation of every number of the last layer.
+  /// An activation of every number of the last layer; `hidden` is the last one of them.
   void activation(uint8_t kind, const std::string& what);
+  NetLayer* hidden = nullptr;
   /// `kernels` convolutions of 3 by 3 cells over the picture, each followed by the largest of every 2 by 2 cells.
   void convolutions(int32_t kernels, std::mt19937& rng);
   /// Hands the graph to the network. Nothing else may be added.

@@ -129,6 +129,12 @@ std::string confusionSection(const Results& results) {
          "</figcaption></figure>\n";
 }
 
+/// The polling may have missed an epoch.
+std::string rateAfter(const Curve& curve, double epoch) {
+  const auto at = std::find(curve.epochs.begin(), curve.epochs.end(), epoch);
+  return at == curve.epochs.end() ? "-" : percent(curve.rates[static_cast<size_t>(at - curve.epochs.begin())]);
+}
+
 std::string stepperSection(std::vector<Curve> steppers) {
   if (steppers.empty()) return "";
   std::stable_sort(steppers.begin(), steppers.end(), [](const Curve& a, const Curve& b) { return a.best > b.best; });
@@ -143,8 +149,8 @@ std::string stepperSection(std::vector<Curve> steppers) {
       "best</th><th class=\"number\">Seconds</th></tr></thead><tbody>\n";
   for (const Curve& curve : steppers)
     html += "<tr><td>" + escaped(curve.name) + "</td>" + number(shortNumber(curve.rate, 3)) +
-            number(curve.rates.size() > 1 ? percent(curve.rates[1]) : "-") + number(percent(curve.best)) +
-            number(shortNumber(curve.seconds, 2)) + "</tr>\n";
+            number(rateAfter(curve, 1)) + number(percent(curve.best)) + number(shortNumber(curve.seconds, 2)) +
+            "</tr>\n";
   return html + "</tbody></table></div>\n";
 }
 
