@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "svg_plot.h"
 
@@ -47,8 +48,15 @@ class Writer {
     const Vector& coef = over ? found.top : found.bottom;
     const auto& index = over ? found.topTerms : found.bottomTerms;
     const double unit = found.kind == ES_KIND_RATIONAL ? 1 : found.d0 / (over ? study.outputUnit : 1);
+    const double constant = over ? found.c0 / unit : 1;
+    double largest = 0;
+    for (const double y : study.y) largest = std::max(largest, std::abs(y));
     std::string text;
-    for (std::size_t k = 0; k < index.size(); ++k) {
+    if (index.empty() || !over || std::abs(constant) > 1e-9 * largest) add(text, constant, "");
+    std::vector<std::size_t> order(index.size());  // the walk meets the terms in any order
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return index[a] < index[b]; });
+    for (const std::size_t k : order) {
       const auto place = static_cast<std::size_t>(index[k]);
       const std::string& name = latex ? terms[place].latex : terms[place].plain;
       if (powers)
@@ -56,10 +64,6 @@ class Writer {
       else
         add(text, coef[k] / unit, name);
     }
-    const double constant = over ? found.c0 / unit : 1;
-    double largest = 0;
-    for (const double y : study.y) largest = std::max(largest, std::abs(y));
-    if (text.empty() || !over || std::abs(constant) > 1e-9 * largest) add(text, constant, "");
     return text;
   }
 
