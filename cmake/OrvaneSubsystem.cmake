@@ -18,6 +18,11 @@ function(orvane_subsystem name)
   target_compile_options(orvane_${name} PRIVATE -Wconversion -Wno-sign-conversion)
   target_compile_definitions(orvane_${name} PRIVATE ORVANE_BUILDING EIGEN_MPL2_ONLY)
   set_target_properties(orvane_${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  if(ORVANE_ABI)
+    # All exported functions are defined in these files.
+    list(FILTER ARGN INCLUDE REGEX "exports[^/]*\\.cpp$")
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -g)
+  endif()
   set_property(GLOBAL APPEND PROPERTY ORVANE_SUBSYSTEMS orvane_${name})
 endfunction()
 
