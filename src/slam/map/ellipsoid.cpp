@@ -38,17 +38,17 @@ Vector3 Ellipsoid::toECEF(const Vector3& lla) const {
 
 // Fixed-point iteration for t = Z + e^2 N sin(phi), the height above the point where the normal meets the axis. Points
 // are taken together, as the divisions of one would wait for each other; each stops by itself.
-Ellipsoid::Lanes Ellipsoid::axisHeights(const Lanes& z, const Lanes& across, std::size_t count) const {
+Ellipsoid::Lanes Ellipsoid::axisHeights(const Lanes& z, const Lanes& across) const {
   Lanes t = z;
-  std::array<bool, kAtOnce> stopped{};
+  std::array<int64_t, kAtOnce> stopped{};  // as wide as the numbers, for the vectoriser
   for (int round = 0; round < 16; ++round) {
-    bool all = true;
-    for (std::size_t i = 0; i < count; ++i) {
+    int64_t all = 1;
+    for (std::size_t i = 0; i < kAtOnce; ++i) {
       const double next = z[i] + t[i] * (square * a) / std::sqrt((1 - square) * t[i] * t[i] + across[i]);
       const double change = std::abs(t[i] - next);
       t[i] = stopped[i] ? t[i] : next;
-      stopped[i] = stopped[i] || change < 1e-15;
-      all = all && stopped[i];
+      stopped[i] = stopped[i] | static_cast<int64_t>(change < 1e-15);
+      all &= stopped[i];
     }
     if (all) break;
   }
@@ -66,13 +66,14 @@ Vector3 Ellipsoid::geodetic(const Vector3& ecef, double across, double t) const 
 }
 
 void Ellipsoid::toLLA(std::span<Vector3> points) const {
-  Lanes z{}, across{};
+  Lanes z{}, across;
+  across.fill(1);  // places without a point stop at once
   for (std::size_t i = 0; i < points.size(); ++i) {
     const Vector3& p = points[i];
     z[i] = p[2];
     across[i] = p[0] * p[0] + p[1] * p[1];
   }
-  const Lanes t = axisHeights(z, across, points.size());
+  const Lanes t = axisHeights(z, across);
   for (std::size_t i = 0; i < points.size(); ++i) points[i] = geodetic(points[i], across[i], t[i]);
 }
 

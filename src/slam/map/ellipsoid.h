@@ -24,7 +24,7 @@ class Ellipsoid {
  private:
   using Lanes = std::array<double, kAtOnce>;
 
-  Lanes axisHeights(const Lanes& z, const Lanes& across, std::size_t count) const;
+  Lanes axisHeights(const Lanes& z, const Lanes& across) const;
   Vector3 geodetic(const Vector3& ecef, double across, double t) const;
 
   double a, square;
