@@ -1,11 +1,14 @@
 # SPDX-License-Identifier: Apache-2.0
 """What the tests of the example hosts share: a run of the host, its page as a browser shows it."""
+import csv
 import html.parser
+import math
 import os
 import re
 import subprocess
 import tempfile
 import unittest
+import urllib.parse
 
 CHROMIUM = os.environ.get('CHROMIUM', '')
 needs_browser = unittest.skipUnless(CHROMIUM and os.path.exists(CHROMIUM), 'needs chromium')
@@ -17,13 +20,18 @@ class Page(html.parser.HTMLParser):
     def __init__(self, text):
         super().__init__()
         self.figures, self.figure, self.formulas, self.texts, self.hidden = {}, None, 0, [], 0
-        self.linked, self.errors, self.tags = [], 0, set()
+        self.linked, self.errors, self.tags, self.data = [], 0, set(), []
         self.feed(text)
 
     def handle_starttag(self, tag, attributes):
         values = dict(attributes)
         self.tags.add(tag)
-        self.linked += [values[key] for key in ('src', 'href') if key in values]
+        for link in (values[key] for key in ('src', 'href') if key in values):
+            prefix, is_data, text = link.partition('data:text/csv;charset=utf-8,')
+            if is_data and not prefix:
+                self.data.append(list(csv.reader(urllib.parse.unquote(text).splitlines())))
+            else:
+                self.linked.append(link)
         classes = (values.get('class') or '').split()
         if tag == 'figure':
             self.figure = self.figures.setdefault(values['id'], {})
@@ -59,6 +67,10 @@ def opened(test, path):
     test.assertEqual(page.linked, [], 'the page needs something beside it')
     test.assertEqual(re.findall(r'url\((?!data:|#)[^)]{0,80}', shown.stdout.split('<script>')[0]), [])
     test.assertEqual(page.errors, 0, 'a formula that the typesetter refuses')
+    test.assertIn('This page again:', ''.join(page.texts))
+    for table in page.data:
+        test.assertEqual(table[0], ['series', 'x', 'y'])
+        test.assertGreater(sum(all(map(math.isfinite, map(float, row[1:]))) for row in table[1:]), 0)
     return page
 
 
@@ -74,8 +86,8 @@ class HostTest(unittest.TestCase):
 
     def file(self, text, name='data.csv'):
         path = os.path.join(self.folder, name)
-        with open(path, 'w', encoding='utf-8', newline='') as out:
-            out.write(text)
+        with open(path, 'wb') as out:
+            out.write(text if isinstance(text, bytes) else text.encode())
         return path
 
     def run_host(self, *arguments):

@@ -213,9 +213,12 @@ std::vector<Problem> tracedProblems() {
     r[1] = atan(7.0 * x[1]);
     r[2] = 3.0 + 0.0 * x[0];
   };
-  return {problem("rosenbrock", 2, 2, rosenbrock), problem("beale", 3, 2, beale),
-          problem("far", 3, 2, far),       problem("gradient", 2, 2, gradient),
-          problem("uphill", 3, 2, uphill), problem("uphill_only", 3, 2, uphillOnly)};
+  return {problem("rosenbrock", 2, 2, rosenbrock),
+          problem("beale", 3, 2, beale),
+          problem("far", 3, 2, far),
+          problem("gradient", 2, 2, gradient),
+          problem("uphill", 3, 2, uphill),
+          problem("uphill_only", 3, 2, uphillOnly)};
 }
 
 TEST(DogLeg, VisitsThePointsOfItsRules) {

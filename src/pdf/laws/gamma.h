@@ -13,8 +13,8 @@
 namespace PDF {
 
 /// LG(a, t)/gamma(a) = t^a exp(-t)/gamma(a+1) (1 + t/(a+1) + t^2/((a+1)(a+2)) + ...) with all that hangs on a at hand:
-/// the value of SpecialFunction::calcIncompleteGammaLower between its ends. Nowhere within rounding of a whole a, where
-/// that function changes its method, and at a whole a not so far left that its partial sum ends early.
+/// the value of SpecialFunction::calcIncompleteGammaLower between its ends. Nowhere within rounding of an integer a,
+/// where that function changes its method, and at an integer a not so far left that its partial sum ends early.
 class LowerShare {
  public:
   LowerShare() = default;

@@ -4,7 +4,7 @@
 #include "pdf/formula.h"
 #include "pdf/plain_pdf_fun.h"
 
-/// Location and scale families on the whole line, the extreme values and the logistic kin.
+/// Location and scale families on the real line, the extreme values and the logistic kin.
 namespace PDF {
 
 /// Cauchy with location a and scale b.

@@ -128,7 +128,7 @@ HalfTurns halfTurns(double angle) {
 }
 
 double calcEllipticK(double m) {
-  // KEPT: NaN at m = 1 as the run-time's integral gives; expected: infinity (kept.csv: EllipticK_one)
+  // KEPT: NaN at m = 1 as the standard library's integral gives; expected: infinity (kept.csv: EllipticK_one)
   if (!(m < 1)) return kNaN;
   return pi / 2 / meanOf(1, std::sqrt(1 - m));
 }

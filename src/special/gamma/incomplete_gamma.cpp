@@ -98,7 +98,7 @@ double partialSum(long long n, double x) {
   return static_cast<double>(sum);
 }
 
-// P(n, x) for a whole n > 0 and x < 0: x^n/gamma(n) sum of |x|^k/(k! (n+k)), all of one sign.
+// P(n, x) for integer n > 0 and x < 0: x^n/gamma(n) sum of |x|^k/(k! (n+k)), all of one sign.
 double lowerAtWholeLeft(double n, double x) {
   const double size = -x, logarithm = n * std::log(size) - calcLngamma(n);
   const double sign = std::fmod(n, 2) == 0 ? 1 : -1;
@@ -112,13 +112,13 @@ double lowerAtWholeLeft(double n, double x) {
   return sign * sum * (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / std::tgamma(n) : std::exp(logarithm));
 }
 
-// P(n, x) for a whole n > 0.
+// P(n, x) for integer n > 0.
 double lowerAtWhole(double n, double x) {
   if (std::isnan(x)) return kNaN;
   return x < 0 ? lowerAtWholeLeft(n, x) : Kernel::regularisedGamma(n, x).p;
 }
 
-// Q(n, x) for a whole n > 1. The sum times exp(-x) is formed as it stands while that neither cancels (x < 0) nor is
+// Q(n, x) for integer n > 1. The sum times exp(-x) is formed as it stands while that neither cancels (x < 0) nor is
 // infinity times zero.
 double upperAtWhole(double n, double x) {
   if (x >= 0 && x <= 700 && n <= 1000000) return partialSum(static_cast<long long>(n), x) * std::exp(-x);

@@ -40,7 +40,7 @@ double fraction(double n, double x) {
   return value * std::exp(-x);
 }
 
-// E_p(x) for a broken p or one far left of 0.
+// E_p(x) for a non-integer p or one far left of 0.
 double ofBrokenOrder(double p, double x) {
   if (!(x > 0)) return kNaN;  // x^(p-1)
   if (p > 0) {

@@ -12,7 +12,7 @@ namespace {
 constexpr double kTwoPi = 2 * pi;
 constexpr double kTwoPiRest = 2.4492935982947064e-16;  // 2 pi - kTwoPi
 
-// x mod 2 pi in [0, 2 pi), from the run-time's own reduction for large x.
+// x mod 2 pi in [0, 2 pi), from the standard library's own reduction for large x.
 double reduce(double x) {
   if (x >= 0 && x < kTwoPi) return x;
   const double guarded = guardAngle(x);

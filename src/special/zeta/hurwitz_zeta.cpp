@@ -14,7 +14,7 @@ constexpr double kNear = 1e-15;
 
 bool isInteger(double x) { return std::abs(std::round(x) - x) < kNear; }
 
-// x^-s; whole exponents up to 16 by multiplication.
+// x^-s; integer exponents up to 16 by multiplication.
 double inversePower(double x, double s) {
   if (s > 16 || s < 0 || s != std::floor(s)) return std::pow(x, -s);
   double power = 1;
@@ -106,7 +106,7 @@ double calcHurwitzZeta_Call4(double s, double a) {
   // KEPT: 0 far left; expected: the sum (kept.csv: Hurwitz_left)
   if (a < -10000) return 0;
   if (s > 6) return directSum(s, a);
-  // Left of 0 the terms up to the first positive one are taken out; a negative base needs a whole s, else NaN.
+  // Left of 0 the terms up to the first positive one are taken out; a negative base needs an integer s, else NaN.
   double head = 0;
   for (; a < 0; a += 1) head += inversePower(a, s);
   if (std::isnan(head)) return head;

@@ -30,7 +30,7 @@ double gammaOverPower(double x) {
 }
 
 // eta(s), s >= -1/10, by n terms of its alternating sum with Chebyshev weights; the error is below 3 (3+sqrt 8)^-n
-// (Borwein 2000, algorithm 2). Fifty times quicker than the run-time's riemann_zeta, with the same digits.
+// (Borwein 2000, algorithm 2). Fifty times quicker than the standard library's riemann_zeta, with the same digits.
 double alternatingSum(double s) {
   constexpr int kCount = 23;
   struct Table {
