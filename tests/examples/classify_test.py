@@ -5,32 +5,22 @@ import random
 import re
 import signal
 import subprocess
-import tempfile
 import time
-import unittest
 
-from host_test import needs_browser, opened, run_tests
+from host_test import HostTest, needs_browser, opened, run_tests
 
-HOST = os.environ['ORVANE_CLASSIFY']
 DATA = os.environ['SAMPLES']
 
 
-class Classify(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.report = os.path.join(self.folder, 'classify.html')
+class Classify(HostTest):
+    host = os.environ['ORVANE_CLASSIFY']
+    always = ('--data', DATA)
 
     def file(self, text):
         path = os.path.join(self.folder, f'own{len(os.listdir(self.folder))}.csv')
         with open(path, 'w') as out:
             out.write(text)
         return path
-
-    def run_host(self, *arguments):
-        return subprocess.run([HOST, '--report', self.report, '--data', DATA, *arguments], capture_output=True, text=True,
-                              timeout=120)
 
     def right(self, *arguments):
         """Shares that the machine and the tree have right, by set."""
@@ -81,7 +71,7 @@ class Classify(unittest.TestCase):
         random.seed(2)
         own = self.file('x,y,part\n' + ''.join(
             f'{random.random()},{random.random()},{random.choice("ab")}\n' for _ in range(4000)))
-        host = subprocess.Popen([HOST, '--report', self.report, '--c', '1e9', '--width', '9', own],
+        host = subprocess.Popen([self.host, '--report', self.report, '--c', '1e9', '--width', '9', own],
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         time.sleep(1)
         host.send_signal(signal.SIGINT)

@@ -75,8 +75,9 @@ def opened(test, path):
 
 
 class HostTest(unittest.TestCase):
-    """A class of tests of the program `host`, which writes its page to self.report."""
+    """A class of tests of the program `host`, which writes its page to self.report and takes the options `always`."""
     host = ''
+    always = ()
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -91,7 +92,7 @@ class HostTest(unittest.TestCase):
         return path
 
     def run_host(self, *arguments):
-        return subprocess.run([self.host, '--report', self.report, *arguments], capture_output=True, text=True, timeout=300)
+        return subprocess.run([self.host, '--report', self.report, *self.always, *arguments], capture_output=True, text=True, timeout=300)
 
     def lines(self, *arguments):
         result = self.run_host(*arguments)

@@ -4,25 +4,15 @@ import os
 import re
 import signal
 import subprocess
-import tempfile
 import time
-import unittest
 
-from host_test import needs_browser, opened, run_tests
+from host_test import HostTest, needs_browser, opened, run_tests
 
-HOST = os.environ['ORVANE_NETWORK']
 DIGITS = os.path.join(os.environ['SAMPLES'], 'digits.csv')
 
 
-class Network(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.report = os.path.join(folder.name, 'network.html')
-
-    def run_host(self, *arguments):
-        return subprocess.run([HOST, '--report', self.report, *arguments], capture_output=True, text=True, timeout=300)
+class Network(HostTest):
+    host = os.environ['ORVANE_NETWORK']
 
     def file_of(self, *lines):
         path = os.path.join(self.folder, 'digits.csv')
@@ -60,7 +50,7 @@ class Network(unittest.TestCase):
 
     def test_interrupt(self):
         """Ctrl-C in a training without end: the best so far is tested and written."""
-        host = subprocess.Popen([HOST, '--report', self.report, '--epochs', '100000', '--rate', '0.0001', DIGITS],
+        host = subprocess.Popen([self.host, '--report', self.report, '--epochs', '100000', '--rate', '0.0001', DIGITS],
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         time.sleep(2)
         host.send_signal(signal.SIGINT)

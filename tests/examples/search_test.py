@@ -5,32 +5,22 @@ import random
 import re
 import signal
 import subprocess
-import tempfile
 import time
-import unittest
 
-from host_test import needs_browser, opened, run_tests
+from host_test import HostTest, needs_browser, opened, run_tests
 
-HOST = os.environ['ORVANE_SEARCH']
 DATA = os.environ['SAMPLES']
 
 
-class Search(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.report = os.path.join(self.folder, 'search.html')
+class Search(HostTest):
+    host = os.environ['ORVANE_SEARCH']
+    always = ('--data', DATA)
 
     def file(self, text):
         path = os.path.join(self.folder, f'own{len(os.listdir(self.folder))}.csv')
         with open(path, 'w') as out:
             out.write(text)
         return path
-
-    def run_host(self, *arguments):
-        return subprocess.run([HOST, '--report', self.report, '--data', DATA, *arguments], capture_output=True, text=True,
-                              timeout=120)
 
     def found(self, *arguments):
         result = self.run_host(*arguments)
@@ -84,7 +74,7 @@ class Search(unittest.TestCase):
         random.seed(2)
         own = self.file('a,b,c,d,e\n' + ''.join(
             ','.join(str(random.random()) for _ in range(5)) + '\n' for _ in range(300)))
-        host = subprocess.Popen([HOST, '--report', self.report, '--degree', '4', '--parameters', '9', own],
+        host = subprocess.Popen([self.host, '--report', self.report, '--degree', '4', '--parameters', '9', own],
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         time.sleep(1)
         host.send_signal(signal.SIGINT)
