@@ -26,6 +26,13 @@ size_t columnIndex(const CsvReader& reader, const std::string& wanted, const std
   return ordinal - 1;
 }
 
+// What may make a number of a cell that is none as it stands.
+std::string advice(const std::string& cell, const NumberForm& form) {
+  if (cell.empty() || cell.find_first_not_of("0123456789+-., '") != std::string::npos) return "";
+  if (form.decimal == '.' && numberIn(cell, {',', 0})) return "; --decimal comma reads a decimal comma";
+  return "; --decimal and --thousands tell how numbers are written";
+}
+
 }  // namespace
 
 CsvColumn readColumn(const Options& options) {
@@ -34,8 +41,8 @@ CsvColumn readColumn(const Options& options) {
   if (!reader.next(cells)) throw Complaint(options.dataPath + ": is empty");
 
   const size_t index = columnIndex(reader, options.column, cells, options.header != Header::absent);
-  const bool hasHeader =
-      options.header == Header::present || (options.header == Header::automatic && !csvNumber(cells[index]));
+  const bool hasHeader = options.header == Header::present ||
+                         (options.header == Header::automatic && !numberIn(cells[index], options.numbers));
   CsvColumn column;
   column.name = hasHeader && !cells[index].empty() ? cells[index] : "column " + std::to_string(index + 1);
   bool more = hasHeader ? reader.next(cells) : true;
@@ -43,8 +50,10 @@ CsvColumn readColumn(const Options& options) {
     if (index >= cells.size())
       reader.complain("column " + std::to_string(index + 1) + " is missing, the line has " +
                       std::to_string(cells.size()));
-    const std::optional<double> value = csvNumber(cells[index]);
-    if (!value) reader.complain(inQuotes(cells[index]) + " is no finite number (column " + inQuotes(column.name) + ")");
+    const std::optional<double> value = numberIn(cells[index], options.numbers);
+    if (!value)
+      reader.complain(inQuotes(cells[index]) + " is no finite number (column " + inQuotes(column.name) + ")" +
+                      advice(cells[index], options.numbers));
     column.values.push_back(*value);
   }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "csv.h"
 #include "options.h"
 
 /// One column of a file.

@@ -44,7 +44,7 @@ struct Options {
 };
 
 double number(const std::string& option, const std::string& text, double least, double most) {
-  const std::optional<double> value = csvNumber(text);
+  const std::optional<double> value = numberIn(text);
   if (!value || *value < least || *value > most)
     throw Complaint(option + ": " + inQuotes(text) + " is no number from " + std::to_string(static_cast<int>(least)) +
                     " to " + std::to_string(static_cast<int>(most)));

@@ -9,7 +9,7 @@ import tempfile
 import time
 import unittest
 
-from page_in_browser import needs_browser, opened, run_tests
+from host_test import needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_SEARCH']
 DATA = os.environ['SAMPLES']
