@@ -8,6 +8,7 @@
 #include <random>
 
 #include "complaint.h"
+#include "csv.h"
 #include "draw.h"
 #include "page.h"
 #include "sections.h"
@@ -20,13 +21,15 @@ constexpr int32_t kAllLines = std::numeric_limits<int32_t>::max();
 
 // The library says only whether a file is good: what is wrong, and where, is found here.
 void load(const std::string& nodes, const std::string& elements) {
-  constexpr double kMost = std::numeric_limits<double>::max(), kIds = kAllLines;
-  for (const Row& row : readRows(nodes, ',', {"id", "x", "y"})) {
-    numberIn(row, 0, -kIds, kIds, "id");
-    for (size_t k = 1; k < 3; ++k) numberIn(row, k, -kMost, kMost, "coordinate");
-  }
-  for (const Row& row : readRows(elements, ',', {"id", "first node", "second node", "third node"}))
-    for (size_t k = 0; k < 4; ++k) numberIn(row, k, -kIds, kIds, "id");
+  static constexpr double kMost = std::numeric_limits<double>::max(), kIds = kAllLines;
+  readRows(nodes, ',', {"id", "x", "y"}, [](const CsvReader& reader, const auto& cells) {
+    reader.number(cells[0], -kIds, kIds, "id");
+    for (size_t k = 1; k < 3; ++k) reader.number(cells[k], -kMost, kMost, "coordinate");
+  });
+  readRows(elements, ',', {"id", "first node", "second node", "third node"},
+           [](const CsvReader& reader, const auto& cells) {
+             for (size_t k = 0; k < 4; ++k) reader.number(cells[k], -kIds, kIds, "id");
+           });
   if (!mesh2D_loadNode(nodes.c_str(), 1, kAllLines)) throw Complaint(nodes + ": has an id twice");
   if (!mesh2D_loadElement(elements.c_str(), 1, kAllLines, 3)) throw Complaint(elements + ": has an id twice");
   mesh2D_initBuild();

@@ -10,6 +10,7 @@
 #include <random>
 
 #include "complaint.h"
+#include "csv.h"
 #include "draw.h"
 #include "page.h"
 #include "sections.h"
@@ -34,11 +35,11 @@ StockData* riverFrom(const std::string& path) {
   StockData* river = stock_getStock(kRiverCode, kRiver);
   stock_setName(river, "river");
   stock_addAttributeType(river, kPower);
-  for (const Row& row : readRows(path, ';', {"year", "flow"})) {
-    const double year = numberIn(row, 0, 1, 9000, "year");
-    const double flow = numberIn(row, 1, -2e7, 2e7, "flow within 20 millions");
+  readRows(path, ';', {"year", "flow"}, [river](const CsvReader& reader, const auto& cells) {
+    const double year = reader.number(cells[0], 1, 9000, "year");
+    const double flow = reader.number(cells[1], -2e7, 2e7, "flow within 20 millions");
     stock_setData(river, static_cast<uint32_t>(year), 7, 1, flow, 0, 0, 0, 0, 0, 0, 0, 0);
-  }
+  });
   return river;
 }
 

@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import unittest
 
-from page_in_browser import needs_browser, opened, run_tests
+from host_test import needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_SPACE']
 DATA = os.environ['SAMPLES']
@@ -86,8 +86,8 @@ class Space(unittest.TestCase):
                                     ([broken], 'broken.csv:3: "much" is no angle within 180 degrees'),
                                     ([CITIES, '--nodes', broken], 'broken.csv:3: "much" is no coordinate'),
                                     ([CITIES, '--nodes', twice], 'twice.csv: has an id twice'),
-                                    ([CITIES, '--elements', twice], 'twice.csv:2: "1,2,3" has no column third node'),
-                                    ([CITIES, '--river', '/no/such'], '/no/such: cannot be read'),
+                                    ([CITIES, '--elements', twice], 'twice.csv:2: has no column third node'),
+                                    ([CITIES, '--river', '/no/such'], '/no/such: No such file'),
                                     ([CITIES, '--station', 'Atlantis'], '--station: "Atlantis"'),
                                     ([CITIES, '--height', '100'], '--height: "100" is no number from 160 to 40000'),
                                     ([CITIES, '--colour', 'red'], 'unknown option --colour'),

@@ -112,8 +112,8 @@ void QuadProgSolver::visit(BoxedProblem& problem, WorkData_t& work, std::vector<
     problem.l[row] = from;
     problem.u[row] = to;
     std::vector<double> y;
-    // KEPT: a child is dropped by its value of the whole expression, while OSQP has minimised the one with a fourth of
-    // the quadratic part: the best point may be lost with it (kept.csv: IntProg_bound)
+    // KEPT: a child is dropped by the whole expression, OSQP minimised the one with a fourth of the squares; expected:
+    // one objective for both (kept.csv: IntProg_bound)
     if (solveByOsqp(problem, y) == kSolved && !(evaluate(y) > work.best)) visit(problem, work, std::move(y));
   };
   // The nearer side first: it tends to give a good value early.
