@@ -25,16 +25,19 @@ class GrowingSum {
  public:
   explicit GrowingSum(const SymObject& sum) {
     for (const ConstNodePtr& arg : sum.args) {
-      if (arg->kind == Code::Number)
+      if (arg->kind == Code::Number) {
         number = arg->coef;
-      else
-        enter(*arg, hashOf(*arg), identityFormOf(*arg));
+        continue;
+      }
+      const uint64_t hash = hashOf(*arg);
+      refused = refused || places.contains(hash);
+      enter(*arg, hash, identityFormOf(*arg));
     }
   }
 
   /// False, without effect, where only the whole rule knows what happens.
   bool add(const SymObject& term) {
-    if (live < kFewParts) return false;
+    if (refused || live < kFewParts) return false;
     if (term.kind == Code::Number) {
       const double total = number + term.coef;
       const double largest = std::max(std::max(0.0, std::abs(number)), std::abs(term.coef));
@@ -106,6 +109,7 @@ class GrowingSum {
   std::unordered_map<uint64_t, int> forms;                // terms that have identities, by the hash of their argument
   double number = 0;
   std::size_t live = 0;
+  bool refused = false;  // the sum holds terms that the next rule may merge, as one that ignores its coefficient leaves
 };
 
 /// The same for a product: a factor that could meet another one is refused.
@@ -113,10 +117,11 @@ class GrowingProduct {
  public:
   explicit GrowingProduct(const SymObject& product) : product_(product.coef) {
     for (const ConstNodePtr& arg : product.args) enter(*arg, meetingPlace(*arg));
+    refused = places.size() < factors.size();
   }
 
   bool add(const SymObject& factor) {
-    if (factors.size() < kFewParts || factor.kind == Code::Mul) return false;
+    if (refused || factors.size() < kFewParts || factor.kind == Code::Mul) return false;
     const bool number = factor.kind == Code::Number;
     const double product = product_ * (number ? factor.coef : coefficientOf(factor));
     if (product == 0) return false;
@@ -153,6 +158,7 @@ class GrowingProduct {
   std::vector<NodePtr> factors;
   std::unordered_set<uint64_t> places;
   double product_;
+  bool refused = false;  // the product holds factors of one base
 };
 
 // Adds parts one by one up to the first that is refused; returns how many. Without effect where the order of the result
