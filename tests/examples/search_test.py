@@ -5,32 +5,20 @@ import random
 import re
 import signal
 import subprocess
-import tempfile
 import time
-import unittest
 
-from host_test import needs_browser, opened, run_tests
+from host_test import HostTest, needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_SEARCH']
 DATA = os.environ['SAMPLES']
 
 
-class Search(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.report = os.path.join(self.folder, 'search.html')
+class Search(HostTest):
+    host = HOST
+    options = ('--data', DATA)
 
     def file(self, text):
-        path = os.path.join(self.folder, f'own{len(os.listdir(self.folder))}.csv')
-        with open(path, 'w') as out:
-            out.write(text)
-        return path
-
-    def run_host(self, *arguments):
-        return subprocess.run([HOST, '--report', self.report, '--data', DATA, *arguments], capture_output=True, text=True,
-                              timeout=120)
+        return super().file(text, f'own{len(os.listdir(self.folder))}.csv')
 
     def found(self, *arguments):
         result = self.run_host(*arguments)
@@ -73,11 +61,7 @@ class Search(unittest.TestCase):
                                     (['--colour', 'red'], 'unknown option --colour'),
                                     (['--seconds'], '--seconds needs a value'),
                                     (['--report', '/no/such/folder/p.html'], '/no/such/folder/p.html')):
-            result = self.run_host(*arguments)
-            self.assertEqual(result.returncode, 2, arguments)
-            self.assertEqual(len(result.stderr.splitlines()), 1, result.stderr)
-            self.assertIn(expected, result.stderr)
-            self.assertFalse(os.path.exists(self.report))
+            self.refused([(expected, *arguments)])
 
     def test_interrupt(self):
         """Hours of work: Ctrl-C ends it, and the page has what was found."""
