@@ -130,7 +130,7 @@ void PDFManger::round(uint8_t solverCode, std::size_t threads) {
     if (tasks.size() < threads)
       start(solverCode, *funs[funIndex]);
     else
-      // KEPT: a turn that waits passes its distribution over; one expects it to start then (kept.csv: FitRound_skip)
+      // KEPT: a turn that waits passes its distribution over; expected: it to start then (kept.csv: FitRound_skip)
       reap(threads - 1);
   }
   reap(0);

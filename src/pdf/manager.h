@@ -21,8 +21,8 @@ namespace PDF {
 /// A sample and the fits of distributions to it.
 ///
 /// The caller of optimizer() is the only one that changes `tasks`; it does so under `mutex`, as it does with the
-/// results in the distributions, so that stop() and getSortPDF() from other threads see whole ones. The atomics may be
-/// read at any time.
+/// results in the distributions, so that stop() and getSortPDF() from other threads see complete ones. The atomics may
+/// be read at any time.
 class PDFManger final : public BaseData, public std::enable_shared_from_this<PDFManger> {
  public:
   /// Takes a raw sample; an empty one leaves no data.
