@@ -5,37 +5,19 @@
 #include <orvane/transform.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <charconv>
 #include <cmath>
-#include <cstring>
-#include <filesystem>
+#include <cstdio>
 #include <fstream>
 #include <numbers>
+#include <optional>
 
 #include "complaint.h"
+#include "csv.h"
 #include "page.h"
 #include "svg_plot.h"
 #include "view.h"
 
 namespace {
-
-std::vector<std::string> cellsOf(std::string line) {
-  if (line.ends_with('\r')) line.pop_back();
-  std::vector<std::string> cells(1);
-  for (const char c : line) {
-    if (c == ',')
-      cells.emplace_back();
-    else
-      cells.back() += c;
-  }
-  return cells;
-}
-
-bool readNumber(const std::string& text, double& value) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
-}
 
 /// 1958-03 as 1958 + 2.5/12; 0 for any other text.
 double monthOf(const std::string& text) {
@@ -48,32 +30,25 @@ double monthOf(const std::string& text) {
 }  // namespace
 
 Record readRecord(const std::string& path, const std::string& column, double rate) {
-  if (std::filesystem::is_directory(path)) throw Complaint(path + ": is a directory");
-  std::ifstream file(path);
-  if (!file) throw Complaint(path + ": " + std::strerror(errno));
-  std::string line;
-  if (!std::getline(file, line)) throw Complaint(path + ": is empty");
-  const std::vector<std::string> header = cellsOf(line);
+  CsvReader reader(path, ',');
+  std::vector<std::string> header, cells;
+  if (!reader.next(header)) throw Complaint(path + ": is empty");
   const auto found = std::find(header.begin(), header.end(), column);
-  if (found == header.end()) throw Complaint(path + ":1: no column is called \"" + column + "\"");
+  if (found == header.end()) reader.complain("no column is called " + inQuotes(column));
   const auto index = static_cast<size_t>(found - header.begin());
 
   Record record;
   record.name = column;
   record.rate = rate;
   double start = 0;
-  for (size_t number = 2; std::getline(file, line); ++number) {
-    const std::string where = path + ":" + std::to_string(number) + ": ";
-    const std::vector<std::string> cells = cellsOf(line);
-    if (cells.size() == 1 && cells[0].empty()) continue;
+  while (reader.next(cells)) {
     if (cells.size() != header.size())
-      throw Complaint(where + std::to_string(cells.size()) + " cells, the header has " + std::to_string(header.size()));
-    double value = 0;
-    if (!readNumber(cells[index], value))
-      throw Complaint(where + "\"" + cells[index] + "\" is no finite number (column \"" + column + "\")");
+      reader.complain(std::to_string(cells.size()) + " cells, the header has " + std::to_string(header.size()));
+    const std::optional<double> value = numberIn(cells[index]);
+    if (!value) reader.complain(inQuotes(cells[index]) + " is no finite number (column " + inQuotes(column) + ")");
     if (record.value.empty()) start = monthOf(cells[0]);
     record.time.push_back(start + static_cast<double>(record.value.size()) / rate);
-    record.value.push_back(value);
+    record.value.push_back(*value);
   }
   const auto least = static_cast<size_t>(std::max(48.0, 4 * rate));
   if (record.value.size() < least)

@@ -120,7 +120,7 @@ bool arePositive(double a, double b) { return a > 0 && b > 0 && std::isfinite(a)
 double betaSeries(double x, double a, double b) {
   if (arePositive(a, b)) {
     const double value = positiveBeta(x, 1 - x, a, b);
-    // KEPT: the absolute stop shows in a small sum; one would expect the integral (kept.csv: IBeta_stop)
+    // KEPT: the absolute stop shows in a small sum; expected: the integral (kept.csv: IBeta_stop)
     if (const auto rest = leftOutBeside(value, x, a, b)) return value - *rest;
   }
   const double upper[] = {a, 1 - b}, lower[] = {a + 1};
@@ -137,7 +137,7 @@ double betaSeriesBelow(double x, double a, double b) {
 
 double calcIBeta(double x, double a, double b) {
   if (!(x >= 0 && x <= 1)) return kNaN;
-  // KEPT: 0 below 1e-64, although x^a/a may be large for small or negative a (kept.csv: IBeta_tiny)
+  // KEPT: 0 below 1e-64; expected: x^a/a, large for small or negative a (kept.csv: IBeta_tiny)
   if (x < 1e-64) return 0;
   if (x < 0.500000000000001) {
     return b > 0 ? betaSeries(x, a, b) : betaSeriesBelow(x, a, b);
@@ -153,7 +153,7 @@ double calcIBeta(double x, double a, double b) {
   if (direct && !std::isfinite(full)) return betaSeriesBelow(x, a, b);
   const double mirrored = calcIBeta(y, b, a);
   if (full == 0) return -mirrored;
-  // KEPT: NaN where B(a, b) overflows; one would expect the integral (kept.csv: IBeta_overflow)
+  // KEPT: NaN where B(a, b) overflows; expected: the integral (kept.csv: IBeta_overflow)
   const double value = full * (1 - mirrored / full);
   return direct && std::abs(value) < 0.1 * std::abs(full) ? betaSeriesBelow(x, a, b) : value;
 }
@@ -166,9 +166,9 @@ double Kernel::regularisedBeta(double a, double b, double x) {
 
 double calcInverseBeta(double y, double a, double b) {
   if (!(a >= 0 && b >= 0 && y >= 0 && y <= 1)) return kNaN;
-  // KEPT: the square of a y below 1e-15, where one would expect (y a B)^(1/a) (kept.csv: InverseBeta_start)
+  // KEPT: the square of a y below 1e-15; expected: (y a B)^(1/a) (kept.csv: InverseBeta_start)
   if (y < 1e-15) return y * y;
-  // KEPT: extrapolates near 1, where one would expect 1 (kept.csv: InverseBeta_end)
+  // KEPT: extrapolates near 1; expected: 1 (kept.csv: InverseBeta_end)
   if (y + 1e-15 > 1) return 1 - 3.123 * y;
   const double target = y * calcBeta(a, b);
   double low = 0, high = 1, middle = 0;

@@ -1,0 +1,535 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Estimators for scikit-learn: formulas, support vector machine, trees, networks.
+
+They need scikit-learn (``pip install 'orvane[learn]'``) and follow its rules: ``fit``, ``predict``, ``score``,
+``get_params``, pickling. A long fit stops on Ctrl-C with the best model so far.
+
+>>> from orvane import learn
+>>> x = np.linspace(0.1, 3.0, 40).reshape(-1, 1)
+>>> model = learn.FormulaRegressor(max_terms=3, degree=2).fit(x, 2.0 / (1.0 + x[:, 0] ** 2))
+>>> model.score(x, 2.0 / (1.0 + x[:, 0] ** 2)) > 0.999999
+True
+"""
+from __future__ import annotations
+
+from itertools import combinations_with_replacement
+from typing import Any, Sequence
+
+import numpy as np
+from numpy.typing import ArrayLike, NDArray
+
+from . import capi
+from ._check import Floats, choice, integer, real
+from ._core import ffi, lib
+from ._handle import ConvergenceError, Handle
+from ._run import beside
+
+try:
+    from sklearn.base import BaseEstimator, ClassifierMixin, RegressorMixin
+    from sklearn.utils.multiclass import check_classification_targets
+    from sklearn.utils.validation import check_is_fitted, validate_data
+except ImportError as _missing:
+    raise ImportError("orvane.learn needs scikit-learn 1.6 or later: pip install 'orvane[learn]'") from _missing
+
+_KERNELS = {
+    "linear": 0, "gauss": 1, "polynomial": 2, "laplace": 3, "tanh": 4, "rational": 5, "multiquadric": 6,
+    "inverse_multiquadric": 7, "circular": 8, "spherical": 9, "cauchy": 10,
+}
+_TRANSFORMS = {"none": 0, "exp": 1, "ln": 2, "sqrt": 3}
+_ACTIVATIONS = {"tanh": 66, "relu": 78, "sigmoid": 77, "gelu": 87, "selu": 86, "softplus": 80, "mish": 91, "sin": 61}
+
+
+def _double(array: Floats) -> Any:
+    return ffi.from_buffer("double[]", array.reshape(-1))
+
+
+class _Model(BaseEstimator):  # type: ignore[misc]
+    """Checks of the data that all estimators share; the library's objects stay out of pickles."""
+
+    def __getstate__(self) -> dict[str, Any]:
+        state = dict(super().__getstate__())
+        state.pop("_native", None)
+        return state
+
+    def _features(self, x: ArrayLike) -> Floats:
+        check_is_fitted(self)
+        return np.ascontiguousarray(validate_data(self, x, reset=False, dtype=np.float64))
+
+    def _training(self, x: ArrayLike, y: ArrayLike, numeric: bool) -> tuple[Floats, Any]:
+        features, target = validate_data(self, x, y, dtype=np.float64, y_numeric=numeric, ensure_min_samples=2)
+        return np.ascontiguousarray(features), target
+
+
+class _Binary(ClassifierMixin, _Model):  # type: ignore[misc]
+    """A classifier of two classes."""
+
+    classes_: NDArray[Any]
+
+    def __sklearn_tags__(self) -> Any:
+        tags = super().__sklearn_tags__()
+        tags.classifier_tags.multi_class = False
+        return tags
+
+    def _signs(self, y: Any) -> Floats:
+        check_classification_targets(y)
+        self.classes_, places = np.unique(y, return_inverse=True)
+        if len(self.classes_) > 2:
+            raise ValueError("Only binary classification is supported. The type of the target is multiclass.")
+        if len(self.classes_) < 2:
+            raise ValueError("Classifier can't train when only one class is present.")
+        return np.where(places == 1, 1.0, -1.0)
+
+    def _named(self, positive: NDArray[np.bool_]) -> NDArray[Any]:
+        return self.classes_[positive.astype(int)]
+
+
+class SVMClassifier(_Binary):
+    """Support vector machine for two classes, by sequential minimal optimisation.
+
+    Parameters
+    ----------
+    kernel : str, optional
+        linear, gauss, polynomial, laplace, tanh, rational, multiquadric, inverse_multiquadric, circular, spherical or
+        cauchy.
+    C : float, optional
+        Bound of the multipliers.
+    parameters : (float, float, float), optional
+        p0, p1, p2 of the kernel.
+    rate : float, optional
+        Share of right samples at which the training ends; above 1 it goes on to the optimum.
+    max_iter : int, optional
+        Joint steps; 0 for no limit.
+
+    Examples
+    --------
+    >>> from orvane.learn import SVMClassifier
+    >>> SVMClassifier().fit([[0.0], [1.0], [4.0], [5.0]], [0, 0, 1, 1]).predict([[0.5], [4.5]])
+    array([0, 1])
+    """
+
+    def __init__(self, kernel: str = "gauss", C: float = 10.0, parameters: Sequence[float] = (1.0, 0.0, 2.0),
+                 rate: float = 1.01, max_iter: int = 1000000) -> None:
+        self.kernel, self.C, self.parameters, self.rate, self.max_iter = kernel, C, parameters, rate, max_iter
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "SVMClassifier":
+        """Trains on samples and labels."""
+        features, target = self._training(X, y, False)
+        self._x, self._y = features, self._signs(target)
+        machine = self._machine(trained=False)
+        pointer = machine.pointer
+        lib.svm_limit(pointer, real(self.rate, "rate"), integer(self.max_iter, "max_iter", 0), 10**9)
+        self.converged_, self.outcome_ = beside(lambda: bool(lib.svm_solve(pointer)), lambda: lib.svm_stop(pointer))
+        self.multipliers_ = np.zeros(len(features))
+        lib.svm_getA(pointer, _double(self.multipliers_))
+        self.intercept_ = float(lib.svm_getB(pointer))
+        self._weights = np.zeros(features.shape[1])
+        lib.svm_getW(pointer, _double(self._weights))
+        self.support_ = np.flatnonzero(self.multipliers_ > 0)
+        self._native = machine
+        return self
+
+    def _machine(self, trained: bool = True) -> Handle:
+        machine = Handle(lib.svm_create())
+        pointer, shape = machine.pointer, self._x.shape
+        parameters = np.array([*self.parameters, 0.0, 0.0, 0.0][:3], np.float64)
+        lib.svm_setXDim(pointer, shape[1])
+        lib.svm_setType(pointer, choice(self.kernel, "kernel", _KERNELS))
+        lib.svm_setOther(pointer, _double(parameters), real(self.C, "C", 0.0))
+        lib.svm_setData(pointer, _double(self._x), _double(self._y), shape[0])
+        if trained:
+            lib.svm_setA(pointer, _double(self.multipliers_), shape[0])
+            lib.svm_setB(pointer, self.intercept_)
+            if self.kernel == "linear":
+                lib.svm_setW(pointer, _double(self._weights), shape[1])
+        return machine
+
+    def decision_function(self, X: ArrayLike) -> Floats:
+        """f(x): positive for the second class."""
+        features = self._features(X)
+        if not hasattr(self, "_native"):
+            self._native = self._machine()
+        pointer, start = self._native.pointer, int(features.ctypes.data)
+        predict, step = lib.svm_predict, features.strides[0]
+        return np.array([predict(pointer, ffi.cast("double*", start + i * step), False) for i in range(len(features))])
+
+    def predict(self, X: ArrayLike) -> NDArray[Any]:
+        """Classes."""
+        return self._named(self.decision_function(X) > 0)
+
+
+class _Tree(_Model):
+    """A tree grows the same from the same data: a pickle keeps the samples and grows it again."""
+
+    def _grow(self, labels: Floats, classes: bool) -> Handle:
+        tree = Handle(lib.cart_Create())
+        pointer = tree.pointer
+        limits = (integer(self.min_samples, "min_samples", 0, 2**31 - 1), real(self.min_gap, "min_gap"),
+                  real(self.min_score, "min_score"), integer(self.max_depth, "max_depth", 0, 255))
+        with _table(self._x) as rows, _table(labels.reshape(-1, 1)) as column:
+            lib.cart_SetData(pointer, rows.pointer, column.pointer, ffi.NULL, classes)
+        lib.cart_SetLimitCondition(pointer, *limits)
+        beside(lambda: lib.cart_Train(pointer), lambda: lib.cart_Stop(pointer))
+        return tree
+
+    def _answers(self, X: ArrayLike, classes: bool) -> Floats:
+        features = self._features(X)
+        if not hasattr(self, "_native"):
+            self._native = self._grow(self._y, classes)
+        pointer, start = self._native.pointer, int(features.ctypes.data)
+        predict, step = lib.cart_Predict, features.strides[0]
+        return np.array([predict(pointer, ffi.cast("double*", start + i * step)) for i in range(len(features))])
+
+
+def _table(values: Floats) -> Handle:
+    table = Handle(lib.api_Data2D_Create(*values.shape))
+    lib.api_Data2D_SetValue(table.pointer, _double(np.ascontiguousarray(values)))
+    return table
+
+
+class TreeClassifier(_Binary, _Tree):
+    """Decision tree for two classes.
+
+    Parameters
+    ----------
+    max_depth : int, optional
+    min_samples : int, optional
+        Fewer samples make a leaf.
+    min_gap : float, optional
+        Neighbouring values closer than this give no threshold.
+    min_score : float, optional
+        A best split whose score is below makes a leaf; 0 makes every split.
+
+    Examples
+    --------
+    >>> from orvane.learn import TreeClassifier
+    >>> TreeClassifier().fit([[0.0], [1.0], [4.0], [5.0]], ["a", "a", "b", "b"]).predict([[0.5], [4.5]])
+    array(['a', 'b'], dtype='<U1')
+    """
+
+    def __init__(self, max_depth: int = 6, min_samples: int = 2, min_gap: float = 0.0, min_score: float = 0.0) -> None:
+        self.max_depth, self.min_samples, self.min_gap, self.min_score = max_depth, min_samples, min_gap, min_score
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "TreeClassifier":
+        """Grows the tree."""
+        self._x, target = self._training(X, y, False)
+        self._y = (self._signs(target) > 0).astype(np.float64)
+        self._native = self._grow(self._y, True)
+        return self
+
+    def predict(self, X: ArrayLike) -> NDArray[Any]:
+        """Classes."""
+        return self._named(self._answers(X, True) > 0)
+
+
+class TreeRegressor(RegressorMixin, _Tree):  # type: ignore[misc]
+    """Regression tree; parameters as of :class:`TreeClassifier`.
+
+    Examples
+    --------
+    >>> from orvane.learn import TreeRegressor
+    >>> TreeRegressor().fit([[0.0], [1.0], [4.0], [5.0]], [1.0, 1.0, 3.0, 3.0]).predict([[0.5], [4.5]])
+    array([1., 3.])
+    """
+
+    def __init__(self, max_depth: int = 6, min_samples: int = 2, min_gap: float = 0.0, min_score: float = 0.0) -> None:
+        self.max_depth, self.min_samples, self.min_gap, self.min_score = max_depth, min_samples, min_gap, min_score
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "TreeRegressor":
+        """Grows the tree."""
+        self._x, target = self._training(X, y, True)
+        self._y = np.ascontiguousarray(target, np.float64)
+        self._native = self._grow(self._y, False)
+        return self
+
+    def predict(self, X: ArrayLike) -> Floats:
+        """Mean label of the leaf of each row."""
+        return self._answers(X, False)
+
+
+class _Graph:
+    """A dense network: layers of weights, offsets and activations."""
+
+    def __init__(self, sizes: Sequence[int], activation: int) -> None:
+        self.parts: list[Handle] = []
+        self.net = Handle(lib.api_CreateNetWork())
+        first = last = self._part(lib.api_CreateNetLayer(sizes[0], capi.ORVANE_LAYER_COPY))
+        for place, size in enumerate(sizes[1:]):
+            for kind, shape in ((capi.ORVANE_LAYER_W_DOT_X, (size, sizes[place])), (capi.ORVANE_LAYER_X_ADD_A, (1, size))):
+                layer, variable = self._part(lib.api_CreateNetLayer(size, kind)), self._part(lib.api_CreateNetVar(*shape))
+                lib.api_SetVarToNetLayer(layer, variable)
+                lib.api_SetInput1ToNetLayer(layer, last)
+                last = layer
+            if place < len(sizes) - 2:
+                layer = self._part(lib.api_CreateNetLayer(size, activation))
+                lib.api_SetInput1ToNetLayer(layer, last)
+                last = layer
+        status = lib.api_NetWorkInit(self.net.pointer, first, last)
+        if status != capi.ORVANE_NETWORK_READY:
+            raise ConvergenceError(f"the network was refused with the code {status}")
+        self.sizes = (sizes[0], sizes[-1])
+
+    def _part(self, pointer: Any) -> Any:
+        self.parts.append(Handle(pointer))
+        return self.parts[-1].pointer
+
+    @property
+    def variables(self) -> Floats:
+        out = np.empty(lib.api_NetWorkGetVarSize(self.net.pointer))
+        lib.api_NetWorkGetVar(self.net.pointer, _double(out))
+        return out
+
+    @variables.setter
+    def variables(self, values: Floats) -> None:
+        lib.api_NetWorkSetVar(self.net.pointer, _double(values))
+
+    def train(self, x: Floats, y: Floats, steps: int, batch: int, rate: float, weight: float, bar: bool) -> str:
+        pointer = self.net.pointer
+        with Handle(lib.api_CreateOptimizer()) as optimiser, Handle(lib.api_CreateSolver(_ADAM)) as stepper:
+            opt = optimiser.pointer
+            lib.api_SetSolverVar(stepper.pointer, 0.9, 0.999, 1e-8, rate, rate / 20, steps)
+            lib.api_SetSolver(opt, stepper.pointer)
+            lib.api_SetNewWork(opt, pointer)
+            lib.api_SetPreprocessType(opt, 255)
+            lib.api_SetTrainData(opt, _double(x), _double(y), len(x), x.shape[1], y.shape[1])
+            lib.api_SetIterCount(opt, steps, max(1, steps // 64), min(batch, len(x)))
+            if weight:
+                lib.api_setRegForAllVar(opt, weight, 2)
+            status = lib.api_SolveInit(opt)
+            if status:
+                raise ConvergenceError(f"the training was refused with the code {status}")
+            lib.api_NetRandValue(pointer, 1.0)
+            info = ffi.new("double[7]")
+
+            def state() -> tuple[float, str]:
+                lib.api_GetOptRes(opt, info)
+                return info[6] / steps, f"{info[5]:.4g}"
+
+            _, outcome = beside(lambda: lib.api_Solve(opt), lambda: lib.api_Stop(opt), progress=bar, title="network",
+                                state=state)
+            lib.api_SetNewWork(opt, ffi.NULL)
+        return outcome
+
+    def run(self, x: Floats) -> Floats:
+        out = np.empty((len(x), self.sizes[1]))
+        source, target, run, pointer = int(x.ctypes.data), int(out.ctypes.data), lib.api_RunWork, self.net.pointer
+        for i in range(len(x)):
+            run(pointer, ffi.cast("double*", source + i * x.strides[0]), ffi.cast("double*", target + i * out.strides[0]))
+        return out
+
+
+_ADAM = capi.ORVANE_STEPPER_ADAM
+
+
+class _Network(_Model):
+    """Standardised features, a dense network, Adam."""
+
+    def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int = 32,
+                 rate: float = 0.01, weight_decay: float = 0.0, progress: bool = False) -> None:
+        self.hidden, self.activation, self.steps, self.batch = hidden, activation, steps, batch
+        self.rate, self.weight_decay, self.progress = rate, weight_decay, progress
+
+    def _learn(self, x: Floats, y: Floats) -> None:
+        self._centre, self._scale = x.mean(axis=0), x.std(axis=0)
+        self._scale[self._scale < 1e-12] = 1.0
+        self._sizes = (x.shape[1], *(integer(size, "hidden", 1, 10**6) for size in self.hidden), y.shape[1])
+        self._native = self._graph()
+        self.outcome_ = self._native.train(
+            np.ascontiguousarray((x - self._centre) / self._scale), np.ascontiguousarray(y),
+            integer(self.steps, "steps", 1, 2**31), integer(self.batch, "batch", 1, 2**31),
+            real(self.rate, "rate", 0.0), real(self.weight_decay, "weight_decay"), self.progress)
+        self.variables_ = self._native.variables
+
+    def _graph(self) -> _Graph:
+        return _Graph(self._sizes, choice(self.activation, "activation", _ACTIVATIONS))
+
+    def _outputs(self, X: ArrayLike) -> Floats:
+        features = self._features(X)
+        if not hasattr(self, "_native"):
+            self._native = self._graph()
+            self._native.variables = self.variables_
+        return self._native.run(np.ascontiguousarray((features - self._centre) / self._scale))
+
+
+class NetworkRegressor(RegressorMixin, _Network):  # type: ignore[misc]
+    """Dense network for real targets.
+
+    Parameters
+    ----------
+    hidden : sequence of int, optional
+        Sizes of the hidden layers.
+    activation : str, optional
+        tanh, relu, sigmoid, gelu, selu, softplus, mish or sin.
+    steps, batch : int, optional
+        Steps of Adam and rows of a step.
+    rate, weight_decay : float, optional
+    progress : bool, optional
+        Shows a tqdm bar.
+
+    Examples
+    --------
+    >>> from orvane.learn import NetworkRegressor
+    >>> x = np.linspace(-1, 1, 30).reshape(-1, 1)
+    >>> NetworkRegressor(steps=2000).fit(x, x[:, 0] ** 2).score(x, x[:, 0] ** 2) > 0.99
+    True
+    """
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "NetworkRegressor":
+        """Trains the network."""
+        features, target = self._training(X, y, True)
+        values = np.asarray(target, np.float64).reshape(len(features), -1)[:, :1]
+        self._middle, self._range = float(values.mean()), float(values.std()) or 1.0
+        self._learn(features, (values - self._middle) / self._range)
+        return self
+
+    def predict(self, X: ArrayLike) -> Floats:
+        """Values of the network."""
+        found: Floats = self._outputs(X)[:, 0] * self._range + self._middle
+        return found
+
+
+class NetworkClassifier(ClassifierMixin, _Network):  # type: ignore[misc]
+    """Dense network for classes; parameters as of :class:`NetworkRegressor`.
+
+    Examples
+    --------
+    >>> from orvane.learn import NetworkClassifier
+    >>> NetworkClassifier(steps=500).fit([[0.0], [1.0], [4.0], [5.0]], [0, 0, 1, 1]).predict([[0.5], [4.5]])
+    array([0, 1])
+    """
+
+    classes_: NDArray[Any]
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "NetworkClassifier":
+        """Trains the network."""
+        features, target = self._training(X, y, False)
+        check_classification_targets(target)
+        self.classes_, places = np.unique(target, return_inverse=True)
+        if len(self.classes_) < 2:
+            raise ValueError("Classifier can't train when only one class is present.")
+        self._learn(features, np.where(np.arange(len(self.classes_)) == places[:, None], 1.0, -1.0))
+        return self
+
+    def predict(self, X: ArrayLike) -> NDArray[Any]:
+        """The class of the largest output."""
+        return self.classes_[self._outputs(X).argmax(axis=1)]
+
+
+def terms_of(features: Floats, degree: int) -> tuple[list[tuple[int, ...]], Floats]:
+    """Products of up to `degree` columns: the columns that each multiplies, and a row of values each."""
+    places = [p for d in range(1, degree + 1) for p in combinations_with_replacement(range(features.shape[1]), d)]
+    return places, np.ascontiguousarray([features[:, list(p)].prod(axis=1) for p in places])
+
+
+class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
+    """Searches a formula for data: a quotient of sums of products of the features.
+
+    Parameters
+    ----------
+    max_terms : int, optional
+        Parameters of the formula, the constant among them.
+    degree : int, optional
+        Features in one product.
+    transform : {"none", "exp", "ln", "sqrt"}, optional
+        What is searched for instead of y.
+    time : float, optional
+        Seconds after which the search ends.
+    progress : bool, optional
+        Shows a tqdm bar.
+
+    Attributes
+    ----------
+    formula_ : str
+        The formula as text.
+    numerator_, denominator_ : list of (float, tuple of int)
+        Coefficients and the columns that each term multiplies; no columns for a constant.
+
+    Examples
+    --------
+    >>> from orvane.learn import FormulaRegressor
+    >>> x = np.arange(1.0, 9.0).reshape(-1, 1)
+    >>> FormulaRegressor(max_terms=2, degree=1).fit(x, 3 * x[:, 0] + 2).formula_
+    '2 + 3*x0'
+    """
+
+    def __init__(self, max_terms: int = 3, degree: int = 2, transform: str = "none", time: float | None = None,
+                 progress: bool = False) -> None:
+        self.max_terms, self.degree, self.transform = max_terms, degree, transform
+        self.time, self.progress = time, progress
+
+    def fit(self, X: ArrayLike, y: ArrayLike) -> "FormulaRegressor":
+        """Searches the formula."""
+        features, target = self._training(X, y, True)
+        target = np.ascontiguousarray(target, np.float64)
+        places, terms = terms_of(features, integer(self.degree, "degree", 1, 8))
+        code = choice(self.transform, "transform", _TRANSFORMS)
+        size = integer(self.max_terms, "max_terms", 1, 64)
+        with Handle(lib.api_ES_Create()) as search:
+            pointer = search.pointer
+            for term in terms:
+                lib.api_ES_AddX(pointer, _double(term), term.size)
+            lib.api_ES_SetY(pointer, _double(target), target.size)
+            lib.api_ES_SetLimitCondition(pointer, -1.0, 2.0, 0)  # nothing is listed: the best one is wanted
+            for budget in range(2, size + 1):
+                _, self.outcome_ = beside(
+                    lambda: lib.api_ES_Search(pointer, budget, capi.ES_KIND_RATIONAL, code),
+                    lambda: lib.api_ES_Stop(pointer), seconds=self.time, progress=self.progress, title="formula",
+                    state=lambda: (0.0, f"{lib.api_ES_GetSearchNum(pointer)} formulas"))
+                if self.outcome_ != "finished":
+                    break
+            info = ffi.new("double[7]")
+            best = lib.api_ES_GetBestResult(pointer, info)
+            self.searched_ = int(lib.api_ES_GetSearchNum(pointer))
+            self._take(best, info, places, target)
+        return self
+
+    def _take(self, best: Any, info: Any, places: list[tuple[int, ...]], target: Floats) -> None:
+        if best == ffi.NULL:
+            self.numerator_, self.denominator_ = [(float(target.mean()), ())], [(1.0, ())]
+            self._map, self.error_ = (0, 0.0, 1.0), float(((target - target.mean()) ** 2).sum())
+        else:
+            n = int(info[2])
+            above, below = ffi.new("double[]", n + 2), ffi.new("double[]", n + 2)
+            numerator, denominator = ffi.new("int32_t[]", n + 1), ffi.new("int32_t[]", n + 1)
+            count = lib.api_ES_GetResultForTwoIndex(best, above, numerator, below, denominator)
+            self.numerator_ = _side(above, numerator, places)
+            self.denominator_ = _side(below, denominator, places, count)
+            self._map, self.error_ = (int(info[1]), float(info[3]), float(info[4])), float(info[5])
+        text = _text(self.numerator_)
+        if len(self.denominator_) > 1:
+            text = f"({text})/({_text(self.denominator_)})"
+        kind, offset, scale = self._map
+        if kind:
+            inverse = {1: "ln({})", 2: "exp({})", 3: "({})^2"}[kind].format(text)
+            text = f"({inverse} - {offset:.6g})/{scale:.6g}"
+        self.formula_ = text
+
+    def predict(self, X: ArrayLike) -> Floats:
+        """Values of the formula; NaN where it has none."""
+        features = self._features(X)
+        sides = []
+        for side in (self.numerator_, self.denominator_):
+            sides.append(sum((c * features[:, list(p)].prod(axis=1) for c, p in side), np.zeros(len(features))))
+        kind, offset, scale = self._map
+        with np.errstate(all="ignore"):
+            value = sides[0] / sides[1]
+            value = {0: value, 1: np.log(value) if kind == 1 else value, 2: np.exp(value) if kind == 2 else value,
+                     3: value**2}[kind]
+            found: Floats = (value - offset) / scale
+        return found
+
+
+def _side(coefficients: Any, terms: Any, places: list[tuple[int, ...]], count: int = -1) -> list[tuple[float, tuple[int, ...]]]:
+    values = []
+    while coefficients[len(values)] < 1e300:
+        values.append(float(coefficients[len(values)]))
+    side: list[tuple[float, tuple[int, ...]]] = [(values[-1], ())]
+    return side + [(value, places[terms[i]]) for i, value in enumerate(values[:-1])]
+
+
+def _text(side: list[tuple[float, tuple[int, ...]]]) -> str:
+    parts = []
+    for coefficient, columns in side:
+        names = [f"x{c}" + (f"^{columns.count(c)}" if columns.count(c) > 1 else "") for c in sorted(set(columns))]
+        if abs(coefficient) > 1e-12 or len(side) == 1:
+            parts.append("*".join([f"{coefficient:.6g}", *names]))
+    return " + ".join(parts).replace("+ -", "- ") or "0"
