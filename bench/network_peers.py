@@ -5,17 +5,24 @@
 usage: bench/network_peers.py <liborvane.so>
 
 Writes a Markdown table. Times are the process's CPU time of a training, the least of five (three for long ones), with
-the same weights, batches of the same size and Adam on both sides; Orvane's with a test of all rows before and after. The last column is the loss or the share of right
-answers after it, Orvane's and PyTorch's, which differ by the order of the batches.
+the same weights, batches of the same size and Adam on both sides; Orvane's with a test of all rows before and after. The
+last column is the loss or the share of right answers after it, Orvane's and PyTorch's, which differ by the order of the
+batches.
+
+Needs NumPy, PyTorch and scikit-learn, which scripts/setup does not install for their size:
+  python3 -m pip install numpy scikit-learn && python3 -m pip install torch --index-url https://download.pytorch.org/whl/cpu
 """
 import ctypes as C
 import sys
 import time
 
-import numpy as np
-import torch
-from sklearn.datasets import load_digits
-from sklearn.neural_network import MLPClassifier, MLPRegressor
+try:
+    import numpy as np
+    import torch
+    from sklearn.datasets import load_digits
+    from sklearn.neural_network import MLPClassifier, MLPRegressor
+except ImportError as missing:
+    sys.exit(f"network_peers.py: {missing}\n{__doc__[__doc__.index('Needs'):].strip()}")
 
 torch.set_num_threads(1)
 torch.set_default_dtype(torch.float64)

@@ -21,12 +21,13 @@ function(orvane_declared_functions result)
   set(${result} ${names} PARENT_SCOPE)
 endfunction()
 
-# orvane_export_only_declared(target): links the shared library with that version script.
+# orvane_export_only_declared(target): links the shared library with that version script. The symbols carry the major
+# version as their node, so that a program says which library it was linked with.
 function(orvane_export_only_declared target)
   orvane_declared_functions(names)
   list(JOIN names ";\n    " globals)
   set(map ${PROJECT_BINARY_DIR}/orvane.map)
-  file(CONFIGURE OUTPUT ${map} CONTENT "{\n  global:\n    @globals@;\n  local:\n    *;\n};\n" @ONLY)
+  file(CONFIGURE OUTPUT ${map} CONTENT "ORVANE_@PROJECT_VERSION_MAJOR@ {\n  global:\n    @globals@;\n  local:\n    *;\n};\n" @ONLY)
   target_link_options(${target} PRIVATE LINKER:--version-script=${map})
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
 endfunction()

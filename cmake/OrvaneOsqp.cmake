@@ -158,9 +158,12 @@ else()
   orvane_osqp_build()
   target_link_libraries(orvane_osqp INTERFACE osqpstatic)
   # Their licences ask to go where their code goes: it is inside the shared library.
-  include(GNUInstallDirs)
-  install(FILES ${osqp_build}/osqp/LICENSE ${osqp_build}/osqp/NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR}/osqp)
-  install(FILES ${osqp_build}/osqp/algebra/_common/lin_sys/qdldl/amd/LICENSE
-          DESTINATION ${CMAKE_INSTALL_DOCDIR}/amd)
-  install(FILES ${osqp_build}/qdldl/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR}/qdldl)
+  if(ORVANE_INSTALL)
+    include(GNUInstallDirs)
+    install(FILES ${osqp_build}/osqp/LICENSE ${osqp_build}/osqp/NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR}/osqp
+            COMPONENT runtime)
+    install(FILES ${osqp_build}/osqp/algebra/_common/lin_sys/qdldl/amd/LICENSE
+            DESTINATION ${CMAKE_INSTALL_DOCDIR}/amd COMPONENT runtime)
+    install(FILES ${osqp_build}/qdldl/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR}/qdldl COMPONENT runtime)
+  endif()
 endif()

@@ -5,9 +5,10 @@
 usage: check_style.py
 
 - includes between subsystems go one way (the table KNOWS), and heavy headers stay out of ours
-- every KEPT comment of src/<subsystem> names a row of tests/reference/<subsystem>/kept.csv, and every row has its comment
+- every oddity of src/<subsystem> says `KEPT: what; expected: what (kept.csv: Row)` and names a row of
+  tests/reference/<subsystem>/kept.csv, and every row has its comment
+- the paths that README.md and CONTRIBUTING.md name are there
 - exports are declared in include/orvane only, each after a doc comment; no catch clause in the library
-  but one that throws on
   but one that throws on
 - the licence line, the size of a file, the end of lines
 Prints one line a finding and exits 1 when there is one.
@@ -152,8 +153,8 @@ def kept_comments(files):
                     break
                 comment += " " + more.group(1).strip()
             rows = re.search(ROW_NAMES, comment)
-            if not comment.startswith(":") or not rows:
-                find(path, index + 1, "a KEPT comment without `(kept.csv: RowName)`")
+            if not rows or not re.match(r": .+; expected: .+ \(kept\.csv", comment):
+                find(path, index + 1, "not of the form `KEPT: what; expected: what (kept.csv: Row)`")
                 continue
             for row in rows.group(1).split(","):
                 named.setdefault((path.parts[1], row.strip()), (path, index + 1))
@@ -166,6 +167,18 @@ def check_kept(files):
         find(*comments[key], f"tests/reference/{key[0]}/kept.csv has no row {key[1]}")
     for key in sorted(rows.keys() - comments.keys()):
         find(*rows[key], f"no KEPT comment under src/{key[0]} names row {key[1]}")
+
+
+def check_paths(files):
+    """Paths in backticks; what stands for a name, as <name>, * or {h,cpp}, ends what is looked for."""
+    there = {str(place) for path in files for place in (path, *path.parents)}
+    for name in ("README.md", "CONTRIBUTING.md"):
+        for number, line in numbered(files[pathlib.Path(name)]):
+            for text in re.findall(r"`([\w.-]+/[\w./<>*{},-]*)`", line):
+                parts = text.rstrip("/").split("/")
+                plain = [part for part in parts[: next((i for i, p in enumerate(parts) if re.search(r"[<>*{}]", p)), None)]]
+                if parts[0] not in {"build", "out"} and not there & {"/".join(plain), "/".join(["include", *plain])}:
+                    find(pathlib.Path(name), number, f"{text} is not there")
 
 
 def main():
@@ -186,6 +199,7 @@ def main():
             check_includes(path, text)
             check_exports(path, text)
     check_kept(files)
+    check_paths(files)
     print("\n".join(findings) if findings else f"style: {len(files)} files, nothing to say")
     sys.exit(bool(findings))
 

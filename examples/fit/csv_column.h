@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "csv.h"
 #include "options.h"
 
 /// One column of a file.
@@ -12,6 +13,5 @@ struct CsvColumn {
   std::vector<double> values;
 };
 
-/// Reads the column that the options name. A line may end by LF or CR LF, cells may stand in double quotes, empty lines
-/// are passed over. Throws Complaint, with file, line and value, for what is no finite number.
+/// Reads the column that the options name. Throws Complaint, with file, line and value, for what is no finite number.
 CsvColumn readColumn(const Options& options);

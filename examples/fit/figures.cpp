@@ -44,7 +44,7 @@ std::string densityFigure(const Sample& sample, std::span<const Fit> fits, const
   }
   SvgPlot plot("Histogram of " + name + " with the best densities", x, {0, 1.06 * top, "density"});
   plot.bars(histogram.edges, histogram.heights);
-  for (size_t i = curves.size(); i-- > 0;) plot.line(points, curves[i], series(i));
+  for (size_t i = curves.size(); i-- > 0;) plot.line(points, curves[i], series(i), fits[i].name);
   return plot.svg();
 }
 
@@ -56,7 +56,7 @@ std::string distributionFigure(const Sample& sample, std::span<const Fit> fits, 
   for (size_t i = fits.size(); i-- > 0;) {
     std::vector<double> curve(points.size());
     pdf_calcCDF(fits[i].fun, points.data(), curve.data(), static_cast<int32_t>(curve.size()));
-    plot.line(points, curve, series(i));
+    plot.line(points, curve, series(i), fits[i].name);
   }
   return plot.svg();
 }
@@ -79,9 +79,9 @@ std::string quantileFigure(const Sample& sample, std::span<const Fit> fits, cons
   for (size_t i = fits.size(); i-- > 0;) {
     const std::vector<double> fitted = quantiles(fits[i].fun, shares, sample.values.front(), sample.values.back());
     if (i == 0)
-      plot.dots(fitted, values, series(i));
+      plot.dots(fitted, values, series(i), fits[i].name);
     else
-      plot.line(fitted, values, series(i));
+      plot.line(fitted, values, series(i), fits[i].name);
   }
   return plot.svg();
 }

@@ -9,12 +9,20 @@ namespace {
 // The library's error of a distribution that no solver has improved.
 constexpr double kUnfitted = 1e300;
 
+// A search that improves less than this counts as settled.
+constexpr double kSettled = 0.99;
+
 bool isFitted(double error) { return error < kUnfitted; }
 
 }  // namespace
 
 FitRun::FitRun(const std::vector<double>& values, Options& options)
-    : options(options), funs(std::move(options.funs)), manger(pdfManger_create()), bestError(kUnfitted) {
+    : options(options),
+      funs(std::move(options.funs)),
+      errors(funs.size(), kUnfitted),
+      settled(funs.size(), 0),
+      manger(pdfManger_create()),
+      bestError(kUnfitted) {
   pdfManger_setData(manger.get(), values.data(), static_cast<int32_t>(values.size()));
   worker = std::thread(&FitRun::work, this);
 }
@@ -28,59 +36,55 @@ FitRun::~FitRun() {
 }
 
 void FitRun::work() {
-  std::vector<PDFFun*> left;
-  for (const FunHandle& fun : funs) left.push_back(fun.get());
-  int emptyRounds = 0;
-  while (!left.empty() && !stopAsked && emptyRounds < 2) {
-    const size_t before = left.size();
-    {
-      const std::lock_guard lock(mutex);
-      roundSize = before;
-    }
-    pdfManger_optimizer(manger.get(), left.data(), static_cast<int32_t>(left.size()), options.solvers.data(),
-                        static_cast<int32_t>(options.solvers.size()), options.population, options.iterations,
-                        options.threads, options.precision);
-    notice(left);
-    std::erase_if(left, [](const PDFFun* fun) { return isFitted(pdf_getError(fun)); });
-    emptyRounds = left.size() < before ? 0 : emptyRounds + 1;
-    // The first ones of a round are those that surely had a thread: let the others be first next time.
-    std::rotate(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(left.size() / 2), left.end());
-  }
+  const auto threads = static_cast<size_t>(options.threads);
+  for (int32_t pass = 0; pass <= options.repeats; ++pass)
+    for (size_t from = 0; from < funs.size() && !stopAsked; from += threads)
+      search(from, std::min(threads, funs.size() - from));
   done = true;
 }
 
-/// Keeps the best fit of a round that has ended.
-void FitRun::notice(const std::vector<PDFFun*>& round) {
+/// One turn of each of `count` distributions.
+void FitRun::search(size_t from, size_t count) {
+  std::vector<PDFFun*> turn;
+  for (size_t i = from; i < from + count; ++i) turn.push_back(funs[i].get());
+  {
+    const std::lock_guard lock(mutex);
+    atWork = count;
+  }
+  pdfManger_optimizer(manger.get(), turn.data(), static_cast<int32_t>(count), options.solvers.data(),
+                      static_cast<int32_t>(options.solvers.size()), options.population, options.iterations,
+                      options.threads, options.precision);
   const std::lock_guard lock(mutex);
-  roundSize = 0;
-  for (const PDFFun* fun : round) {
-    const double error = pdf_getError(fun);
-    if (!isFitted(error)) continue;
-    ++fittedBefore;
+  atWork = 0;
+  turnsDone += count;
+  for (size_t i = 0; i < count; ++i) {
+    const double error = pdf_getError(turn[i]);
+    double& before = errors[from + i];
+    settled[from + i] = !stopAsked && isFitted(before) && error >= kSettled * before;
+    before = error;
     if (error < bestError) {
       bestError = error;
-      bestName = pdf_getName(fun);
+      bestName = pdf_getName(turn[i]);
     }
   }
 }
 
 Progress FitRun::progress() {
-  // Null and unfitted beyond what the library writes: between two rounds its list may be shorter than the arrays.
+  // Null and unfitted beyond what the library writes: its list may be shorter than the arrays.
   std::vector<PDFFun*> sorted(funs.size(), nullptr);
-  std::vector<double> errors(funs.size(), kUnfitted);
-  pdfManger_getSortPDF(manger.get(), sorted.data(), errors.data());
+  std::vector<double> soFar(funs.size(), kUnfitted);
+  pdfManger_getSortPDF(manger.get(), sorted.data(), soFar.data());
   const int64_t thousandths = pdfManger_getProcess(manger.get());
 
   const std::lock_guard lock(mutex);
-  if (sorted.front() != nullptr && errors.front() < bestError) {
-    bestError = errors.front();
+  if (sorted.front() != nullptr && soFar.front() < bestError) {
+    bestError = soFar.front();
     bestName = pdf_getName(sorted.front());
   }
-  // 1000 is also what an idle manager tells, so it counts as nothing: the end of a round moves fittedBefore on.
-  const double inRound = thousandths < 1000 ? static_cast<double>(thousandths) / 1000.0 : 0.0;
-  const double share =
-      (static_cast<double>(fittedBefore) + inRound * static_cast<double>(roundSize)) / static_cast<double>(funs.size());
-  lastShare = std::max(lastShare, share);
+  // 1000 is also what an idle manager tells, so it counts as nothing: the end of a turn moves turnsDone on.
+  const double inTurn = thousandths < 1000 ? static_cast<double>(thousandths) / 1000.0 : 0.0;
+  const auto turns = static_cast<double>(funs.size()) * (options.repeats + 1);
+  lastShare = std::max(lastShare, (static_cast<double>(turnsDone) + inTurn * static_cast<double>(atWork)) / turns);
   return {lastShare, bestName, bestError};
 }
 
@@ -91,10 +95,10 @@ void FitRun::stop() {
 
 std::vector<Fit> FitRun::fits() const {
   std::vector<Fit> result;
-  for (const FunHandle& fun : funs) {
-    const double error = pdf_getError(fun.get());
-    if (!isFitted(error)) continue;
-    Fit fit{fun.get(), pdf_getName(fun.get()), error, {}};
+  for (size_t i = 0; i < funs.size(); ++i) {
+    const FunHandle& fun = funs[i];
+    if (!isFitted(errors[i])) continue;
+    Fit fit{fun.get(), pdf_getName(fun.get()), errors[i], {}, settled[i] != 0};
     fit.params.resize(static_cast<size_t>(pdf_getParam(fun.get(), nullptr, 0)));
     pdf_getParam(fun.get(), fit.params.data(), static_cast<int32_t>(fit.params.size()));
     result.push_back(std::move(fit));
@@ -105,7 +109,7 @@ std::vector<Fit> FitRun::fits() const {
 
 std::vector<std::string> FitRun::unfitted() const {
   std::vector<std::string> names;
-  for (const FunHandle& fun : funs)
-    if (!isFitted(pdf_getError(fun.get()))) names.emplace_back(pdf_getName(fun.get()));
+  for (size_t i = 0; i < funs.size(); ++i)
+    if (!isFitted(errors[i])) names.emplace_back(pdf_getName(funs[i].get()));
   return names;
 }

@@ -24,14 +24,14 @@ struct Fit {
   std::string name;
   double error;  ///< sum over the distinct values of (fitted - empirical distribution function)^2
   std::vector<double> params;
+  bool settled;  ///< the last search made the error less by one per cent at most
 };
 
-/// One fit of many distributions on a thread of its own, polled and stopped from the outside.
+/// Fits of many distributions on a thread of its own, polled and stopped from the outside.
 ///
 /// The library's call hands every distribution out once; one that comes up while all threads are busy is passed over.
-/// A host that wants all of them calls again for those that are left, and that is what the thread does: round after
-/// round with the distributions that have no error yet, until none is left or two rounds in a row have brought none
-/// (solvers that find no finite error leave a distribution unfitted for good).
+/// So the thread calls for as many at a time as there are threads. When all have had their turn it goes through them
+/// again: a search that was near its best finds nothing new then, and one that was not is told from that.
 class FitRun {
  public:
   /// Starts at once. Takes the distributions over from the options, which must outlive the run.
@@ -42,7 +42,7 @@ class FitRun {
 
   bool finished() const { return done; }
   Progress progress();
-  /// Asks the fit to end soon; to be called again until finished, since a stop between two rounds reaches no solver.
+  /// Asks the fit to end soon; to be called again until finished, since a stop between two calls reaches no solver.
   void stop();
   /// The fits, the smallest error first; only when finished.
   std::vector<Fit> fits() const;
@@ -52,17 +52,19 @@ class FitRun {
 
  private:
   void work();
-  void notice(const std::vector<PDFFun*>& round);
+  void search(size_t from, size_t count);
 
   const Options& options;
   std::vector<FunHandle> funs;
+  std::vector<double> errors;  ///< after the last turn of each
+  std::vector<uint8_t> settled;
   MangerHandle manger;
   std::atomic<bool> stopAsked{false};
   std::atomic<bool> done{false};
 
   std::mutex mutex;  // guards the four below
-  size_t fittedBefore = 0;
-  size_t roundSize = 0;
+  size_t turnsDone = 0;
+  size_t atWork = 0;
   std::string bestName;
   double bestError;
 

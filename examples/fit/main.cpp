@@ -70,6 +70,10 @@ void printRanking(const Results& results) {
     for (size_t i = 0; i < fit.params.size(); ++i) std::printf(" %c=%.6g", parameterLetter(i), fit.params[i]);
     std::printf("\n");
   }
+  std::string open;
+  for (const Fit& fit : results.fits)
+    if (!fit.settled) open += (open.empty() ? "not settled: " : ", ") + fit.name;
+  if (!open.empty()) std::printf("%s\n", open.c_str());
   if (results.unfitted.empty()) return;
   std::printf("without a fit:");
   for (size_t i = 0; i < results.unfitted.size(); ++i) std::printf("%s %s", i ? "," : "", results.unfitted[i].c_str());

@@ -37,12 +37,12 @@ std::string lower(std::string_view text) {
   return result;
 }
 
-int32_t wholeNumber(const std::string& option, std::string_view text, int32_t least, int32_t most) {
+int32_t integerOf(const std::string& option, std::string_view text, int32_t least, int32_t most) {
   int32_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size() || value < least || value > most)
-    throw Complaint(option + ": \"" + std::string(text) + "\" is no whole number from " + std::to_string(least) +
-                    " to " + std::to_string(most));
+    throw Complaint(option + ": \"" + std::string(text) + "\" is no integer from " + std::to_string(least) + " to " +
+                    std::to_string(most));
   return value;
 }
 
@@ -61,6 +61,18 @@ char delimiterOf(const std::string& text) {
   if (name == "semicolon" || name == ";") return ';';
   if (name == "tab" || name == "\t" || name == "\\t") return '\t';
   throw Complaint("--delimiter: \"" + text + "\" is none of auto, comma, semicolon, tab");
+}
+
+// A mark inside numbers by its name or as it stands.
+char markOf(const std::string& option, const std::string& text) {
+  const std::string name = lower(text);
+  if (name == "none") return 0;
+  if (name == "comma") return ',';
+  if (name == "point" || name == "dot") return '.';
+  if (name == "space") return ' ';
+  if (name == "apostrophe") return '\'';
+  if (text.size() == 1 && std::string_view(",. '_").find(text[0]) != std::string_view::npos) return text[0];
+  throw Complaint(option + ": \"" + text + "\" is none of point, comma, space, apostrophe, none");
 }
 
 Header headerOf(const std::string& text) {
@@ -89,13 +101,16 @@ std::vector<uint8_t> solversOf(const std::string& text) {
   return codes;
 }
 
-std::vector<FunHandle> funsOf(const std::string& text) {
+std::vector<FunHandle> funsOf(const std::string& text, bool discrete) {
   std::vector<FunHandle> funs;
   if (lower(text) == "all" || lower(text) == "plain") {
     std::vector<int32_t> codes(static_cast<size_t>(pdf_getAllPDFFun(nullptr, 0)));
     pdf_getAllPDFFun(codes.data(), static_cast<int32_t>(codes.size()));
     if (lower(text) == "plain") std::erase_if(codes, [](int32_t code) { return code > kLastPlainCode; });
-    for (const int32_t code : codes) funs.emplace_back(pdf_initPDFFun(code));
+    for (const int32_t code : codes) {
+      FunHandle fun(pdf_initPDFFun(code));
+      if (discrete || !countsOnly(pdf_getName(fun.get()))) funs.push_back(std::move(fun));
+    }
     return funs;
   }
   for (const std::string& name : splitAtCommas(text)) {
@@ -111,6 +126,8 @@ std::vector<FunHandle> funsOf(const std::string& text) {
 
 }  // namespace
 
+bool countsOnly(std::string_view name) { return name.ends_with("Binomial") || name.ends_with("Poisson"); }
+
 const char* solverName(uint8_t code) { return kSolverNames[code]; }
 
 const char* usage() {
@@ -120,12 +137,19 @@ const char* usage() {
          "\n"
          "  -c, --column NAME|N     column by its name or its number from 1 (default: 1)\n"
          "  -d, --delimiter D       auto, comma, semicolon or tab (default: auto)\n"
+         "      --decimal MARK      point or comma (default: point)\n"
+         "      --thousands MARK    between groups of three digits: none, comma, point, space or apostrophe (default:\n"
+         "                          none)\n"
          "      --header H          auto, yes or no (default: auto, a first cell that is no number is a header)\n"
          "  -f, --fit LIST          all (342), plain (57) or names with commas between them (default: plain)\n"
+         "      --no-discrete       leave Binomial, Poisson and what is made of them out of all and plain\n"
          "  -s, --solvers LIST      numbers 0 to 10 or names with commas between them: auto, lg, lg2, gto, run, sc0,\n"
          "                          sc1, swo, iswo, ins (default: gto)\n"
          "  -p, --population N      candidates of a solver (default: 30)\n"
          "  -i, --iterations N      iterations of a solver (default: 300)\n"
+         "      --repeats N         further searches of each distribution; the report names those whose last one "
+         "still\n"
+         "                          found a better fit (default: 1)\n"
          "  -t, --threads N         distributions fitted at the same time (default: the number of processors)\n"
          "      --precision E       a solver ends when it improves by less than this (default: 1e-12)\n"
          "      --seconds S         ends the fit early after S seconds, as Ctrl-C does (default: no limit)\n"
@@ -142,6 +166,7 @@ Options readOptions(int argc, char** argv) {
   options.threads = static_cast<int32_t>(std::clamp(std::thread::hardware_concurrency(), 1U, 256U));
   std::string fit = "plain";
   std::string solvers = "gto";
+  bool discrete = true;
   bool onlyOperands = false;
   for (int i = 1; i < argc; ++i) {
     std::string option = argv[i];
@@ -174,6 +199,10 @@ Options readOptions(int argc, char** argv) {
       options.column = value();
     else if (is("-d", "--delimiter"))
       options.delimiter = delimiterOf(value());
+    else if (option == "--decimal")
+      options.numbers.decimal = markOf(option, value());
+    else if (option == "--thousands")
+      options.numbers.thousands = markOf(option, value());
     else if (option == "--header")
       options.header = headerOf(value());
     else if (is("-f", "--fit"))
@@ -181,25 +210,33 @@ Options readOptions(int argc, char** argv) {
     else if (is("-s", "--solvers"))
       solvers = value();
     else if (is("-p", "--population"))
-      options.population = wholeNumber(option, value(), 3, 100000);
+      options.population = integerOf(option, value(), 3, 100000);
     else if (is("-i", "--iterations"))
-      options.iterations = wholeNumber(option, value(), 1, 100000000);
+      options.iterations = integerOf(option, value(), 1, 100000000);
+    else if (option == "--repeats")
+      options.repeats = integerOf(option, value(), 0, 1000);
+    else if (option == "--no-discrete")
+      discrete = false;
     else if (is("-t", "--threads"))
-      options.threads = wholeNumber(option, value(), 1, 1024);
+      options.threads = integerOf(option, value(), 1, 1024);
     else if (option == "--seconds")
       options.seconds = positiveNumber(option, value());
     else if (option == "--precision")
       options.precision = positiveNumber(option, value());
     else if (is("-b", "--best"))
-      options.best = wholeNumber(option, value(), 1, 8);
+      options.best = integerOf(option, value(), 1, 8);
     else if (is("-o", "--report"))
       options.reportPath = value();
     else
       throw Complaint("unknown option " + option + " (--help shows the options)");
   }
   if (options.dataPath.empty()) throw Complaint("no file given (--help shows the options)");
+  if (options.numbers.decimal != '.' && options.numbers.decimal != ',')
+    throw Complaint("--decimal: only point and comma mark the fraction");
+  if (options.numbers.decimal == options.numbers.thousands)
+    throw Complaint("--decimal and --thousands name the same mark");
   if (options.reportPath.empty()) throw Complaint("--report needs a file name");
-  options.funs = funsOf(fit);
+  options.funs = funsOf(fit, discrete);
   options.solvers = solversOf(solvers);
   return options;
 }

@@ -30,6 +30,22 @@ std::string facts(const Sample& sample) {
          fact("Upper quartile", sample.quantile(0.75)) + fact("Maximum", sample.values.back()) + "</dl>\n";
 }
 
+std::string marks(const Fit& fit) {
+  std::string html;
+  if (countsOnly(fit.name)) html += " <span class=\"badge\">counts</span>";
+  if (!fit.settled) html += " <span class=\"badge\">not settled</span>";
+  return html;
+}
+
+// What to know of the sample before the fits are trusted.
+std::string tiesNotice(const Sample& sample) {
+  const size_t n = sample.values.size(), distinct = sample.xs.size();
+  if (distinct >= 10 && 2 * distinct > n) return "";
+  return "<p class=\"notice\">Only " + counted(distinct, "distinct value") + " among " + counted(n, "value") +
+         ": the values are rounded or counts. A continuous distribution has no such ties; its error cannot fall below "
+         "that of the steps.</p>\n";
+}
+
 std::string rankingRows(const Results& results, const Sample& sample, size_t from, size_t to, size_t plotted) {
   std::string html;
   for (size_t i = from; i < to; ++i) {
@@ -38,7 +54,7 @@ std::string rankingRows(const Results& results, const Sample& sample, size_t fro
     html += drawn ? "<tr data-series=\"" + series(i) + "\">" : "<tr>";
     html += "<td class=\"number\">" + std::to_string(i + 1) + "</td><td>";
     if (drawn) html += "<span class=\"swatch " + series(i) + "\"></span>";
-    html += escaped(fit.name) + "</td><td class=\"number\">" + shortNumber(fit.error, 4) +
+    html += escaped(fit.name) + marks(fit) + "</td><td class=\"number\">" + shortNumber(fit.error, 4) +
             "</td><td class=\"number\">" + shortNumber(100 * largestGap(sample, fit.fun), 3) +
             " %</td><td class=\"params\">";
     for (size_t p = 0; p < fit.params.size(); ++p)
@@ -46,6 +62,15 @@ std::string rankingRows(const Results& results, const Sample& sample, size_t fro
     html += "</td></tr>\n";
   }
   return html;
+}
+
+std::string unsettledLine(const Results& results) {
+  const auto count = std::ranges::count_if(results.fits, [](const Fit& fit) { return !fit.settled; });
+  if (count == 0) return "";
+  return "<p class=\"soft\">Not settled: the last search still made the error less by more than one per cent, or was "
+         "ended before it could tell (" +
+         std::to_string(count) + " of " + std::to_string(results.fits.size()) +
+         "). A larger --iterations or --repeats may find a better fit.</p>";
 }
 
 std::string rankingTable(const std::string& rows) {
@@ -86,6 +111,7 @@ std::string settings(const Options& options, const Results& results) {
   for (const uint8_t code : options.solvers) solvers += (solvers.empty() ? "" : ", ") + std::string(solverName(code));
   return "solver " + solvers + ", population " + std::to_string(options.population) + ", up to " +
          counted(static_cast<size_t>(options.iterations), "iteration") + ", " +
+         counted(static_cast<size_t>(options.repeats), "repeat") + ", " +
          counted(static_cast<size_t>(options.threads), "thread") + ", " + shortNumber(results.seconds, 3) + " s";
 }
 
@@ -109,7 +135,7 @@ std::string reportPage(const Results& results, const Options& options) {
             " have a result, and these may not be at their best.</p>\n";
   html += "<p class=\"answer\">Best of " + std::to_string(results.fits.size()) + ": <strong>" + escaped(first.name) +
           "</strong>, nowhere more than " + shortNumber(100 * largestGap(sample, first.fun), 3) +
-          " % of the sample away from its empirical distribution function.</p>\n" + facts(sample);
+          " % of the sample away from its empirical distribution function.</p>\n" + facts(sample) + tiesNotice(sample);
 
   std::string odd;
   for (const Fit& fit : best)
@@ -136,6 +162,7 @@ std::string reportPage(const Results& results, const Options& options) {
   if (shown < results.fits.size())
     html += "<details><summary>All " + counted(results.fits.size(), "distribution") + "</summary>" +
             rankingTable(rankingRows(results, sample, shown, results.fits.size(), plotted)) + "</details>";
+  html += unsettledLine(results);
   if (!results.unfitted.empty()) {
     html += "<p class=\"soft\">Without a fit: ";
     for (size_t i = 0; i < results.unfitted.size(); ++i) html += (i ? ", " : "") + escaped(results.unfitted[i]);

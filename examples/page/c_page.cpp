@@ -38,7 +38,7 @@ char* page_figure(const char* id, const char* title, const char* xLabel, const c
   std::string legend = "<ul class=\"legend\">";
   for (size_t c = 0; c < count; ++c) {
     const PageCurve& curve = curves[c];
-    plot.line({curve.xs, curve.xs + curve.count}, {curve.ys, curve.ys + curve.count}, curve.style);
+    plot.line({curve.xs, curve.xs + curve.count}, {curve.ys, curve.ys + curve.count}, curve.style, curve.name);
     legend +=
         "<li class=\"" + std::string(curve.style) + "\"><span class=\"swatch\"></span>" + escaped(curve.name) + "</li>";
   }

@@ -2,9 +2,32 @@
 #include "page.h"
 
 #include <ctime>
+#include <fstream>
 
 #include "resources.h"
 #include "svg_plot.h"
+
+namespace {
+
+// The program's own command line as a shell takes it; empty where the system does not tell it.
+std::string commandLine() {
+  std::ifstream file("/proc/self/cmdline", std::ios::binary);
+  std::string result;
+  for (std::string word; std::getline(file, word, '\0');) {
+    const bool plain = !word.empty() && word.find_first_of(" \t\n\"'`$\\&|;<>()*?[]#~!{}") == std::string::npos;
+    std::string quoted = "'";
+    for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    result += (result.empty() ? "" : " ") + (plain ? word : quoted + "'");
+  }
+  return result;
+}
+
+std::string footer() {
+  const std::string command = commandLine();
+  return command.empty() ? "" : "<footer>This page again: <code>" + escaped(command) + "</code></footer>\n";
+}
+
+}  // namespace
 
 std::string htmlPage(const std::string& title, const std::string& body) {
   std::string html =
@@ -13,7 +36,8 @@ std::string htmlPage(const std::string& title, const std::string& body) {
       escaped(title) + "</title>\n<style>\n";
   for (const std::string_view part : pageStyles()) html += part;
   html += "</style>\n</head>\n<body>\n<main>\n" + body +
-          "<noscript><p class=\"notice\">The formulas need JavaScript.</p></noscript>\n</main>\n<script>\n";
+          "<noscript><p class=\"notice\">The formulas need JavaScript.</p></noscript>\n" + footer() +
+          "</main>\n<script>\n";
   for (const std::string_view part : pageScripts()) html += part;
   return html + "</script>\n</body>\n</html>\n";
 }

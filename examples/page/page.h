@@ -4,7 +4,8 @@
 #include <string>
 
 /// One HTML text that needs nothing beside it: the body between the head with the styles and the scripts that typeset
-/// every element with LaTeX in its attribute data-tex. The title is plain text, the body is HTML.
+/// every element with LaTeX in its attribute data-tex. The title is plain text, the body is HTML. Tables sort by a
+/// click on a heading; the last line is the command that makes the page again.
 std::string htmlPage(const std::string& title, const std::string& body);
 
 /// A formula set in display style.

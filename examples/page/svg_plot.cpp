@@ -2,8 +2,10 @@
 #include "svg_plot.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -30,6 +32,36 @@ std::string element(const std::string& name, const std::vector<std::pair<std::st
 std::string label(double x, double y, const std::string& style, const std::string& text, const std::string& more = "") {
   return "<text class=\"" + style + "\" x=\"" + fixed(x) + "\" y=\"" + fixed(y) + "\"" + more + ">" + escaped(text) +
          "</text>\n";
+}
+
+// Text in a link: RFC 3986 leaves these characters as they are.
+std::string percentEncoded(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    char code[4];
+    std::snprintf(code, sizeof code, "%%%02X", static_cast<unsigned char>(c));
+    result += std::isalnum(static_cast<unsigned char>(c)) || std::strchr("-._~,", c) ? std::string(1, c) : code;
+  }
+  return result;
+}
+
+// A cell of a CSV file (RFC 4180).
+std::string csvCell(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string result = "\"";
+  for (const char c : text) result += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return result + "\"";
+}
+
+std::string fileName(const std::string& title) {
+  std::string result;
+  for (const char c : title)
+    if (std::isalnum(static_cast<unsigned char>(c)))
+      result += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    else if (!result.empty() && result.back() != '-')
+      result += '-';
+  while (!result.empty() && result.back() == '-') result.pop_back();
+  return (result.empty() ? "plot" : result) + ".csv";
 }
 
 }  // namespace
@@ -86,7 +118,13 @@ double SvgPlot::top(double value) const {
 
 std::string SvgPlot::at(double px, double py) const { return fixed(left(px)) + " " + fixed(top(py)); }
 
+void SvgPlot::keep(const std::string& series, const std::vector<double>& xs, const std::vector<double>& ys) {
+  for (size_t i = 0; i < std::min(xs.size(), ys.size()); ++i)
+    data += csvCell(series) + "," + shortNumber(xs[i], 10) + "," + shortNumber(ys[i], 10) + "\n";
+}
+
 void SvgPlot::bars(const std::vector<double>& edges, const std::vector<double>& heights) {
+  keep("bars from x on", edges, heights);
   for (size_t i = 0; i < heights.size(); ++i)
     marks += element("rect", {{"class", "bars"},
                               {"x", fixed(left(edges[i]))},
@@ -95,32 +133,44 @@ void SvgPlot::bars(const std::vector<double>& edges, const std::vector<double>& 
                               {"height", fixed(top(y.low) - top(heights[i]))}});
 }
 
-void SvgPlot::line(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style) {
+void SvgPlot::line(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style,
+                   const std::string& name) {
+  keep(name.empty() ? style : name, xs, ys);
+  const auto drawn = [&](size_t i) { return i < xs.size() && std::isfinite(xs[i]) && std::isfinite(ys[i]); };
   std::string path;
-  bool open = false;
   for (size_t i = 0; i < xs.size(); ++i) {
-    if (!std::isfinite(xs[i]) || !std::isfinite(ys[i])) {
-      open = false;
-      continue;
-    }
-    path += (open ? "L" : "M") + at(xs[i], ys[i]);
-    open = true;
+    if (!drawn(i)) continue;
+    const bool begins = i == 0 || !drawn(i - 1);
+    path += (begins ? "M" : "L") + at(xs[i], ys[i]);
+    if (begins && !drawn(i + 1)) path += "L" + at(xs[i], ys[i]);  // one point alone shows by its round ends
   }
   if (!path.empty()) marks += element("path", {{"class", "line " + style}, {"d", path}});
 }
 
-void SvgPlot::steps(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style) {
+void SvgPlot::steps(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style,
+                    const std::string& name) {
+  keep(name.empty() ? style : name, xs, ys);
   std::string path = "M" + at(x.low, 0);
   for (size_t i = 0; i < xs.size(); ++i) path += "H" + fixed(left(xs[i])) + "V" + fixed(top(ys[i]));
   path += "H" + fixed(left(x.high));
   marks += element("path", {{"class", "steps " + style}, {"d", path}});
 }
 
-void SvgPlot::dots(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style) {
+void SvgPlot::dots(const std::vector<double>& xs, const std::vector<double>& ys, const std::string& style,
+                   const std::string& name) {
+  keep(name.empty() ? style : name, xs, ys);
   for (size_t i = 0; i < xs.size(); ++i)
     if (std::isfinite(xs[i]) && std::isfinite(ys[i]))
       marks += element(
           "circle", {{"class", "dots " + style}, {"cx", fixed(left(xs[i]))}, {"cy", fixed(top(ys[i]))}, {"r", "2.6"}});
+}
+
+void SvgPlot::block(double x1, double y1, double x2, double y2, const std::string& style) {
+  marks += element("rect", {{"class", "block " + style},
+                            {"x", fixed(left(x1))},
+                            {"y", fixed(top(y2))},
+                            {"width", fixed(left(x2) - left(x1))},
+                            {"height", fixed(top(y1) - top(y2))}});
 }
 
 std::string SvgPlot::svg() const {
@@ -154,5 +204,6 @@ std::string SvgPlot::svg() const {
   const double middle = (kTop + kBottom) / 2;
   result +=
       label(14, middle, "name", y.label, " text-anchor=\"middle\" transform=\"rotate(-90 14 " + fixed(middle) + ")\"");
-  return result + "</svg>\n";
+  return result + "</svg>\n<p class=\"data\"><a download=\"" + fileName(title) +
+         "\" href=\"data:text/csv;charset=utf-8," + percentEncoded("series,x,y\n" + data) + "\">data (CSV)</a></p>\n";
 }

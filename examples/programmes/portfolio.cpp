@@ -123,8 +123,8 @@ std::string portfolioSection(const Frontier& frontier) {
     if (p.found) lotXs.push_back(p.deviation), lotYs.push_back(p.expected);
   SvgPlot plot("Frontier of the portfolios", {0, 25, "standard deviation, per cent"},
                {2, 8.5, "expected return, per cent"});
-  plot.line(xs, ys, "s1");
-  plot.dots(lotXs, lotYs, "s2");
+  plot.line(xs, ys, "s1", "any shares");
+  plot.dots(lotXs, lotYs, "s2", "lots");
   return html +
          figure("frontier",
                 "<ul class=\"legend\"><li class=\"s1\"><span class=\"swatch\"></span>any shares</li><li "

@@ -3,11 +3,8 @@
 
 #include <orvane/paths.h>
 
-#include <charconv>
 #include <cmath>
-#include <fstream>
 #include <numbers>
-#include <sstream>
 
 #include "complaint.h"
 #include "page.h"
@@ -17,34 +14,7 @@ namespace {
 
 constexpr double kEarthRadius = 6371;  // kilometres, the mean
 
-double degrees(const std::string& text, double most, const std::string& where) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(std::abs(value) <= most))
-    throw Complaint(where + ": \"" + text + "\" is no angle within " + shortNumber(most) + " degrees");
-  return value;
-}
-
 }  // namespace
-
-std::vector<City> readCities(const std::string& path) {
-  std::ifstream file(path);
-  if (!file) throw Complaint(path + ": cannot be read");
-  std::vector<City> cities;
-  int number = 0;
-  for (std::string line; std::getline(file, line);) {
-    const std::string where = path + ":" + std::to_string(++number);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || number == 1) continue;
-    std::istringstream cells(line);
-    std::string name, latitude, longitude;
-    if (!std::getline(cells, name, ',') || !std::getline(cells, latitude, ',') || !std::getline(cells, longitude, ','))
-      throw Complaint(where + ": needs a name, a latitude and a longitude");
-    cities.push_back({name, degrees(latitude, 90, where), degrees(longitude, 180, where)});
-  }
-  if (cities.size() < 3) throw Complaint(path + ": a tour needs three cities");
-  return cities;
-}
 
 double kilometres(const City& a, const City& b) {
   const double degree = std::numbers::pi / 180;
@@ -56,6 +26,7 @@ double kilometres(const City& a, const City& b) {
 
 Tour deliveryTour(const std::vector<City>& cities, int threads) {
   const size_t n = cities.size();
+  if (n < 3) throw Complaint("a tour needs three cities");
   std::vector<double> weights(n * n);
   std::vector<const double*> rows;
   for (size_t i = 0; i < n; ++i) {

@@ -5,13 +5,7 @@
 #include <string>
 #include <vector>
 
-struct City {
-  std::string name;
-  double latitude, longitude;  ///< degrees, north and east positive
-};
-
-/// The columns city, latitude, longitude of a CSV file. Throws Complaint.
-std::vector<City> readCities(const std::string& path);
+#include "cities.h"
 
 /// Great-circle distance in kilometres.
 double kilometres(const City& a, const City& b);

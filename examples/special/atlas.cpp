@@ -34,11 +34,11 @@ std::vector<double> broken(const Plate& plate, const std::vector<double>& xs, st
 std::string draw(const Plate& plate) {
   SvgPlot plot(plate.title, {plate.left, plate.right, "x"}, {plate.low, plate.high, ""});
   const std::vector<double> xs = grid(plate);
-  for (const double pole : plate.poles) plot.line({pole, pole}, {plate.low, plate.high}, "ideal");
-  for (const double limit : plate.limits) plot.line({plate.left, plate.right}, {limit, limit}, "ideal");
+  for (const double pole : plate.poles) plot.line({pole, pole}, {plate.low, plate.high}, "ideal", "pole");
+  for (const double limit : plate.limits) plot.line({plate.left, plate.right}, {limit, limit}, "ideal", "limit");
   std::string legend = "<ul class=\"legend\">";
   for (size_t c = 0; c < plate.curves.size(); ++c) {
-    plot.line(xs, broken(plate, xs, plate.curves[c].values(xs)), style(c));
+    plot.line(xs, broken(plate, xs, plate.curves[c].values(xs)), style(c), plate.curves[c].name);
     legend += "<li class=\"" + style(c) + "\" data-series=\"" + style(c) + "\"><span class=\"swatch\"></span>" +
               escaped(plate.curves[c].name) + "</li>";
   }

@@ -15,11 +15,13 @@ constexpr const char* kUsage =
     "misses a value that is known in closed form.\n";
 
 std::string reportPath(int argc, char** argv) {
-  if (argc == 1) return "atlas.html";
-  if (std::string(argv[1]) != "--report") throw Complaint("unknown option " + std::string(argv[1]));
-  if (argc == 2) throw Complaint("--report needs a value");
-  if (argc > 3) throw Complaint("unknown option " + std::string(argv[3]));
-  return argv[2];
+  std::string path = "atlas.html";
+  for (int i = 1; i < argc; i += 2) {
+    if (std::string(argv[i]) != "--report") throw Complaint("unknown option " + std::string(argv[i]));
+    if (i + 1 == argc) throw Complaint("--report needs a value");
+    path = argv[i + 1];
+  }
+  return path;
 }
 
 }  // namespace

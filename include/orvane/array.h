@@ -116,7 +116,7 @@ ORVANE_API void apiFun_calcPoly(const double* xs, int32_t countX, const int32_t*
 
 /**
  * Fills an array with random numbers. The same generator, seed and code give the same numbers on every machine, up to
- * the last bits of the run-time's log, tan and exp.
+ * the last bits of the standard library's log, tan and exp.
  *
  * @param destination  [count] out
  * @param count        number of elements

@@ -162,8 +162,8 @@ ORVANE_API void api_ES_SetSolverParam(ExpressSearch* es, int32_t iter, int32_t n
  * 16 needs two columns, x and y, and tries g Gaussian and k - g Lorentzian peaks for g from 0 to k - 1, k peaks in all.
  * Kind 60 solves for the constant first (its target is then -1), then for the term with the largest coefficient, and
  * keeps the one with the smaller error. Kinds 61 and 62 solve for the last column, by Newton's method from its value in
- * the data, and hold the squares of all coefficients and c to the sum 1. Kinds 16, 61 and 62 need as many rows as
- * parameters.
+ * the data, and hold the squares of all coefficients and c to the sum 1. Above 64 parameters the kinds 16, 61 and
+ * 62 need as many rows as parameters.
  *
  * @param es          search
  * @param maxTerms    number of parameters, as in the table above; a number that the kind does not have finds nothing

@@ -204,8 +204,10 @@ ORVANE_API void fir_createIIR(FirFilter* filter);
  *
  * @param gain  factor of the numerator
  * @param kind  ORVANE_IIR_...; any other value is Butterworth
- * @return      false, with a filter without coefficients, unless n is in 1..200 and 0 < edge < fs/2, for a band
- *              0 < low < high < fs/2, and for ORVANE_FILTER_NONE
+ * @return      whether the filter is the one asked for. False unless 0 < edge < fs/2, for a band 0 < low < high < fs/2:
+ *              the coefficients are then what the formulas give, a filter that as a rule is not stable. False, with a
+ *              filter without coefficients, for n above 200, for ORVANE_FILTER_NONE, and for frequencies that are not
+ *              finite or an fs of 0. n of 0 is the factor alone
  */
 ORVANE_API bool fir_solveByIIR(FirFilter* filter, double gain, uint8_t kind);
 

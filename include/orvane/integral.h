@@ -24,7 +24,7 @@ enum { ORVANE_INTEGRAL_TRAPEZOIDS = 0, ORVANE_INTEGRAL_SIMPSON = 1, ORVANE_INTEG
  * @param f             integrand
  * @param a             lower limit; infinite or not
  * @param b             upper limit; infinite or not
- * @param maxIntervals  0 means 1000000; -1 means 16 where |b-a| is under 10, beyond that its whole part, at most 128;
+ * @param maxIntervals  0 means 1000000; -1 means 16 where |b-a| is under 10, beyond that its integer part, at most 128;
  *                      without influence on infinite ranges
  * @return the integral; NaN when a limit or a value of f is NaN; 1e+300 when a panel passes 1e10 in size, whatever its
  *         sign, as at a pole (-1e+300 for an infinite range taken backwards)

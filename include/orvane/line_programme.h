@@ -114,7 +114,7 @@ ORVANE_API uint8_t lineProg_Solve(LineProgramme* solver);
 ORVANE_API double lineProg_GetMaxValue(const LineProgramme* solver);
 
 /**
- * The solution. Integer and binary variables have whole values.
+ * The solution. Integer and binary variables have integer values.
  *
  * @param solver  programme
  * @param out     [number of variables] out; untouched if there is no solution
@@ -145,7 +145,7 @@ ORVANE_API double lineProg_solve2(const double* c, const double* A, const double
  * Tightens bounds by one constraint sum over k of coefs[k] * x[indices[k]] <= rhs: each variable is held to what the
  * others, at their best bounds, leave it. Sweeps over the terms until nothing changes, at most 128 times. A bound moves
  * only by more than 0.001; where the others are unbounded (more than 1e100 is left) it stays. Bounds of integer
- * variables become whole, those of binary ones 0 or 1.
+ * variables become integers, those of binary ones 0 or 1.
  *
  * @param upper    [variables] upper bounds, in and out. Mind the order: the upper ones come first
  * @param lower    [variables] lower bounds, in and out

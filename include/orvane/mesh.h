@@ -5,8 +5,8 @@
  * node nearest to a place.
  *
  * There is one mesh. mesh2D_initBuild derives the range and the visible nodes after nodes or elements were added or
- * loaded; what was added later is not seen by them until the next build. Visible nodes stand in ascending order of id.
- * Nothing here has a lock: all functions are to be called from one thread at a time.
+ * loaded; what was added later is not seen by them until the next build or range. Visible nodes stand in ascending
+ * order of id. Nothing here has a lock: all functions are to be called from one thread at a time.
  *
  * A file has a line a node, "id, x, y", or a line an element, "id, node, node, ...". Fields stand between commas,
  * blanks around them do not count, lines may end by CR LF. A number is read up to its first wrong letter, a field
@@ -104,7 +104,7 @@ ORVANE_API bool mesh2D_loadNode(const char* path, int32_t skipLines, int32_t cou
 ORVANE_API bool mesh2D_loadElement(const char* path, int32_t skipLines, int32_t count, int32_t nodesPerElement);
 
 /** Saves the nodes: "NodeSize: " with their number, then a line a node in ascending order of id, with 18 digits. The
- * file is written beside the path and renamed when it is whole. @param path zero-terminated @return false when there
+ * file is written beside the path and renamed when it is complete. @param path zero-terminated @return false when there
  * are no nodes or the file cannot be written */
 ORVANE_API bool mesh2D_saveNode(const char* path);
 

@@ -39,7 +39,7 @@ typedef struct NetLayer NetLayer;
  * - window: x, with the numbers of api_SetLayerIndex, api_SetLayerInputDim, api_SetLayerWindowDim, api_SetMoveDiff:
  *   a grid of inputRow by inputCol cells, row after row, begins at startIndex of x; the window of windowRow by
  *   windowCol cells starts in its first corner and moves by moveRow, moveCol while it fits;
- *   n = ((inputRow - windowRow)/moveRow + 1) ((inputCol - windowCol)/moveCol + 1), whole quotients
+ *   n = ((inputRow - windowRow)/moveRow + 1) ((inputCol - windowCol)/moveCol + 1), integer quotients
  * - radial: x, a of n by m, b in one row of n entries; d_i^2 = sum_j (a_ij - x_j)^2
  *
  * Derivatives of some kinds, by what stands before the colon (g is the gradient by y):
@@ -149,8 +149,8 @@ enum {
   /**
    * A square grid, enlarged about its centre by the factors a, bilinear; what lies outside repeats the border. a: one
    * row of one entry (both sides) or two (rows, columns); with four, the last two are the rows of the input and of the
-   * output grid, whole numbers that divide m and n, and have no gradient. The factors n/m a side give the usual
-   * resampling of a picture with cells that keep their area. Without whole rows the result is NaN.
+   * output grid, integers that divide m and n, and have no gradient. The factors n/m a side give the usual
+   * resampling of a picture with cells that keep their area. Without an integer number of rows the result is NaN.
    */
   ORVANE_LAYER_ZOOM = 198,
   ORVANE_LAYER_ASSEMBLY = 199, /**< the layers of a list one after another; n is the sum of their sizes */

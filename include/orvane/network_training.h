@@ -203,7 +203,7 @@ ORVANE_API void api_SetEvaluateBySquaredError(NetOptimizer* opt, double err);
  * Penalty on a variable, added to the batch gradient.
  *
  * @param opt     optimiser
- * @param var     variable
+ * @param var     variable; null changes nothing
  * @param weight  weight
  * @param kind    0: none; 1: weight*sign(w), with 0 at 0; 2: 2*weight*w; any other changes nothing
  */
@@ -212,7 +212,7 @@ ORVANE_API void api_setRegForVar(NetOptimizer* opt, NetVar* var, double weight, 
 /** The same for all variables that the network has now; nothing without a network. */
 ORVANE_API void api_setRegForAllVar(NetOptimizer* opt, double weight, int32_t kind);
 
-/** Drop: in training, floor(drop*size) entries of a layer, chosen at random, are 0 in every pass. */
+/** Drop: in training, floor(drop*size) entries of a layer, chosen at random, are 0 in every pass. Null: nothing. */
 ORVANE_API void api_setRegForLayer(NetOptimizer* opt, NetLayer* layer, double drop);
 
 /** Limits an entry of a step: beyond maxStep it becomes a random 80 to 100 % of it. */

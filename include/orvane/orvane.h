@@ -52,6 +52,7 @@
 #include <orvane/sym_store.h>
 #include <orvane/sym_text.h>
 #include <orvane/transform.h>
+#include <orvane/version.h>
 #include <orvane/zeta.h>
 
 #endif

@@ -141,7 +141,7 @@ ORVANE_API double stat_testByKSForFun(StatFun* fun, uint8_t code);
 
 /** Anderson-Darling test of the sample against a family with its parameters; the p values are those of a normal law
  * whose mean and deviation come from the sample. @param fun handle @param code code, odd or even @return p value; a
- * value with probability 0 or 1 gives 0 */
+ * value with probability 0, 1 or NaN gives 0 */
 ORVANE_API double stat_testByADForFun(StatFun* fun, uint8_t code);
 
 /** stat_testByKSForFun for other values. @param fun handle, for its parameters @param code code @param x [n] values
@@ -174,7 +174,8 @@ ORVANE_API double data_calcDataKurtosis(const double* x, int32_t n);
  * for given parameters: the p value is too large. @param x [n] values @param n their number @return p value */
 ORVANE_API double data_normTestByKolmogorovSmirnov(const double* x, int32_t n);
 
-/** Anderson-Darling test for normality. @param x [n] values @param n their number @return p value */
+/** Anderson-Darling test for normality. @param x [n] values @param n their number @return p value; 0 for one value many
+ * times and with a NaN */
 ORVANE_API double data_normTestByAndersonDarling(const double* x, int32_t n);
 
 /** Jarque-Bera test for normality: exp(-q (S^2 + (K - 3)^2/4)/2) with the skewness S, the kurtosis K and q = n/6 cut to

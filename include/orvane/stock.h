@@ -78,7 +78,8 @@ ORVANE_API uint8_t stock_searchStockByCode(int32_t code, StockData** out);
 ORVANE_API uint8_t stock_searchStockByName(const char* name, StockData** out);
 
 /**
- * Sets the day of a date: replaces the day that the stock has, or puts a new one in its place in ascending order.
+ * Sets the day of a date: replaces the day that the stock has, or puts a new one in its place in ascending order (at
+ * the end where a file has brought days out of order).
  *
  * @param stock  stock
  * @param year   calendar date
@@ -128,7 +129,8 @@ ORVANE_API bool stock_dateIsExist(const StockData* stock, uint32_t year, uint32_
  * days is ignored */
 ORVANE_API void stock_deleteData(StockData* stock, int32_t index, int32_t count);
 
-/** Sorts the days by date. stock_setData and stock_loadStock keep them so already. @param stock stock */
+/** Sorts the days by date. stock_setData keeps them so; only a file may bring them in another order, which a stock
+ * keeps until it is sorted. @param stock stock */
 ORVANE_API void stock_sort(StockData* stock);
 
 /** Adds an attribute. @param stock stock @param type 0 to 55 has a name; any number is kept */
@@ -149,7 +151,7 @@ ORVANE_API int32_t stock_getAllAttributeType(uint16_t* out, int32_t size);
 ORVANE_API const char* stock_getAttributeTypeStr(uint16_t type);
 
 /**
- * Saves stocks to a file. It is written beside the path and renamed when it is whole.
+ * Saves stocks to a file. It is written beside the path and renamed when it is complete.
  *
  * @param handles  [count] stocks, in any order
  * @param count    their number; 0 or less saves every stock of the store
@@ -160,7 +162,7 @@ ORVANE_API uint32_t stock_saveStock(const StockData* const* handles, int32_t cou
 
 /**
  * Loads a file. A stock whose type and code the store has takes the other's place. The first damaged record ends the
- * load: the stocks before it stay. Days that are not in order of date are sorted.
+ * load: the stocks before it stay. Days keep the order of the file, see stock_sort.
  *
  * @param path  zero-terminated
  * @param out   [number of stocks in the file] out, handles in the order of the file; null to load without them

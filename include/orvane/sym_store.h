@@ -9,7 +9,7 @@
  *
  * A block keeps all of an expression, but sym_read attaches no arguments: an element that is read back has its kind and
  * coefficient and is worth its coefficient; a copy of it is that number. Matrices of numbers and the list of variables
- * come back whole.
+ * come back complete.
  */
 #ifndef ORVANE_SYM_STORE_H
 #define ORVANE_SYM_STORE_H

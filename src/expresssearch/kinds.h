@@ -27,6 +27,13 @@ struct KindRow {
 /// Null for a code without a model.
 const KindRow* findKind(int code);
 
+/// Whether an iterated fit is tried. Fewer rows than parameters leave it open; beyond a few parameters there is no
+/// point in that, and a budget by mistake would take all memory.
+inline bool fitsRows(int32_t params, std::size_t rows) {
+  constexpr int32_t kAlwaysTried = 64;
+  return params <= kAlwaysTried || static_cast<std::size_t>(params) <= rows;
+}
+
 /// The values of a result that the data does not serve.
 inline void fillNaN(std::span<double> out) { std::fill(out.begin(), out.end(), kNaN); }
 

@@ -9,7 +9,7 @@ namespace Search {
 void searchPeaks(ExpressSearch_c& search) {
   if (search.columns.size() != 2 || search.maxTerms < 4 || search.maxTerms % 3 != 1) return;
   const std::vector<double>&x = search.columns[0], &y = search.columns[1];
-  if (static_cast<std::size_t>(search.maxTerms) > x.size()) return;
+  if (!fitsRows(search.maxTerms, x.size())) return;
   const Target target = targetOf(y);
   std::vector<double> fitted(y.size());
   const auto peaks = static_cast<std::size_t>(search.maxTerms) / 3;

@@ -123,8 +123,8 @@ class SurfaceFit {
 }  // namespace
 
 void searchPowerSurface(ExpressSearch_c& search) {
+  if (!fitsRows(search.maxTerms, search.columns.front().size())) return;
   const auto budget = static_cast<std::size_t>(std::max(search.maxTerms, 0));
-  if (budget > search.columns.front().size()) return;
   const auto equation = ImplicitPowers::ofKind(search.kind, search.columns.size(), budget);
   if (equation && !search.stopped()) SurfaceFit(search, *equation).run();
 }

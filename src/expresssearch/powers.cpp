@@ -68,10 +68,8 @@ class PowerFit {
     if (transformation == nullptr) return;
     std::vector<double> fitted(owner.y.size());
     model.values(params, fitted);
-    for (double& v : fitted) {
-      if (transformation->refuses(v)) return;
-      v = transformation->toData(v, owner.yScaling);
-    }
+    if (transformation->refusesAny(fitted)) return;
+    transformation->toData(fitted, owner.yScaling);
     const auto bottom = params.begin() + static_cast<std::ptrdiff_t>(model.bottomAt());
     owner.judgeAndKeep(owner.target(), fitted, [&](Result& result) {
       result.c0 = params.front();

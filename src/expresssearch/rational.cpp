@@ -80,8 +80,9 @@ class RationalFit {
     for (std::size_t from = 0; from < fitted.size(); from += kBlock) {
       const std::span<double> block = std::span(fitted).subspan(from, std::min(kBlock, fitted.size() - from));
       rationalValues(over, under, from, block);
-      if (transformation->back != nullptr && !toData(block, lost)) return;
+      if (transformation->everRefuses() && transformation->refusesAny(block)) return;
       if (lost) continue;
+      transformation->toData(block, owner.yScaling);
       addSquaredError(data.subspan(from, block.size()), block, sums);
       lost = bound < kNoError && total(sums) > bound;
       if (lost && !transformation->everRefuses()) break;
@@ -89,14 +90,6 @@ class RationalFit {
     owner.store.countCandidate();
     if (!lost)
       owner.keep(judge(owner.target(), fitted, total(sums)), [&](Result& result) { record(result, positions); });
-  }
-
-  /// The step back; false when a value refuses the candidate. With `check` nothing is computed but that.
-  bool toData(std::span<double> block, bool check) const {
-    if (std::ranges::any_of(block, [this](double v) { return transformation->refuses(v); })) return false;
-    if (!check)
-      for (double& v : block) v = transformation->toData(v, owner.yScaling);
-    return true;
   }
 
   void record(Result& result, std::span<const uint32_t> positions) const {

@@ -25,8 +25,16 @@ struct Transformation {
   double least, most;         ///< a fitted value outside refuses the candidate; NaN does not
 
   bool refuses(double v) const { return v < least || v > most; }
+  bool refusesAny(std::span<const double> values) const {
+    return std::ranges::any_of(values, [this](double v) { return refuses(v); });
+  }
   bool everRefuses() const { return least > -kInfinity || most < kInfinity; }
   double toData(double v, const Scaling& s) const { return back == nullptr ? v : (back(v) - s.offset) / s.scale; }
+
+  void toData(std::span<double> values, const Scaling& s) const {
+    if (back == nullptr) return;
+    for (double& v : values) v = toData(v, s);
+  }
 
   Scaling fit(std::span<const double> data) const;
 };

@@ -4,11 +4,14 @@
 #include "frame/handle.h"
 #include "frame/native_data2d.h"
 #include "orvane/frame.h"
+#include "orvane/version.h"
 
 namespace {
 // A negative index becomes a huge one, which lies outside every table.
 std::size_t index(int32_t i) { return static_cast<std::size_t>(i); }
 }  // namespace
+
+const char* orvane_version(void) { return ORVANE_VERSION; }
 
 bool api_PtrIsNullptr(const void* handle) { return handle == nullptr; }
 

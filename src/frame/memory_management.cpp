@@ -44,7 +44,7 @@ void MemoryManagement_c::freeAll() {
   decltype(sharedHandles) shared;
   {
     const std::lock_guard guard(lock);
-    // KEPT: rawHandles keeps the addresses of what is destroyed here; only sharedHandles is emptied (kept.csv:
+    // KEPT: rawHandles keeps the addresses of what is destroyed here; expected: both tables emptied (kept.csv:
     // FreeAll_raw)
     for (BaseData* object : rawHandles)
       if (object != nullptr && destroyed.insert(object).second) alive.push_back(object);

@@ -76,7 +76,7 @@ QuantileStart quantileExponential(const Sample& s) {
   // ln(1 - F) = -a (x - b)
   const Line line = fitLine(s, point, [](double, double F) { return std::log(std::min(1 - F, 0.999)); });
   QuantileStart result{.value = {-line.first, -line.second / line.first}, .positive = 0};
-  // KEPT: a failed line passes as a = 1, b = x1; one would expect the table row (kept.csv: Exponential_line)
+  // KEPT: a failed line passes as a = 1, b = x1; expected: the table row (kept.csv: Exponential_line)
   if (!result.finite()) result.value = {1, s.x1};
   result.value[0] = atLeast(result.value[0], 0.01);
   return result;

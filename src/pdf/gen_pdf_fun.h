@@ -149,7 +149,7 @@ class PDFFunByGenSymCos final : public GenPDFFun<PDFFunByGenSymCos> {
   static constexpr bool kUsesDensity = false;
   using GenPDFFun::GenPDFFun;
   double density(double Psi, double /*psi*/) const {
-    // KEPT: the last factor is Psi; one would expect psi, as the sheet has it (kept.csv: GenSymCos_factor)
+    // KEPT: the last factor is Psi; expected: psi, as the sheet has it (kept.csv: GenSymCos_factor)
     return pi / 2 * std::cos(pi * (Psi - 0.5)) * Psi;
   }
   double distribution(double Psi) const { return (1 + std::sin(pi * (Psi - 0.5))) / 2; }

@@ -86,7 +86,8 @@ void BasePDFKernel::setWidthByZoom(double zoom) {
   const std::size_t n = groups.size();
   const auto gap = [&](std::size_t i) { return groups[i + 1].value - groups[i].value; };
   for (std::size_t i = 0; n > 1 && i < n; ++i) {
-    // KEPT: the first and the last group are not widened by the zoom as the inner ones are (kept.csv: KernelWidth_ends)
+    // KEPT: the zoom leaves the first and the last group alone; expected: widened as the inner ones (kept.csv:
+    // KernelWidth_ends)
     if (i == 0)
       groups[i].width = std::max(kMinWidth, gap(0));
     else if (i + 1 == n)
@@ -223,7 +224,7 @@ double KernelByTriangle::calcPDF(double x) const {
     count += 1.0;
     sum += u;
   }
-  // KEPT: the plain sum; a density would be divided by the total width (kept.csv: KernelTriangle_pdf)
+  // KEPT: the plain sum; expected: divided by the total width (kept.csv: KernelTriangle_pdf)
   return (count - sum / a) / a;
 }
 
@@ -237,7 +238,7 @@ double KernelByTriangle::calcCDF(double x) const {
     if (x < c)
       sum += square(lo - x) / (2.0 * a * a * w);
     else if (x < top)
-      // KEPT: no slope factor, and up to c + 2a w; one expects w - (mid2-x)^2/(2a^2 w) (kept.csv: KernelTriangle_cdf)
+      // KEPT: no slope factor, and up to c + 2a w; expected: w - (mid2-x)^2/(2a^2 w) (kept.csv: KernelTriangle_cdf)
       sum += (mid2 - x) * (x - c) + w / 2.0;
     else
       sum += w;

@@ -21,8 +21,8 @@ namespace PDF {
 /// A sample and the fits of distributions to it.
 ///
 /// The caller of optimizer() is the only one that changes `tasks`; it does so under `mutex`, as it does with the
-/// results in the distributions, so that stop() and getSortPDF() from other threads see whole ones. The atomics may be
-/// read at any time.
+/// results in the distributions, so that stop() and getSortPDF() from other threads see complete ones. The atomics may
+/// be read at any time.
 class PDFManger final : public BaseData, public std::enable_shared_from_this<PDFManger> {
  public:
   /// Takes a raw sample; an empty one leaves no data.
@@ -92,7 +92,8 @@ class PDFManger final : public BaseData, public std::enable_shared_from_this<PDF
   std::condition_variable_any changed;  // a solver has ended, or stop was asked
   std::vector<double> xs;
   std::vector<double> cdf;
-  std::vector<double> pdf;
+  mutable std::mutex densityMutex;  // taken first where both are
+  mutable std::vector<double> pdf;  // empty until someone asks for it; under `densityMutex`
   std::vector<BasePDFFun*> funs;
   std::list<std::shared_ptr<Task>> tasks;
 };

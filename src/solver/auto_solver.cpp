@@ -121,7 +121,7 @@ bool AutoSolver::all(const Point& lo, const Point& hi, int64_t extra) {
   if (runInner()) return true;
   stage(std::make_shared<LGSolver>(), 3000);
   if (runInner()) return true;
-  // KEPT: this stage is set up and not run; one would expect a run (kept.csv: Auto_stage7)
+  // KEPT: this stage is set up and not run; expected: a run (kept.csv: Auto_stage7)
   stage(std::make_shared<RUNSolver>(), 2000);
   stage(std::make_shared<LGSolver2>(), 3000);
   if (runInner()) return true;

@@ -120,7 +120,7 @@ bool BaseSolver::continueTest() {
     stallCount = 0;
     return true;
   }
-  // KEPT: the value is compared with the counter; one would expect |v - stallBest| (kept.csv: Continue_counter)
+  // KEPT: the value is compared with the counter; expected: |v - stallBest| (kept.csv: Continue_counter)
   if (!((std::abs(v) + 1e-6) * 0.001 > std::abs(v - stallCount))) return true;
   ++stallCount;
   if (stallCount == stallLimit) {
@@ -128,7 +128,7 @@ bool BaseSolver::continueTest() {
     enterAnchor();
     return true;
   }
-  // KEPT: the counter is set to the second limit; one would expect a comparison (kept.csv: Continue_assignment)
+  // KEPT: the counter is set to the second limit; expected: a comparison (kept.csv: Continue_assignment)
   stallCount = stallLimit2;
   return stallCount == 0 || !anchor->active;
 }

@@ -63,7 +63,7 @@ bool GTOSolver::followSum() {
     const Candidate& c = population[i];
     const auto &b = c->bestVar, &best = bestVar->bestVar;
     auto& tr = c->trialVar;
-    // KEPT: the population's sum is divided by the variable count; one would expect its size (kept.csv: GTO_divisor)
+    // KEPT: the population's sum is divided by the variable count; expected: its size (kept.csv: GTO_divisor)
     for (std::size_t d = 0; d < tr.size(); ++d) tr[d] = std::abs(sum[d] / variables) * Lc * (b[d] - best[d]) + b[d];
     clip(tr);
     if (i + 1 < population.size())

@@ -7,7 +7,7 @@ LGSolver::LGSolver() : BaseNormSolver("LG", 1) {
   iterFun = [this] { return iterate(); };
 }
 
-// KEPT: a candidate is forced to move at age 64 exactly; one would expect 64 and above (kept.csv: LG_age)
+// KEPT: a candidate is forced to move at age 64 exactly; expected: 64 and above (kept.csv: LG_age)
 bool LGSolver::settle(const Candidate& c) {
   pullBack(c->trialVar, c->curVar, 0.5);
   return tryCandidate(c, c->age == 64);
@@ -38,7 +38,7 @@ bool LGSolver::mix4(const Candidate& c, const OptVariable& p, const OptVariable&
   const double s = u() + 0.16;
   const double cp = u() * s, cq = u() * s, c1 = u() * s, c2 = u() * s;
   const double c0 = 1.0 - (cq + cp + c1 + c2);
-  // KEPT: two of the five terms share one partner; one would expect a fourth (kept.csv: LG_mix4)
+  // KEPT: two of the five terms share one partner; expected: a fourth (kept.csv: LG_mix4)
   for (std::size_t d = 0; d < c->trialVar.size(); ++d)
     c->trialVar[d] = c0 * c->curVar[d] + cp * p.curVar[d] + cq * q.curVar[d] + (c1 + c2) * r.curVar[d];
   return settle(c);
@@ -97,7 +97,7 @@ bool LGSolver::move(const Candidate& c) {
   if (!(r > 0.2)) return mix3(c, *bestVar, *nb2, *nb1);
   const Candidate nb3 = randomNeighbour(c);
   if (r > 0.4) return mix3(c, *nb3, *nb2, *nb1);
-  // KEPT: the neighbour drawn first is not used; one would expect three draws (kept.csv: LG_neighbour)
+  // KEPT: the neighbour drawn first is not used; expected: three draws (kept.csv: LG_neighbour)
   const Candidate nb4 = randomNeighbour(c);
   return mix4(c, *nb4, *nb3, *nb2);
 }

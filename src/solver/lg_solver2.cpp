@@ -54,7 +54,7 @@ bool LGSolver2::lead() {
 }
 
 // The mark follows the best error, so that the restart check finds nothing to count outside the anchor.
-// KEPT: the restart check and the rate share one mark; one would expect two (kept.csv: LG2_mark)
+// KEPT: the restart check and the rate share one mark; expected: two (kept.csv: LG2_mark)
 void LGSolver2::adaptRate() {
   const double scale = std::abs(restartMark) + 1e-12;
   const double gain = restartMark - bestError;

@@ -21,7 +21,7 @@ void sortBy(std::vector<Candidate>& candidates, double OptVariable::*value) {
 int64_t MovingSolver::randomIndex(int64_t lo, int64_t hi) {
   if (lo > hi) std::swap(lo, hi);
   if (lo == hi) return lo;
-  // KEPT: the factor 0.99 makes the top index rare or unreachable; one would expect 1 (kept.csv: RandomIndex_099)
+  // KEPT: the factor 0.99 makes the top index rare or unreachable; expected: 1 (kept.csv: RandomIndex_099)
   return lo + static_cast<int64_t>(std::floor(static_cast<double>(hi - lo) * u() * 0.99));
 }
 
@@ -67,7 +67,7 @@ void MovingSolver::pullBack(std::vector<double>& trial, const std::vector<double
     if (trial[i] > maxVar[i]) {
       trial[i] = x[i] + (maxVar[i] - x[i]) * (u() * p + 1.0 - p);
     } else if (trial[i] < minVar[i]) {
-      // KEPT: two draws below, one above; one would expect the two sides alike (kept.csv: PullBack_draws)
+      // KEPT: two draws below, one above; expected: the two sides alike (kept.csv: PullBack_draws)
       const double u1 = u(), u2 = u();
       trial[i] = x[i] - (x[i] - minVar[i]) * u2 * (u1 * p + 1.0 - p);
     }
@@ -81,7 +81,7 @@ double MovingSolver::probe(std::vector<double>& x, std::vector<double>& trial, d
   const auto* lent = std::exchange(objective->stopFlag, &stopFlag);
   objective->calcGradient(x, 1e-8, gradVar, gradIndex, gradCount);
   objective->stopFlag = lent;
-  // KEPT: the same uphill step of 16 gradients in every round; one would expect a downhill one (kept.csv: Probe_step)
+  // KEPT: the same uphill step of 16 gradients in every round; expected: a downhill one (kept.csv: Probe_step)
   for (int round = 0; round < 16 && !stopped(); ++round) {
     for (std::size_t i = 0; i < trial.size(); ++i) trial[i] = x[i] + 16.0 * gradVar[i];
     const double v = evaluate(trial);

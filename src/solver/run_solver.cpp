@@ -92,8 +92,7 @@ void RUNSolver::settle(const Candidate& c) {
 }
 
 // False when the target is met.
-// KEPT: an improvement of the best candidate itself leaves bestError behind; one would expect it taken (kept.csv:
-// RUN_lag)
+// KEPT: an improvement of the best candidate itself leaves bestError behind; expected: it taken (kept.csv: RUN_lag)
 bool RUNSolver::improve(const Candidate& c) {
   c->accept();
   if (c != bestVar && bestVar->bestValue > c->bestValue) {
@@ -115,7 +114,7 @@ void RUNSolver::move(const Candidate& c, double s) {
   for (std::size_t d = 0; d < tr.size(); ++d) {
     const double m = v1[d] * 0.1 + 0.5;
     if (!(r3 < 0.5)) {
-      u();  // KEPT: thrown away; one would expect one draw a coordinate (kept.csv: RUN_draw)
+      u();  // KEPT: thrown away; expected: one draw a coordinate (kept.csv: RUN_draw)
       const double p = (u() > 0.5 ? best : leader)[d];
       tr[d] = (a[d] - b[d]) * m + (g * p + p + s * rk[d]);
     } else {

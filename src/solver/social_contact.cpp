@@ -13,7 +13,7 @@ bool SocialContact::prepare() {
   sorted = population;
   const auto elite = static_cast<int32_t>(std::lround(static_cast<double>(population.size()) * eliteRate));
   elitePick = std::uniform_int_distribution<int32_t>(0, std::max(0, elite - 1));
-  // KEPT: centre and span keep the bounds of the first run; one would expect those of this run (kept.csv: SC_centre)
+  // KEPT: centre and span keep the bounds of the first run; expected: those of this run (kept.csv: SC_centre)
   if (centre.size() != n) {
     centre.resize(n);
     for (std::size_t d = 0; d < n; ++d) centre[d] = (maxVar[d] + minVar[d]) * 0.5;

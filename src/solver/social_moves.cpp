@@ -89,7 +89,7 @@ bool SocialContact::crossover(const Candidate& c, const OptVariable& p) {
 
 double SocialContact::coneRoot(double dot, double deg) {
   const double f = std::cos(deg * std::numbers::pi / 180.0);
-  // KEPT: angles above 90 degrees take the root of the right angle; one would expect their own (kept.csv: ConeRoot_120)
+  // KEPT: angles above 90 degrees take the root of the right angle; expected: their own (kept.csv: ConeRoot_120)
   if (f < 1e-15) return -1.0 / dot;
   const double m = dot * dot - f * f;
   const double n = 2.0 * dot * (1.0 - f * f);

@@ -36,7 +36,7 @@ constexpr SolverRow kSolvers[] = {
     {ORVANE_SOLVER_SC, "SC", make<SocialContact, uint8_t{0}>},
     {ORVANE_SOLVER_SC_WALK, "SC", make<SocialContact, uint8_t{1}>},
     {ORVANE_SOLVER_SWO, "SWO", make<SWOSolver>},
-    // KEPT: kind 8 runs as kind 7, no code reads its flag; one would expect a variant (kept.csv: Kind_8)
+    // KEPT: kind 8 runs as kind 7, no code reads its flag; expected: a variant (kept.csv: Kind_8)
     {ORVANE_SOLVER_SWO_FLAG, "SWO", makeFlaggedSWO},
     {ORVANE_SOLVER_ISWO, "ISWO", make<ISWOSolver>},
     {ORVANE_SOLVER_INS, "INS", make<INSSolver>},

@@ -10,7 +10,7 @@ namespace Solver {
 
 /// Mean of the candidates' positions, weighted by their values, into `trial`. A best value v below 0 shifts all values
 /// by (v - 1)*1.1, so that the weights stay positive.
-// KEPT: a worse candidate weighs more; one would expect less (kept.csv: Weight_grows)
+// KEPT: a worse candidate weighs more; expected: less (kept.csv: Weight_grows)
 inline void weightedMean(const std::vector<Candidate>& candidates, double v, std::vector<double>& trial) {
   double sum = 0.0;
   for (const Candidate& n : candidates) sum += n->curValue;

@@ -7,6 +7,7 @@
 
 #include "frame/code_table.h"
 #include "frame/numbers.h"
+#include "special/gamma/incomplete_beta_kernel.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/special_function.h"
 #include "statistics/quantile.h"
@@ -31,9 +32,6 @@ double above(double x, double end, Share&& share) {
 
 double heldToUnit(double share) { return share < 0 ? 0 : share > 1 ? 1 : share; }
 
-// sign(v) |v|^e - 1 without cancellation near v = 1.
-double powerMinusOne(double base, double e) { return std::expm1(e * std::log(base)); }
-
 double zero(const P&) { return 0; }
 double one(const P&) { return 1; }
 double infinity(const P&) { return kInfinity; }
@@ -49,7 +47,7 @@ double numericQuantile(double q, const P& p) {
 }
 
 double betaCDF(double x, const P& p) {
-  return x <= 0 ? 0 : x >= 1 ? 1 : heldToUnit(SF::calcIBeta(x, p[0], p[1]) / SF::calcBeta(p[0], p[1]));
+  return x <= 0 ? 0 : x >= 1 ? 1 : heldToUnit(SF::Kernel::regularisedBeta(p[0], p[1], x));
 }
 
 double halfNormalCDF(double x, const P& p) {
@@ -58,7 +56,11 @@ double halfNormalCDF(double x, const P& p) {
 
 double foldedNormalCDF(double x, const P& p) {
   const double scale = sqrt2 * p[1];
-  return above(x, 0, [&] { return (std::erf((x + p[0]) / scale) + std::erf((x - p[0]) / scale)) / 2; });
+  return above(x, 0, [&] {
+    const double near = (std::abs(p[0]) - x) / scale, far = (std::abs(p[0]) + x) / scale;
+    // Far below the fold's mean the two error functions cancel.
+    return (near > 0.5 ? std::erfc(near) - std::erfc(far) : std::erf(far) - std::erf(near)) / 2;
+  });
 }
 
 double chiSquareCDF(double x, const P& p) { return lowerGamma(p[0] / 2, x / 2); }
@@ -224,7 +226,9 @@ constexpr Family kFamilies[] = {
      [](double x, const P& p) { return normalCDF((x - p[0]) / p[1]); },
      [](double q, const P& p) { return p[0] + p[1] * normalQuantile(q); }, minusInfinity, infinity},
     {53, "b * a^b / x^(b+1)", " a:(0, inf); b:(0, inf); x:[a, inf)", "ab",
-     [](double x, const P& p) { return above(x, p[0], [&] { return -powerMinusOne(p[0] / x, p[1]); }); },
+     [](double x, const P& p) {
+       return above(x, p[0], [&] { return -std::expm1(p[1] * std::log1p((p[0] - x) / x)); });
+     },
      [](double q, const P& p) { return p[0] * std::exp(-std::log1p(-q) / p[1]); }, first, infinity},
     {55, "(2 - a) * b * FunEq(-b*x, q); FunEq(x, q) = (1 + (1 - q) * x) ^ (1/(1-q))",
      " a:(-inf, 2); b:(0, inf); q = a; x:[0, inf) for a >= 1, [0, 1/((1-a)*b)] for a < 1", "b", qExponentialCDF,

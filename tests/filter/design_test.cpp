@@ -132,6 +132,12 @@ TEST(FirFilter, ConvolutionAndBlowUp) {
   fir_setCoefficient(fir.handle, h);
   EXPECT_EQ(fir.run({1, 2, kNaN, 4}), std::make_pair(false, Numbers({1, 3, 0, 0})));
   EXPECT_EQ(fir.run({1, 1e101, 4}), std::make_pair(false, Numbers({1, 0, 0})));
+  for (const double bad : {kNaN, kInf}) {  // a coefficient is met at its own place
+    const double later[] = {1.0, bad};
+    fir_setCoefficient(fir.handle, later);
+    EXPECT_EQ(fir.run({5, 0, 3}), std::make_pair(false, Numbers({5, 0, 0})));
+    EXPECT_EQ(fir.run({5}), std::make_pair(true, Numbers({5})));
+  }
   fir_setMethod(fir.handle, 1);  // centred, but nothing solved
   EXPECT_EQ(fir.run({1, 2}), std::make_pair(false, Numbers(2, 0.0)));
 }
@@ -179,18 +185,30 @@ TEST(IIRDesign, RefusalsAndCodes) {
   const auto designed = [](uint8_t type, double low, double high, int32_t order, double sampling = 1024) {
     Fir fir(type, low, high, order);
     fir_setSamplingFrequency(fir.handle, sampling);
-    const bool made = fir_solveByIIR(fir.handle, 1.0, 0);
-    EXPECT_EQ(fir_judgeCoefficient(fir.handle), made);
-    EXPECT_EQ(fir.run({1, 2}).first, made);
-    return made;
+    const bool made = fir_solveByIIR(fir.handle, 1.0, 0), filled = fir_judgeCoefficient(fir.handle);
+    EXPECT_EQ(fir.run({1, 2}).first, filled);
+    EXPECT_EQ(filled, !fir.recursive(true).empty());
+    return std::pair(made, filled);
   };
-  EXPECT_TRUE(designed(0, 100, 0, 4));
-  for (const double edge : {0.0, -1.0, 512.0, 600.0, kNaN, kInf}) EXPECT_FALSE(designed(0, edge, 0, 4)) << edge;
-  for (const double sampling : {0.0, -5.0, kNaN, kInf}) EXPECT_FALSE(designed(1, 100, 0, 4, sampling)) << sampling;
-  for (const int32_t order : {0, -3, 201}) EXPECT_FALSE(designed(0, 100, 0, order)) << order;
-  EXPECT_FALSE(designed(2, 200, 100, 4));
-  EXPECT_FALSE(designed(3, 100, 512, 4));
-  for (const uint8_t type : {4, 9, 255}) EXPECT_FALSE(designed(type, 100, 200, 4));
+  const std::pair sound(true, true), formulas(false, true), none(false, false);
+  EXPECT_EQ(designed(0, 100, 0, 4), sound);
+  for (const double edge : {0.0, -1.0, 512.0, 600.0, 1e300}) EXPECT_EQ(designed(0, edge, 0, 4), formulas) << edge;
+  for (const double edge : {kNaN, kInf}) EXPECT_EQ(designed(0, edge, 0, 4), none) << edge;
+  EXPECT_EQ(designed(1, 100, 0, 4, -5), formulas);
+  for (const double sampling : {0.0, kNaN, kInf}) EXPECT_EQ(designed(1, 100, 0, 4, sampling), none) << sampling;
+  EXPECT_EQ(designed(0, 100, 0, 201), none);
+  EXPECT_EQ(designed(2, 200, 100, 4), formulas);
+  EXPECT_EQ(designed(3, 100, 512, 4), formulas);
+  EXPECT_EQ(designed(2, 258, 800, 4), formulas);
+  for (const uint8_t type : {4, 9, 255}) EXPECT_EQ(designed(type, 100, 200, 4), none);
+  for (uint8_t kind = 0; kind < 4; ++kind) {
+    Fir plain(kind, 100, 200, 0), all(0, 512, 0, 3);
+    EXPECT_TRUE(fir_solveByIIR(plain.handle, 2.5, kind));
+    EXPECT_EQ(plain.recursive(true), Numbers{2.5});
+    EXPECT_FALSE(fir_solveByIIR(all.handle, 1.0, 0));  // an edge of fs/2 passes all
+    EXPECT_EQ(all.recursive(true), Numbers({1, 3, 3, 1}));
+    EXPECT_EQ(all.recursive(false), Numbers({1, 3, 3, 1}));
+  }
   Fir known(0, 100, 0, 3), unknown(0, 100, 0, 3);
   fir_solveByIIR(known.handle, 1.0, ORVANE_IIR_BUTTERWORTH);
   fir_solveByIIR(unknown.handle, 1.0, 77);
@@ -229,6 +247,11 @@ TEST(IIRFilter, RecursionAndBlowUp) {
   EXPECT_FALSE(sound);
   EXPECT_NEAR(y[99] / 1.1111111111e99, 1, 1e-9);
   EXPECT_EQ(y[100], 0);
+  const double later[] = {1.0, 0.5, kNaN};  // of either side, met at its own place
+  for (const auto& [nb, na] : {std::pair(3, 1), {1, 3}}) {
+    fir_setIIRCoefficient(unstable.handle, nb == 3 ? later : b, na == 3 ? later : b, nb, na);
+    EXPECT_EQ(unstable.run({0, 8, 0}), std::make_pair(false, Numbers({0, 8, 0}))) << nb;
+  }
   fir_setIIRCoefficient(unstable.handle, b, a, 1, 0);
   EXPECT_FALSE(unstable.run({1.0}).first);
 }

@@ -32,10 +32,11 @@ inline std::ostream& operator<<(std::ostream& out, const Limbs& x) {
 
 inline Limbs limbsOf(std::string text) {
   Limbs x;
-  if (text == "inf") x.infinite = true;
-  if (text == "inf" || text == "0") return x;
+  if (text == "0") return x;
   x.negative = text[0] == '-';
   if (x.negative) text.erase(0, 1);
+  x.infinite = text == "inf";
+  if (x.infinite) return x;
   const std::size_t at = text.find('@');
   x.exponent = std::stoll(text.substr(at + 1));
   std::istringstream stream(text.substr(0, at));
@@ -71,9 +72,12 @@ class Number {
  public:
   explicit Number(HPNumber* made) : handle(made) {}
   explicit Number(int64_t value) : handle(hp_CreateByValue(value)) {}
-  explicit Number(const Limbs& x)
-      : handle(hp_CreateByValue2(x.limbs.data(), static_cast<int32_t>(x.limbs.size()), static_cast<int32_t>(x.exponent),
-                                 x.negative)) {}
+  explicit Number(const Limbs& x) : handle(made(x)) {}
+  static HPNumber* made(const Limbs& x) {
+    if (x.infinite) return hp_Fun2(Number(x.negative ? -1 : 1), Number(int64_t(0)), 3, 1);
+    return hp_CreateByValue2(x.limbs.data(), static_cast<int32_t>(x.limbs.size()), static_cast<int32_t>(x.exponent),
+                             x.negative);
+  }
   explicit Number(const char* text) : Number(limbsOf(text)) {}
   Number(const Number&) = delete;
   Number& operator=(const Number&) = delete;

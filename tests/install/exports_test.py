@@ -19,7 +19,12 @@ for header in include.glob("*.h"):
             sys.exit(f"{name} is declared twice")
         declared.add(name)
 listing = subprocess.run(["nm", "-D", "--defined-only", library], capture_output=True, text=True, check=True).stdout
-shown = {line.split()[-1].split("@")[0] for line in listing.splitlines()}
+symbols = [line.split() for line in listing.splitlines()]
+shown = {words[-1].split("@")[0] for words in symbols if words[-2] != "A"}  # an absolute one is the version node itself
+nodes = {words[-1] for words in symbols if words[-2] == "A"}
+unversioned = [words[-1] for words in symbols if words[-2] != "A" and words[-1].split("@")[-1] not in nodes]
+if len(nodes) != 1 or unversioned:
+    sys.exit(f"nodes {sorted(nodes)}, without one: {unversioned[:5]}")
 if not declared:
     sys.exit(f"no declarations in {include}")
 for name in sorted(declared - shown):

@@ -7,6 +7,8 @@ usage: install_test.py MODE
   pkg-config  programs built by the flags of orvane.pc
   readme      the C program of README.md, built by the commands that the README gives
   layout      names, links and SONAME of what was installed
+  subproject  a project that takes the sources by add_subdirectory
+  deb         the Debian packages in a clean root: C, C++ and Rust programs against them, and their removal
 The settings of the build come in the environment: BUILD, SOURCE, LIBDIR, VERSION, CC, CXX, CFLAGS, CXXFLAGS.
 """
 import os
@@ -94,13 +96,76 @@ def layout(prefix, library_dir):
     expect(run_path, [], "run path of the installed library")
 
 
+def subproject(work):
+    """Configures a project that has the sources as a folder and compiles its own program. The library itself is the one
+    that is built already: it is not compiled once more."""
+    run(["cmake", "-S", CONSUMER / "subproject", "-B", work / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+         f"-DORVANE_SOURCE={SOURCE}", f"-DORVANE_OSQP_CACHE={ENV['OSQP_CACHE']}", f"-DHOST={CONSUMER}/host.c",
+         f"-DCMAKE_C_COMPILER={ENV['CC']}", f"-DCMAKE_CXX_COMPILER={ENV['CXX']}"])
+    targets = run(["cmake", "--build", work / "build", "--target", "help"])
+    expect(re.findall(r"^(\w+_test|orvane-\w+|package):", targets, re.M), [], "targets of no use to another project")
+    inputs = run(["ninja", "-C", work / "build", "-t", "query", "host"])
+    expect("orvane/liborvane.so" in inputs, True, "the library as part of the project")
+    run(["ninja", "-C", work / "build", "CMakeFiles/host.dir/host.c.o"])
+
+
+def packages(work):
+    """The two packages of the build tree, quickly packed. As the library's folder is that of the tree, scripts/package
+    alone makes what is to be handed out."""
+    run(["cpack", "--config", pathlib.Path(ENV["BUILD"], "CPackConfig.cmake"), "-B", work / "packed",
+         "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=gzip"])
+    made = sorted((work / "packed").glob("*.deb"))
+    major = ENV["VERSION"].split(".")[0]
+    expect([path.name.split("_")[:2] for path in made],
+           [["liborvane-dev", ENV["VERSION"]], [f"liborvane{major}", ENV["VERSION"]]], "packages")
+    return made
+
+
+def by_rust(prefix, work, library_dir):
+    """A Rust program whose declarations bindgen makes from the C headers."""
+    if not shutil.which("cargo") or not shutil.which("bindgen"):
+        print("without cargo or bindgen: no program in Rust")
+        return
+    shutil.copytree(CONSUMER / "rust", work / "rust")
+    environment = dict(ENV, PKG_CONFIG_PATH=str(library_dir / "pkgconfig"), LD_LIBRARY_PATH=str(library_dir),
+                       ORVANE_INCLUDE=str(prefix / "include"))
+    expect(run(["cargo", "run", "--quiet", "--offline"], cwd=work / "rust", env=environment), EXPECTED, "Rust")
+
+
+def by_packages(work):
+    made = packages(work)
+    root = work / "root"
+    (root / "var/lib/dpkg/info").mkdir(parents=True)
+    (root / "var/lib/dpkg/updates").mkdir()
+    (root / "var/lib/dpkg/status").touch()
+    as_root = [] if os.geteuid() == 0 else ["fakeroot"]
+    # What they depend on is in the system around, not in this root.
+    dpkg = [*as_root, "dpkg", f"--root={root}", "--force-depends", "--force-not-root", f"--log={work}/dpkg.log"]
+    run([*dpkg, "-i", *made])
+    prefix = root / "usr"
+    library_dir = prefix / ENV["LIBDIR"]
+    by_cmake(prefix, work)
+    by_pkg_config(prefix, work, library_dir)
+    by_rust(prefix, work, library_dir)
+    run([*dpkg, "-P", "liborvane-dev", "liborvane" + ENV["VERSION"].split(".")[0]])
+    left = [str(path.relative_to(root)) for path in root.rglob("*") if not path.is_relative_to(root / "var/lib/dpkg")
+            and not path.is_dir()]
+    expect(left, [], "files left behind")
+
+
 def main():
     mode = sys.argv[1]
+    if mode == "deb" and not (shutil.which("dpkg") and (os.geteuid() == 0 or shutil.which("fakeroot"))):
+        sys.exit(77)
     with tempfile.TemporaryDirectory(prefix="orvane-install-") as folder:
         first, prefix, work = (pathlib.Path(folder, name) for name in ("first", "prefix", "work"))
+        work.mkdir()
+        if mode == "subproject":
+            return subproject(work)
+        if mode == "deb":
+            return by_packages(work)
         run(["cmake", "--install", ENV["BUILD"], "--prefix", first])
         shutil.move(first, prefix)  # what was installed must not know its first place
-        work.mkdir()
         library_dir = prefix / ENV["LIBDIR"]
         if mode == "cmake":
             by_cmake(prefix, work)

@@ -2,29 +2,30 @@
 #include <array>
 #include <optional>
 
-#include "network/training_host.h"
+#include "network/host.h"
 
 namespace {
 
 NetAction* create(Host& host, int32_t code) { return static_cast<NetAction*>(host.own(action_Create(code))); }
-OptNetSet* driver(Host& host) { return static_cast<OptNetSet*>(host.own(action_Create(ORVANE_ACTION_DRIVER))); }
 
-NetAction* net(Host& host, NetGraph* network) {
+NetAction* alone(Host& host, NetGraph* network) {
   NetAction* action = create(host, ORVANE_ACTION_NET);
   action_NetAction_SetNetWork(action, network);
   return action;
 }
 
-Values predict(NetAction* action, const Values& in) {
-  Values out(static_cast<std::size_t>(action_NetAction_GetOutputSize(action)), -7.0);
+Numbers predict(NetAction* action, const Numbers& in) {
+  Numbers out(static_cast<std::size_t>(action_NetAction_GetOutputSize(action)), -7.0);
   action_NetAction_Predict(action, in.data(), out.data());
   return out;
 }
 
 /// y = w x with all entries of w the same.
 NetGraph* product(Host& host, int32_t in, int32_t out, double w) {
+  NetVar* all = host.var(out, in);
+  api_SetNetVarV(all, w);
   NetLayer* input = host.layer(in, ORVANE_LAYER_COPY);
-  return host.network(input, host.layer(out, ORVANE_LAYER_W_DOT_X, input, host.var(out, in, w)));
+  return host.network(input, host.layer(out, ORVANE_LAYER_W_DOT_X, all, input));
 }
 
 /// A trainable y = w x: `steps` steps of rate 0.5 from w = 0.
@@ -43,48 +44,48 @@ struct Member {
   NetAction* action;
 };
 
-void setData(OptNetSet* set, int32_t slot, const Values& values, int32_t rows) {
-  action_OptNetSet_SetDataByArray(set, values.data(), rows, static_cast<int32_t>(values.size()) / rows, slot);
-}
+/// A driver with the members under a root of kind `code`, on rows of x = 1 and target 1 in the first `slots` slots.
+struct Driven {
+  Driven(Host& host, int32_t code, const std::vector<NetAction*>& members, int32_t slots = 2)
+      : root(create(host, code)), set(static_cast<OptNetSet*>(host.own(action_Create(ORVANE_ACTION_DRIVER)))) {
+    for (NetAction* member : members) action_OptNetSetAction_AddOptNet(root, member);
+    for (int32_t slot = 0; slot < slots; ++slot) action_OptNetSet_SetDataByArray(set, Numbers{1, 1}.data(), 2, 1, slot);
+    action_OptNetSet_SetRoot(set, root);
+  }
+  NetAction* root;
+  OptNetSet* set;
+};
 
 TEST(Actions, Combine) {
   Host host;
   std::array<NetAction*, 3> members;
-  for (std::size_t i = 0; i < 3; ++i) {
-    NetVar* a;
-    members[i] = net(host, host.shift(3, 0.0, &a));
-    api_SetNetVarValue(a, (std::array<Values, 3>{Values{1, 2, 3}, {0, 4, 0}, {5, 0, 0}})[i].data());
-  }
-  const Values x{0.5, 0.25, 0.0};
+  const Numbers shifts[] = {{1, 2, 3}, {0, 4, 0}, {5, 0, 0}}, x{0.5, 0.25, 0.0};
+  for (std::size_t i = 0; i < 3; ++i) members[i] = alone(host, host.shift(shifts[i]));
   const auto set = [&](int32_t mode, std::size_t count) {
     NetAction* action = create(host, mode);
     for (std::size_t i = 0; i < count; ++i) action_NetSetAction_AddAction(action, members[i]);
     return action;
   };
-  EXPECT_EQ(predict(set(1, 3), x), (Values{7.5, 6.75, 3}));
-  EXPECT_EQ(predict(set(2, 3), x), (Values{2.5, 2.25, 1}));
-  EXPECT_EQ(predict(set(3, 3), x), (Values{1, 1, 1}));
-  EXPECT_EQ(predict(set(3, 2), x), (Values{0, 1, 1}));
-  for (int32_t mode = 1; mode <= 4; ++mode) EXPECT_EQ(predict(set(mode, 1), x), (Values{1.5, 2.25, 3})) << mode;
+  EXPECT_EQ(predict(set(1, 3), x), (Numbers{7.5, 6.75, 3}));
+  EXPECT_EQ(predict(set(2, 3), x), (Numbers{2.5, 2.25, 1}));
+  EXPECT_EQ(predict(set(3, 3), x), (Numbers{1, 1, 1}));
+  EXPECT_EQ(predict(set(3, 2), x), (Numbers{0, 1, 1}));
+  for (int32_t mode = 1; mode <= 4; ++mode) EXPECT_EQ(predict(set(mode, 1), x), (Numbers{1.5, 2.25, 3})) << mode;
 
   NetAction* stack = set(4, 2);
-  action_NetSetAction_AddAction(stack, net(host, product(host, 6, 3, 2.0)));
+  action_NetSetAction_AddAction(stack, alone(host, product(host, 6, 3, 2.0)));
   EXPECT_EQ(action_NetAction_Check(stack), 1);
-  EXPECT_EQ(predict(stack, x), Values(3, 2 * (1.5 + 2.25 + 3 + 0.5 + 4.25)));
-  NetAction* misfit = set(4, 3);  // the last member takes 3 numbers and is given 6
-  for (const double y : predict(misfit, x)) EXPECT_TRUE(std::isnan(y));
+  EXPECT_EQ(predict(stack, x), Numbers(3, 2 * (1.5 + 2.25 + 3 + 0.5 + 4.25)));
+  for (const double y : predict(set(4, 3), x)) EXPECT_TRUE(std::isnan(y)) << "6 numbers for 3 inputs";
 
   NetAction* nested = create(host, 1);
-  action_NetSetAction_AddAction(nested, set(2, 3));
-  action_NetSetAction_AddAction(nested, stack);
-  EXPECT_EQ(predict(nested, x), (Values{25.5, 25.25, 24}));
-  action_NetSetAction_AddAction(nested, nested);
-  action_NetSetAction_AddAction(stack, nested);  // would run without end
-  EXPECT_EQ(predict(nested, x), (Values{25.5, 25.25, 24}));
+  for (NetAction* member : {set(2, 3), stack, nested}) action_NetSetAction_AddAction(nested, member);
+  action_NetSetAction_AddAction(stack, nested);  // like the last one, it would run without end
+  EXPECT_EQ(predict(nested, x), (Numbers{25.5, 25.25, 24}));
 
   NetAction* vote = create(host, 3);  // kept.csv: Action_vote
-  for (int i = 0; i < 2; ++i) action_NetSetAction_AddAction(vote, net(host, product(host, 1, 1, -5.0)));
-  EXPECT_EQ(predict(vote, {3}), (Values{1}));
+  for (int i = 0; i < 2; ++i) action_NetSetAction_AddAction(vote, alone(host, product(host, 1, 1, -5.0)));
+  EXPECT_EQ(predict(vote, {3}), (Numbers{1}));
 }
 
 TEST(Actions, CodesOfCheck) {
@@ -96,23 +97,21 @@ TEST(Actions, CodesOfCheck) {
     if (!known || code == 600) continue;
     auto* handle = static_cast<NetAction*>(action);
     EXPECT_EQ(action_NetAction_Check(handle), code == 0 ? 90 : code == 300 ? 62 : 81) << code;
-    EXPECT_EQ(action_NetAction_GetInputSize(handle), 0);
-    EXPECT_EQ(action_NetAction_GetOutputSize(handle), 0);
+    EXPECT_EQ(action_NetAction_GetInputSize(handle) + action_NetAction_GetOutputSize(handle), 0);
     action_NetAction_Predict(handle, nullptr, nullptr);
     action_NetSetAction_AddAction(handle, nullptr);
     action_OptNetSetAction_AddOptNet(handle, nullptr);
     action_OptNetAction_SetNetOptimizer(handle, nullptr);
   }
   NetGraph* unready = host.own(api_CreateNetWork());
-  NetAction* action = net(host, unready);
+  NetAction* action = alone(host, unready);
   EXPECT_EQ(action_NetAction_Check(action), 91);
   NetLayer* input = host.layer(2, ORVANE_LAYER_COPY);
-  NetLayer* output = host.layer(3, ORVANE_LAYER_SIN, input);
-  EXPECT_EQ(api_NetWorkInit(unready, input, output), 34);
+  EXPECT_EQ(api_NetWorkInit(unready, input, host.layer(3, ORVANE_LAYER_SIN, input)), 34);
   EXPECT_EQ(action_NetAction_Check(action), 91);
   for (const double y : predict(action, {1, 2})) EXPECT_TRUE(std::isnan(y));
   NetAction* set = create(host, 2);
-  action_NetSetAction_AddAction(set, net(host, product(host, 1, 1, 1.0)));
+  action_NetSetAction_AddAction(set, alone(host, product(host, 1, 1, 1.0)));
   EXPECT_EQ(action_NetAction_Check(set), 1);
   action_NetSetAction_AddAction(set, action);
   EXPECT_EQ(action_NetAction_Check(set), 91);
@@ -138,13 +137,14 @@ TEST(Actions, CodesOfInit) {
   for (const Case& c : cases) {
     Host host;
     const Member member(host, 1);
-    OptNetSet* set = driver(host);
+    OptNetSet* set = Driven(host, 302, {}, 0).set;
     for (int32_t slot = 0; slot < 4; ++slot)
       if (const Slot& s = c.slots[static_cast<std::size_t>(slot)])
         action_OptNetSet_SetDataDim(set, s->first, s->second, slot);
-    EXPECT_EQ(action_OptNetSet_Init(set), 100);
-    action_OptNetSet_SetRoot(set, net(host, member.network));
-    EXPECT_EQ(action_OptNetSet_Init(set), 100) << "not one that trains";
+    for (NetAction* untrainable : {static_cast<NetAction*>(nullptr), alone(host, member.network)}) {
+      action_OptNetSet_SetRoot(set, untrainable);
+      EXPECT_EQ(action_OptNetSet_Init(set), 100);
+    }
     action_OptNetSet_SetRoot(set, member.action);
     EXPECT_EQ(action_OptNetSet_Init(set), c.code);
     EXPECT_EQ(action_OptNetSet_Optimize(set), c.code == 1) << c.code;
@@ -156,112 +156,78 @@ TEST(Actions, CodesOfInit) {
   }
 }
 
-/// Three members under `code` on x = 1, target 1, tested on rows of their own; the last gets `lastIn` inputs.
-struct Trained {
-  Trained(int32_t code, int32_t lastIn) : members{Member(host, 1), Member(host, 1), Member(host, lastIn)} {
-    root = create(host, code);
-    for (const Member& member : members) action_OptNetSetAction_AddOptNet(root, member.action);
-    OptNetSet* set = driver(host);
-    for (const int32_t slot : {0, 1, 2, 3}) setData(set, slot, {1, 1}, 2);
-    action_OptNetSet_SetRoot(set, root);
-    EXPECT_TRUE(action_OptNetSet_Optimize(set)) << code;
-    EXPECT_EQ(action_OptNetSet_CurrentOptimizer(set), members[2].opt);
+TEST(Actions, Training) {
+  // Three members on x = 1, target 1, tested on rows of their own: their weights, what their last test was, and what
+  // the set predicts. A step goes half the way; a stacked last member gets the two 0.5 of the others.
+  struct Case {
+    int32_t code, lastIn;
+    Numbers weights, best;
+    double prediction;
+  };
+  const Case cases[] = {{301, 1, {0.5, 0.25, 0.125}, {0.25, 0.0625, 0.015625}, 0.875},
+                        {302, 1, {0.5, 0.5, 0.5}, {0.25, 0.25, 0.25}, 0.5},
+                        {303, 1, {0.5, 0.5, 0.5}, {0.25, 0.25, 0.25}, 1.0},
+                        {304, 2, {0.5, 0.5, 0.25, 0.25}, {0.25, 0.25, 0.5625}, 0.25}};
+  for (const Case& c : cases) {
+    Host host;
+    const Member members[] = {Member(host, 1), Member(host, 1), Member(host, c.lastIn)};
+    const Driven driven(host, c.code, {members[0].action, members[1].action, members[2].action}, 4);
+    EXPECT_TRUE(action_OptNetSet_Optimize(driven.set)) << c.code;
+    EXPECT_EQ(action_OptNetSet_CurrentOptimizer(driven.set), members[2].opt);
+    Numbers weights, best;
+    for (const Member& member : members) {
+      for (const double w : flat(member.network)) weights.push_back(w);
+      best.push_back(Progress(member.opt).best);
+      EXPECT_EQ(api_SolveInit(member.opt), 11) << "an optimiser's own rows stay as they are";
+    }
+    EXPECT_EQ(weights, c.weights) << c.code;
+    EXPECT_EQ(best, c.best) << c.code;
+    EXPECT_EQ(predict(driven.root, {1}), Numbers{c.prediction}) << c.code;
   }
-  double weight(std::size_t i) const { return variables(members[i].network)[0]; }
-  double best(std::size_t i) const { return Progress(members[i].opt).best; }
-  Host host;
-  std::array<Member, 3> members;
-  NetAction* root;
-};
-
-TEST(Actions, Boosting) {
-  const Trained t(301, 1);
-  EXPECT_EQ(t.weight(0), 0.5);
-  EXPECT_EQ(t.weight(1), 0.25);
-  EXPECT_EQ(t.weight(2), 0.125);
-  EXPECT_EQ(t.best(1), 0.0625) << "test targets are what is left too";
-  EXPECT_EQ(t.best(2), 0.015625);
-  EXPECT_EQ(predict(t.root, {1}), (Values{0.875}));
-  EXPECT_EQ(api_SolveInit(t.members[0].opt), 11) << "an optimiser's own rows stay as they are";
-}
-
-TEST(Actions, SideBySide) {
-  for (const int32_t code : {302, 303}) {
-    const Trained t(code, 1);
-    for (const std::size_t i : {0, 1, 2}) EXPECT_EQ(t.weight(i), 0.5);
-    EXPECT_EQ(predict(t.root, {1}), (Values{code == 302 ? 0.5 : 1.0}));
-  }
-}
-
-TEST(Actions, Stacking) {
-  const Trained t(304, 2);
-  EXPECT_EQ(t.weight(0), 0.5);
-  EXPECT_EQ(t.weight(1), 0.5);
-  EXPECT_EQ(variables(t.members[2].network), (Values{0.25, 0.25})) << "a step of rate 0.5 on inputs 0.5, target 1";
-  EXPECT_EQ(t.best(2), 0.5625) << "test rows are joined too";
-  EXPECT_EQ(predict(t.root, {1}), (Values{0.25}));
 }
 
 TEST(Actions, StackThatDoesNotFit) {
   Host host;
   const Member first(host, 1), last(host, 3);
-  NetAction* root = create(host, 304);
-  action_OptNetSetAction_AddOptNet(root, first.action);
-  action_OptNetSetAction_AddOptNet(root, last.action);
-  OptNetSet* set = driver(host);
-  setData(set, 0, {1, 1}, 2);
-  setData(set, 1, {1, 1}, 2);
-  action_OptNetSet_SetRoot(set, root);
-  EXPECT_EQ(action_OptNetSet_Init(set), 14) << "one joined number for three inputs";
-  EXPECT_FALSE(action_OptNetSet_Optimize(set));
-  NetAction* single = create(host, 304);
-  action_OptNetSetAction_AddOptNet(single, first.action);
-  action_OptNetSet_SetRoot(set, single);
-  EXPECT_TRUE(action_OptNetSet_Optimize(set));
-  EXPECT_EQ(predict(single, {1}), (Values{0.5}));
+  const Driven wrong(host, 304, {first.action, last.action}), single(host, 304, {first.action});
+  EXPECT_EQ(action_OptNetSet_Init(wrong.set), 14) << "one joined number for three inputs";
+  EXPECT_FALSE(action_OptNetSet_Optimize(wrong.set));
+  EXPECT_TRUE(action_OptNetSet_Optimize(single.set));
+  EXPECT_EQ(predict(single.root, {1}), (Numbers{0.5}));
 }
 
 TEST(Actions, Nested) {
-  // A mean of a boosted pair and a single one.
+  // A mean of a boosted pair and a single one; inputs from a table, targets row by row.
   Host host;
   const Member a(host, 1), b(host, 1), c(host, 1, 2);
-  NetAction *pair = create(host, 301), *root = create(host, 302);
-  for (const Member* member : {&a, &b}) action_OptNetSetAction_AddOptNet(pair, member->action);
-  action_OptNetSetAction_AddOptNet(root, pair);
-  action_OptNetSetAction_AddOptNet(root, c.action);
-  action_OptNetSetAction_AddOptNet(root, root);
-  action_OptNetSetAction_AddOptNet(pair, root);
-  OptNetSet* set = driver(host);
+  NetAction* pair = Driven(host, 301, {a.action, b.action}).root;
+  const Driven mean(host, 302, {pair, c.action}, 0);
+  action_OptNetSetAction_AddOptNet(mean.root, mean.root);
+  action_OptNetSetAction_AddOptNet(pair, mean.root);
   Data2D* table = host.own(api_Data2D_Create(2, 1));
-  api_Data2D_SetValue(table, Values{1, 1}.data());
-  action_OptNetSet_SetDataByData2D(set, table, 0);
-  action_OptNetSet_SetDataDim(set, 2, 1, 1);
-  for (const int32_t row : {0, 1, 2, -1}) action_OptNetSet_SetDataByRow(set, Values{1}.data(), row, 1);
-  action_OptNetSet_SetDataByRow(set, Values{5}.data(), 0, 4);
-  action_OptNetSet_SetRoot(set, root);
-  EXPECT_EQ(action_OptNetSet_Init(set), 1);
-  EXPECT_TRUE(action_OptNetSet_Optimize(set));
-  EXPECT_EQ(predict(root, {1}), (Values{0.75}));
-  double value;
-  api_Data2D_GetRowValue(table, 0, &value);
-  EXPECT_EQ(value, 1.0);
+  api_Data2D_SetValue(table, Numbers{1, 1}.data());
+  action_OptNetSet_SetDataByData2D(mean.set, table, 0);
+  action_OptNetSet_SetDataDim(mean.set, 2, 1, 1);
+  for (const int32_t row : {0, 1, 2, -1}) action_OptNetSet_SetDataByRow(mean.set, Numbers{1}.data(), row, 1);
+  for (const int32_t slot : {-1, 4}) action_OptNetSet_SetDataByRow(mean.set, Numbers{5}.data(), 0, slot);
+  EXPECT_EQ(action_OptNetSet_Init(mean.set), 1);
+  EXPECT_TRUE(action_OptNetSet_Optimize(mean.set));
+  EXPECT_EQ(predict(mean.root, {1}), (Numbers{0.75}));
+  EXPECT_EQ(api_Data2D_GetValueByIndex(table, 0, 0), 1.0);
 }
 
 TEST(Actions, PreDotKeepsInputs) {
   Host host;
   const Member member(host, 1, 0);
-  NetAction* root = create(host, 302);
-  action_OptNetSetAction_AddOptNet(root, member.action);
-  OptNetSet* set = driver(host);
-  action_OptNetSet_SetPreDotValue(set, 1);
-  action_OptNetSet_SetRoot(set, root);
+  const Driven driven(host, 302, {member.action});
   api_SetPreprocessType(member.opt, 0);
-  api_NetWorkSetVar(member.network, Values{1}.data());
-  for (const int byte : {1, 0}) {
-    action_OptNetSet_SetPreDotValue(set, static_cast<uint8_t>(byte));
+  api_NetWorkSetVar(member.network, Numbers{1}.data());
+  for (const uint8_t byte : {1, 0}) {
+    action_OptNetSet_SetPreDotValue(driven.set, byte);
     trainOn(member.opt, {2, 4}, {2, 4}, 2);
     EXPECT_EQ(run(member.opt).last, byte == 1 ? 0.0 : (4 + 9) / 2.0);
   }
+  action_OptNetSet_SetPreDotValue(Driven(host, 302, {}, 0).set, 1);
 }
 
 }  // namespace

@@ -358,4 +358,21 @@ TEST(QuadraticProgramme, WholeNumbers) {
   EXPECT_EQ(x[0], 6);
 }
 
+// The branches of an even sum next to an odd side would go through all pairs.
+TEST(QuadraticProgramme, SumsThatIntegersDoNotReach) {
+  const auto solve = [](double low, double high) {
+    Stepwise steps(2);
+    steps.minimise({0, 1}, {0, 1}, {1, 1}, {}, {});
+    steps.kinds({1, 1});
+    steps.row({0, 1}, {2, -2}, low, low == high ? 2 : 1);
+    if (low != high) steps.row({0, 1}, {2, -2}, high, 0);
+    const int code = steps.solve();
+    Values x(2);
+    return code == 1 ? steps.result(x) : -code;
+  };
+  EXPECT_EQ(solve(1, 1), -8);
+  EXPECT_EQ(solve(0.5, 1.5), -8);
+  EXPECT_EQ(solve(0.5, 2.5), 1);  // (1, 0)
+}
+
 }  // namespace

@@ -167,6 +167,27 @@ TEST(PoleConstraint, RecoversThePose) {
     EXPECT_NEAR(T[4 * k + 3] / T[3] * truth[3], truth[3 + k], 1e-7);
   }
   EXPECT_EQ(T[15], 1);
+
+  // The penalty of a short translation is the sum for (s, s, s), s = 100 (0.01 - 0.003)/0.01.
+  const double brief[] = {0.1, 0, 0, 0.002, -0.001, 0}, penal[] = {0.1, 0, 0, 70, 70, 70};
+  slam_PloeCon2DTo2D_setT12(constraint, penal);
+  double expected = slam_PloeCon2DTo2D_getSquaredError(constraint);
+  slam_PloeCon2DTo2D_setT12(constraint, brief);
+  slam_PloeCon2DTo2D_calcOptError(constraint, e.data());
+  for (const double error : e) expected += error * error;
+  EXPECT_NEAR(slam_PloeCon2DTo2D_getSquaredError(constraint), expected, 1e-12 * expected);
+  const Values weights(50, -3);
+  PoleConstraint2DTo2D* weighted =
+      slam_CreatePoleConstraint2DTo2D(K, K, R.data(), pixels1.data(), pixels2.data(), weights.data(), 50);
+  slam_PloeCon2DTo2D_getT12(weighted, T);
+  for (std::size_t k = 0; k < 9; ++k) EXPECT_NEAR(T[4 * (k / 3) + k % 3], R[k], 1e-15);
+  slam_PloeCon2DTo2D_setT12(weighted, brief);
+  slam_PloeCon2DTo2D_calcOptError(weighted, near.data());
+  for (std::size_t i = 0; i < 50; ++i) EXPECT_NEAR(near[i], -3 * e[i], 1e-17);
+  const double none6[] = {0, 0, 0, std::nan(""), 0, 0};
+  slam_PloeCon2DTo2D_setT12(weighted, none6);
+  EXPECT_EQ(slam_PloeCon2DTo2D_getSquaredError(weighted), 1e300);
+  api_FreeHandle(weighted);
   api_FreeHandle(constraint);
   PoleConstraint2DTo2D* none = slam_CreatePoleConstraint2DTo2D(K, K, R.data(), nullptr, nullptr, nullptr, 0);
   EXPECT_EQ(slam_PloeCon2DTo2D_getSquaredError(none), 0);
@@ -216,6 +237,14 @@ TEST(Coordinates, PathsBatchesAndNaN) {
   EXPECT_NEAR(slam_coorDistByLLA(p, q, kA, kE), kA * std::acos(-1) / 180, 1e-4);  // chords of the equator
   EXPECT_EQ(slam_coorDistByLLA(p, p, kA, kE), 0);
   EXPECT_EQ(slam_coorDistByLLA(p, far, kA, kE), slam_coorDistByLLA(p, same, kA, kE));
+  // 160 chords below one degree, 250 D from there on; latitudes are held to the poles.
+  for (const auto& [degrees, chords] : {std::pair(0.99, 160), std::pair(1.0, 250), std::pair(2.5, 625)}) {
+    const double end[] = {10 + degrees, 0, 0};
+    const double chord = 2 * kA * std::sin(degrees * std::acos(-1) / 360 / chords);
+    EXPECT_NEAR(slam_coorDistByLLA(p, end, kA, kE), chords * chord, 2e-6) << degrees;
+  }
+  const double pole[] = {10, 90, 0}, over[] = {10, 95, 0};
+  EXPECT_EQ(slam_coorDistByLLA(p, over, kA, kE), slam_coorDistByLLA(p, pole, kA, kE));
   const double bad[] = {std::nan(""), 0, 0}, endless[] = {HUGE_VAL, 0, 0};
   EXPECT_TRUE(std::isnan(slam_coorDistByLLA(bad, q, kA, kE)));
   EXPECT_TRUE(std::isnan(slam_coorDistByLLA(endless, q, kA, kE)));
@@ -228,6 +257,16 @@ TEST(Coordinates, PathsBatchesAndNaN) {
   EXPECT_TRUE(std::isnan(out[0]));
   slam_coorBD09ToGCJ02(endless, out, 1);
   EXPECT_EQ(out[2], 0);
+  const double zero[] = {0, 0, 0}, onAxis[] = {0, 0, -6.4e6}, noHeight[] = {1, 2, std::nan("")};
+  slam_coorBD09ToGCJ02(zero, out, 1);
+  EXPECT_NEAR(out[0], -0.0065, 1e-4);
+  EXPECT_NEAR(out[1], -0.006, 1e-4);
+  slam_coorECEFtoLLA(onAxis, out, 1, kA, kE);  // the axis has its altitude from z
+  EXPECT_EQ(out[1], -90);
+  EXPECT_NEAR(out[2], 6.4e6 - kA * std::sqrt(1 - kE * kE), 2e-9);
+  slam_coorECEFtoENU(zero, noHeight, out, 1, kA, kE);  // east and up of (0, 0) have no part of z
+  EXPECT_EQ(out[0], 2);
+  EXPECT_TRUE(std::isnan(out[1]));
 }
 
 }  // namespace

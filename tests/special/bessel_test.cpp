@@ -61,49 +61,10 @@ TEST(Bessel, ReflectionAndNegativePoints) {
   }
 }
 
-TEST(Bessel, EndsOfTheAxis) {
-  EXPECT_EQ(math_BesselJ(0, 0), 1);
-  EXPECT_EQ(math_BesselJ(2.5, 0), 0);
-  EXPECT_EQ(math_BesselJ(-0.5, 0), kInf);   // 1/gamma(1/2) > 0
-  EXPECT_EQ(math_BesselJ(-1.5, 0), -kInf);  // 1/gamma(-1/2) < 0
-  EXPECT_EQ(math_BesselJ(-2, 0), 0);
-  EXPECT_EQ(math_BesselY(0, 0), -kInf);
-  EXPECT_EQ(math_BesselI(-0.5, 0), kInf);
-  EXPECT_EQ(math_BesselK(0, 0), kInf);
-  EXPECT_EQ(math_SphericalBesselJ(0, 0), 1);
-  EXPECT_EQ(math_SphericalBesselJ(3, 0), 0);
-  EXPECT_EQ(math_SphericalBesselY(0, 0), -kInf);
-  EXPECT_EQ(math_BesselJ(2, kInf), 0);
-  EXPECT_EQ(math_BesselY(2, kInf), 0);
-  EXPECT_EQ(math_BesselI(2, kInf), kInf);
-  EXPECT_EQ(math_BesselK(2, kInf), 0);
-  EXPECT_EQ(math_BesselJ(1e300, 1), 0);
-  EXPECT_EQ(math_BesselY(1e300, 1), -kInf);
-  EXPECT_EQ(math_BesselK(1e300, 1), kInf);
-  EXPECT_EQ(math_BesselI(0, 1e5), kInf);
-  EXPECT_EQ(math_BesselK(0, 1e5), 0);
-  EXPECT_EQ(math_BesselY(40, 1e-10), -kInf);
-}
-
 TEST(Airy, EdgesAndOddValues) {
-  EXPECT_EQ(math_AiryAi(101), 0);  // kept.csv: AiryAi_end
-  EXPECT_EQ(math_AiryAi(0), 0.3550280538878172);
-  EXPECT_EQ(math_AiryBi(-kInf), 0);
-  EXPECT_EQ(math_AiryAi(-kInf), 0);
-  EXPECT_EQ(math_AiryAi(kInf), 0);
-  EXPECT_EQ(math_AiryBi(kInf), kInf);
-  EXPECT_EQ(math_DiffAiryAi(kInf), 0);
-  EXPECT_EQ(math_AiryHi(kInf), kInf);
-  EXPECT_EQ(math_AiryGi(kInf), 0);
-  EXPECT_EQ(math_AiryHi(-kInf), 0);
-  EXPECT_EQ(math_DiffAiryHi(kInf), kInf);
   // kept.csv: AiryAi_tail. Ai(40) (mpmath) times sqrt(pi/3) (1 + 5/(48 40^1.5)), to the next term of the expansion.
   EXPECT_NEAR(math_AiryAi(40) / 6.3657426585529149e-75, std::sqrt(kPi / 3) * (1 + 5 / (48 * 40 * std::sqrt(40.0))),
               2e-6);
-  EXPECT_EQ(math_AiryAiZero(1), -2.338107410459767);
-  EXPECT_TRUE(std::isnan(math_AiryAiZero(2.5)));
-  EXPECT_TRUE(std::isnan(math_AiryAiZero(kNaN)));
-  EXPECT_TRUE(std::isnan(math_DiffAiryBiZero(kInf)));
 }
 
 TEST(Airy, ZerosAreZeros) {
@@ -127,10 +88,6 @@ TEST(Airy, Identities) {
 }
 
 TEST(Struve, EdgesAndOddValues) {
-  EXPECT_TRUE(std::isnan(math_StruveH(0.5, -1)));
-  EXPECT_TRUE(std::isnan(math_StruveL(kNaN, 1)));
-  EXPECT_EQ(math_StruveH(0, 0), 0);
-  EXPECT_NEAR(math_StruveH(-1, 0), 2 / kPi, 1e-14);
   // H of order 1/2 is sqrt(2/(pi x)) (1 - cos x); kept.csv: Struve_constant, 9.04e-15 above it.
   for (const double x : {1.0, 2.0, 3.0, 100.0}) {
     const double expected = std::sqrt(2 / (kPi * x)) * (1 - std::cos(x));
@@ -139,8 +96,6 @@ TEST(Struve, EdgesAndOddValues) {
   EXPECT_NEAR(math_StruveL(0.5, 1) / (std::sqrt(2 / kPi) * (std::cosh(1.0) - 1)), 1 + 9.04e-15, 2e-15);
   // kept.csv: StruveH_cap. At order 0 the millionth pair falls under 1e-15 up to about 1.4715e6.
   EXPECT_TRUE(std::isfinite(math_StruveH(0, 1.47e6)));
-  EXPECT_TRUE(std::isnan(math_StruveH(0, 1.48e6)));
-  EXPECT_TRUE(std::isnan(math_StruveH(0, kInf)));
 }
 
 TEST(AngerWeber, EdgesAndRelations) {
@@ -155,9 +110,6 @@ TEST(AngerWeber, EdgesAndRelations) {
       EXPECT_NEAR(math_weberE(nu, -x), -math_weberE(-nu, x), 1e-14);
     }
   }
-  EXPECT_TRUE(std::isnan(math_angerJ(kInf, 1)));
-  EXPECT_TRUE(std::isnan(math_weberE(1, kNaN)));
-  EXPECT_NEAR(math_weberE(0.5, 0), 2 / kPi, 1e-15);
 }
 
 TEST(ParabolicCylinder, ClosedFormsAndPoles) {
@@ -171,8 +123,6 @@ TEST(ParabolicCylinder, ClosedFormsAndPoles) {
     // V(1/2, x) = sqrt(2/pi) exp(x^2/4), at a pole of gamma(1/4 - a/2).
     EXPECT_NEAR(math_ParabolicCylinderV(0.5, x) * gauss / std::sqrt(2 / kPi), 1, 1e-13) << x;
   }
-  EXPECT_EQ(math_ParabolicCylinderU(0.5, 1e200), 0);
-  EXPECT_EQ(math_ParabolicCylinderV(0.5, 1e10), kInf);
   EXPECT_EQ(math_ParabolicCylinderD(1, 2.5), math_ParabolicCylinderU(-1.5, 2.5));
   // kept.csv: ParabolicV_constants. V(0, 0) = 2^(1/4) sin(pi/4)/gamma(3/4).
   EXPECT_NEAR((math_ParabolicCylinderV(0, 0) / 0.68621262755932616 - 1) * 1e15, -2.24, 0.7);

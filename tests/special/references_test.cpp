@@ -31,6 +31,19 @@ INSTANTIATE_TEST_SUITE_P(Functions, Family,
                                          "integrals", "polynomials"),
                          [](const auto& info) { return std::string(info.param); });
 
+// Ends of domains, poles and values that are kept.
+TEST(Functions, HaveTheirValuesAtEdges) {
+  for (const Cells& row : readCsv("special/edges.csv")) {
+    const auto number = [&](std::size_t i) { return std::strtod(row.at(i).c_str(), nullptr); };
+    std::vector<double> arguments;
+    for (std::size_t i = 2; i + 2 < row.size(); ++i) arguments.push_back(number(i));
+    const double value = functions::find(row[0])(arguments.data()), expected = number(row.size() - 2);
+    EXPECT_TRUE(value == expected || (std::isnan(value) && std::isnan(expected)) ||
+                std::abs(value - expected) <= number(row.size() - 1))
+        << row[0] << " " << row[1] << " at " << row[2] << ": " << value << ", not " << expected;
+  }
+}
+
 // The list has a row, of the same arguments, for every scalar function that a header declares.
 TEST(Functions, AreThoseOfTheHeaders) {
   const std::regex declaration(R"(ORVANE_API double (math_\w+)\(((?:(?:double|int32_t) \w+(?:,\s*)?)+)\);)");

@@ -151,6 +151,7 @@ TEST(Tests, TooShortSamplesAreRejected) {
   EXPECT_EQ(data_calcDataStd(x.data(), 1), 0);
   EXPECT_EQ(data_calcDataMedian(x.data(), 0), 0);
   EXPECT_EQ(data_normTestByJarqueBera(Values(9, 2.5).data(), 9), 0);
+  EXPECT_EQ(data_normTestByAndersonDarling(Values(9, 2.5).data(), 9), 0);
   EXPECT_EQ(data_normTestByJarqueBera(Values{1, 5, 2, 8, 3}.data(), 5), 1);  // kept.csv: JarqueBera_sixth
   EXPECT_EQ(data_calcDataMedian(Values{4, 1, 3, 2}.data(), 4), 3);           // kept.csv: Median_upper
 }

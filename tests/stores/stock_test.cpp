@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
+#include <orvane/mesh.h>
+#include <orvane/rotation.h>
 #include <orvane/stock.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
@@ -12,6 +15,8 @@
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr double kUnit[] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
 std::string pathOf(const std::string& name) { return testing::TempDir() + "orvane_stock_" + name; }
 
@@ -38,12 +43,22 @@ void put(std::string& bytes, T value) {
   bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-std::string smallFile(uint8_t type) {
+std::string header() {
   std::string b;
   put(b, int32_t{13});
-  b += "\x14\x18\x08\x0COrvanedat";
+  return b + "\x14\x18\x08\x0COrvanedat";
+}
+
+// Before any test: the store of a process that has just begun.
+const std::string savedEmpty = [] {
+  const std::string path = pathOf("empty");
+  return stock_saveStock(nullptr, 0, path.c_str()) == 1 ? contentOf(path) : "not saved";
+}();
+
+std::string smallFile(uint8_t type, std::initializer_list<uint8_t> days = {2, 3}) {
+  std::string b = header();
   put(b, int32_t{2});
-  for (const uint8_t day : {2, 3}) put(b, uint16_t{2024}), put(b, uint8_t{1}), put(b, day);
+  for (const uint8_t day : days) put(b, uint16_t{2024}), put(b, uint8_t{1}), put(b, day);
   put(b, int32_t{2});
   for (const int32_t code : {7, 600519}) {
     put(b, type);
@@ -168,6 +183,37 @@ TEST(StockFile, LoadedFileIsSavedAsItWas) {
   EXPECT_GT(contentOf(again).size(), content.size());
 }
 
+TEST(StockFile, EmptyStoreIsAWholeFile) { EXPECT_EQ(savedEmpty, header() + std::string(8, '\0')); }
+
+// Days keep the order of the file until they are sorted, and are found in either.
+TEST(StockFile, DaysOutOfOrderStayUntilSorted) {
+  const std::string path = pathOf("unsorted"), again = pathOf("again"), content = smallFile(43, {9, 4});
+  write(path, content);
+  StockData* stocks[2] = {};
+  ASSERT_EQ(stock_loadStock(path.c_str(), stocks), 2);
+  EXPECT_EQ(stock_saveStock(stocks, 2, again.c_str()), 1u);
+  EXPECT_EQ(contentOf(again), content);
+  for (const bool sorted : {false, true}) {
+    if (sorted) stock_sort(stocks[0]);
+    EXPECT_EQ(valueAt(stocks[0], 3, sorted ? 1 : 0), 0.01);  // the ninth of January
+    EXPECT_TRUE(stock_dateIsExist(stocks[0], 2024, 1, 4));
+    EXPECT_FALSE(stock_dateIsExist(stocks[0], 2024, 1, 5));
+    int32_t range[2];
+    stock_getTimeRange(stocks[0], 2024, 1, 1, 2024, 1, 31, range);
+    EXPECT_EQ(range[0], 0);
+    EXPECT_EQ(range[1], 1);
+    stock_getTimeRange(stocks[0], 2024, 1, 5, 2024, 1, 31, range);
+    EXPECT_EQ(range[0], sorted ? 1 : 0);
+    EXPECT_EQ(range[1], sorted ? 1 : 0);
+  }
+  setDay(stocks[1], 2024, 1, 4, 8);
+  setDay(stocks[1], 2024, 1, 6, 7);
+  EXPECT_EQ(valueAt(stocks[1], 0, 1), 8);
+  stock_sort(stocks[1]);
+  EXPECT_EQ(valueAt(stocks[1], 0, 1), 7);
+  EXPECT_EQ(stock_getData(stocks[1], 0, 0, 9, std::vector<double>(9).data()), 3);
+}
+
 TEST(StockFile, DamageLoadsWhatIsWhole) {
   const std::string content = smallFile(41), path = pathOf("damaged");
   const std::size_t header = 17, firstStock = header + 4 + 8 + 4, stockBytes = 1 + 4 + 4 + 4 + 2 * 34 + 4 + 2;
@@ -213,8 +259,26 @@ TEST(StockFile, FailureLeavesTheTargetAsItWas) {
   fs::create_directories(folder + "/inside");
   EXPECT_EQ(stock_saveStock(&stock, 1, folder.c_str()), 0u);
   EXPECT_TRUE(fs::exists(folder + "/inside"));
+  const std::string part = std::to_string(getpid()) + ".part";  // other processes may be writing theirs
   for (const auto& entry : fs::directory_iterator(testing::TempDir()))
-    EXPECT_NE(entry.path().extension(), ".part") << entry.path();
+    EXPECT_FALSE(entry.path().string().ends_with(part)) << entry.path();
+}
+
+// The stores and what the host has not released go with the process: no crash, and under a sanitizer no leak.
+TEST(StoresDeathTest, ProcessEndsWhileTheyAreFull) {
+  const auto fill = [] {
+    setDay(stock_tryToGetStock(44, "left"), 2024, 1, 1, 1);
+    write(pathOf("left"), smallFile(44));
+    for (int twice = 0; twice < 2; ++twice) stock_loadStock(pathOf("left").c_str(), nullptr);
+    const int32_t corners[] = {1, 2, 3};
+    for (const int32_t id : corners) mesh2D_addNode(id, id, id * id);
+    mesh2D_addElement(1, corners, 3);
+    mesh2D_initBuild();
+    slam_SO3_create();
+    slam_CreatePoleConstraint2DTo2D(kUnit, kUnit, nullptr, kUnit, kUnit, nullptr, 2);
+    std::exit(7);
+  };
+  EXPECT_EXIT(fill(), testing::ExitedWithCode(7), "");
 }
 
 }  // namespace

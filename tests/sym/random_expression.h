@@ -2,168 +2,19 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
+#include <map>
+#include <numbers>
 #include <random>
 #include <vector>
 
+#include "support/functions.h"
 #include "sym/formula.h"
 
 /// Random expressions: what a host asks for, as calls of the library and in plain arithmetic.
 namespace host {
-
-/// Value, first and second derivative along the first variable, by the rules of truncated power series.
-struct Jet {
-  double v, d = 0, dd = 0;
-
-  /// f(this), of which f, f' and f'' at v are given.
-  Jet through(double f, double df, double ddf) const { return {f, df * d, ddf * d * d + df * dd}; }
-  bool isFinite() const { return std::isfinite(v) && std::isfinite(d) && std::isfinite(dd); }
-};
-
-inline Jet operator+(Jet a, Jet b) { return {a.v + b.v, a.d + b.d, a.dd + b.dd}; }
-inline Jet operator-(Jet a) { return {-a.v, -a.d, -a.dd}; }
-inline Jet operator*(Jet a, Jet b) {
-  return {a.v * b.v, a.d * b.v + a.v * b.d, a.dd * b.v + 2 * a.d * b.d + a.v * b.dd};
-}
-inline Jet inverse(Jet a) { return a.through(1 / a.v, -1 / (a.v * a.v), 2 / (a.v * a.v * a.v)); }
-inline Jet pow(Jet a, Jet e) {
-  const double p = std::pow(a.v, e.v);
-  if (e.d == 0 && e.dd == 0) {
-    const double slope = e.v == 0 ? 0 : e.v * std::pow(a.v, e.v - 1);
-    return a.through(p, slope, e.v == 0 || e.v == 1 ? 0 : e.v * (e.v - 1) * std::pow(a.v, e.v - 2));
-  }
-  const Jet exponent = e * a.through(std::log(a.v), 1 / a.v, -1 / (a.v * a.v));
-  return exponent.through(p, p, p);
-}
-
-/// The kinds of one argument that have a plain formula, and the codes that stand for their reciprocals.
-struct Unary {
-  uint8_t code;
-  Jet (*f)(Jet);
-};
-
-namespace plain {
-template <double (*f)(double)>
-Jet steps(Jet u) {
-  return {f(u.v)};
-}
-template <Jet (*f)(Jet)>
-Jet reciprocal(Jet u) {
-  return inverse(f(u));
-}
-template <Jet (*f)(Jet)>
-Jet ofReciprocal(Jet u) {
-  return f(inverse(u));
-}
-
-inline double sign(double x) { return x > 0 ? 1.0 : x < 0 ? -1.0 : 0.0; }
-inline double step(double x) { return x < 0 ? -1 : 1; }
-inline double toZero(double x) { return x > 0 ? std::floor(x) : std::ceil(x); }
-inline double fraction(double x) { return x - std::trunc(x); }
-inline double rounding(double x) {
-  const double lower = std::floor(x);
-  return x < 0 ? (x > lower + 0.5 ? lower + 1 : lower) : (lower + 0.5 > x ? lower : lower + 1);
-}
-
-inline Jet abs(Jet u) { return u.v < 0 ? -u : u; }
-inline Jet sqrt(Jet u) { return u.through(std::sqrt(u.v), 0.5 / std::sqrt(u.v), -0.25 / (u.v * std::sqrt(u.v))); }
-inline Jet ln(Jet u) { return u.through(std::log(u.v), 1 / u.v, -1 / (u.v * u.v)); }
-inline Jet exp(Jet u) { return u.through(std::exp(u.v), std::exp(u.v), std::exp(u.v)); }
-inline Jet sin(Jet u) { return u.through(std::sin(u.v), std::cos(u.v), -std::sin(u.v)); }
-inline Jet cos(Jet u) { return u.through(std::cos(u.v), -std::sin(u.v), -std::cos(u.v)); }
-inline Jet tan(Jet u) {
-  const double t = std::tan(u.v), q = 1 + t * t;
-  return u.through(t, q, 2 * t * q);
-}
-inline Jet asin(Jet u) {
-  const double q = 1 - u.v * u.v, r = std::sqrt(q);
-  return u.through(std::asin(u.v), 1 / r, u.v / (q * r));
-}
-inline Jet acos(Jet u) {
-  const double q = 1 - u.v * u.v, r = std::sqrt(q);
-  return u.through(std::acos(u.v), -1 / r, -u.v / (q * r));
-}
-inline Jet atan(Jet u) {
-  const double q = 1 + u.v * u.v;
-  return u.through(std::atan(u.v), 1 / q, -2 * u.v / (q * q));
-}
-inline Jet sinh(Jet u) { return u.through(std::sinh(u.v), std::cosh(u.v), std::sinh(u.v)); }
-inline Jet cosh(Jet u) { return u.through(std::cosh(u.v), std::sinh(u.v), std::cosh(u.v)); }
-inline Jet tanh(Jet u) {
-  const double t = std::tanh(u.v), q = 1 / (std::cosh(u.v) * std::cosh(u.v));
-  return u.through(t, q, -2 * t * q);
-}
-inline Jet asinh(Jet u) {
-  const double q = 1 + u.v * u.v, r = std::sqrt(q);
-  return u.through(std::asinh(u.v), 1 / r, -u.v / (q * r));
-}
-inline Jet acosh(Jet u) {
-  const double q = u.v * u.v - 1, r = std::sqrt(q);
-  return u.through(std::acosh(u.v), 1 / r, -u.v / (q * r));
-}
-inline Jet atanh(Jet u) {
-  const double q = 1 - u.v * u.v;
-  return u.through(std::atanh(u.v), 1 / q, 2 * u.v / (q * q));
-}
-inline Jet erf(Jet u) {
-  const double g = 1.1283791670955126 * std::exp(-u.v * u.v);
-  return u.through(std::erf(u.v), g, -2 * u.v * g);
-}
-inline Jet erfc(Jet u) { return {std::erfc(u.v), -erf(u).d, -erf(u).dd}; }
-inline Jet logSign(Jet u) {
-  const double q = 1 + std::abs(u.v), s = step(u.v);
-  return u.through(s * std::log1p(std::abs(u.v)), 1 / q, -s / (q * q));
-}
-inline Jet expSign(Jet u) {
-  const double e = std::exp(std::abs(u.v)), s = step(u.v);
-  return u.through(s * std::expm1(std::abs(u.v)), e, s * e);
-}
-}  // namespace plain
-
-inline constexpr Unary kUnary[] = {
-    {ORVANE_KIND_SIGN, plain::steps<plain::sign>},
-    {ORVANE_KIND_SQRT, plain::sqrt},
-    {ORVANE_KIND_LN, plain::ln},
-    {ORVANE_KIND_EXP, plain::exp},
-    {ORVANE_KIND_ABS, plain::abs},
-    {ORVANE_KIND_SIN, plain::sin},
-    {ORVANE_KIND_COS, plain::cos},
-    {ORVANE_KIND_TAN, plain::tan},
-    {ORVANE_KIND_COT, plain::reciprocal<plain::tan>},
-    {ORVANE_KIND_ASIN, plain::asin},
-    {ORVANE_KIND_ACOS, plain::acos},
-    {ORVANE_KIND_ATAN, plain::atan},
-    {ORVANE_KIND_ACOT, plain::ofReciprocal<plain::atan>},
-    {ORVANE_KIND_SINH, plain::sinh},
-    {ORVANE_KIND_COSH, plain::cosh},
-    {ORVANE_KIND_TANH, plain::tanh},
-    {ORVANE_KIND_COTH, plain::reciprocal<plain::tanh>},
-    {ORVANE_KIND_ASINH, plain::asinh},
-    {ORVANE_KIND_ACOSH, plain::acosh},
-    {ORVANE_KIND_ATANH, plain::atanh},
-    {ORVANE_KIND_ACOTH, plain::ofReciprocal<plain::atanh>},
-    {ORVANE_KIND_CSC, plain::reciprocal<plain::sin>},
-    {ORVANE_KIND_SEC, plain::reciprocal<plain::cos>},
-    {ORVANE_KIND_CSCH, plain::reciprocal<plain::sinh>},
-    {ORVANE_KIND_SECH, plain::reciprocal<plain::cosh>},
-    {ORVANE_KIND_ACSC, plain::ofReciprocal<plain::asin>},
-    {ORVANE_KIND_ASEC, plain::ofReciprocal<plain::acos>},
-    {ORVANE_KIND_ACSCH, plain::ofReciprocal<plain::asinh>},
-    {ORVANE_KIND_ASECH, plain::ofReciprocal<plain::acosh>},
-    {ORVANE_KIND_ERF, plain::erf},
-    {ORVANE_KIND_ERFC, plain::erfc},
-    {ORVANE_KIND_LOG_SIGN, plain::logSign},
-    {ORVANE_KIND_EXP_SIGN, plain::expSign},
-    {ORVANE_KIND_STEP_FUN, plain::steps<plain::step>},
-    {ORVANE_KIND_ROUND, plain::steps<std::round>},
-    {ORVANE_KIND_ROUND_DOWN, plain::steps<std::floor>},
-    {ORVANE_KIND_ROUND_UP, plain::steps<std::ceil>},
-    {ORVANE_KIND_ROUNDING, plain::steps<plain::rounding>},
-    {ORVANE_KIND_ROUND_ZERO, plain::steps<plain::toZero>},
-    {ORVANE_KIND_TRUNCATE, plain::steps<std::trunc>},
-    {ORVANE_KIND_FRAC, plain::steps<plain::fraction>},
-};
 
 class Random {
  public:
@@ -181,12 +32,54 @@ class Random {
 
 inline constexpr const char* kNames[] = {"rx", "ry", "rz"};
 
+/// The functions behind the kinds that random expressions take, by the list of functions.
+inline const std::map<uint8_t, functions::Call>& plainFunctions() {
+  static const std::map<uint8_t, functions::Call> table = [] {
+    std::map<uint8_t, functions::Call> calls;
+    for (const functions::Function& f : functions::all())
+      if (f.kindCode != functions::kNone && (f.family == "elementary" || f.family == "error"))
+        calls[static_cast<uint8_t>(f.kindCode)] = functions::callOf(f);
+    calls[Subtract] = [](const double* v) { return v[0] - v[1]; };
+    calls[Divide] = [](const double* v) { return v[0] / v[1]; };
+    // Codes that stand for the reciprocal of a kind, and for a kind of the reciprocal.
+    for (const auto& [code, kind] :
+         {std::pair{ORVANE_KIND_CSC, Sin}, {ORVANE_KIND_SEC, Cos}, {ORVANE_KIND_CSCH, Sinh}, {ORVANE_KIND_SECH, Cosh}})
+      calls[static_cast<uint8_t>(code)] = [f = calls.at(kind)](const double* v) { return 1 / f(v); };
+    for (const auto& [code, kind] : {std::pair{ORVANE_KIND_ACSC, Asin},
+                                     {ORVANE_KIND_ASEC, Acos},
+                                     {ORVANE_KIND_ACSCH, Asinh},
+                                     {ORVANE_KIND_ASECH, Acosh}})
+      calls[static_cast<uint8_t>(code)] = [f = calls.at(kind)](const double* v) {
+        const double inverse = 1 / v[0];
+        return f(&inverse);
+      };
+    return calls;
+  }();
+  return table;
+}
+
+inline constexpr uint8_t kUnary[] = {
+    ORVANE_KIND_SIGN,       ORVANE_KIND_SQRT,     ORVANE_KIND_LN,       ORVANE_KIND_EXP,        ORVANE_KIND_ABS,
+    ORVANE_KIND_SIN,        ORVANE_KIND_COS,      ORVANE_KIND_TAN,      ORVANE_KIND_COT,        ORVANE_KIND_ASIN,
+    ORVANE_KIND_ACOS,       ORVANE_KIND_ATAN,     ORVANE_KIND_ACOT,     ORVANE_KIND_SINH,       ORVANE_KIND_COSH,
+    ORVANE_KIND_TANH,       ORVANE_KIND_COTH,     ORVANE_KIND_ASINH,    ORVANE_KIND_ACOSH,      ORVANE_KIND_ATANH,
+    ORVANE_KIND_ACOTH,      ORVANE_KIND_CSC,      ORVANE_KIND_SEC,      ORVANE_KIND_CSCH,       ORVANE_KIND_SECH,
+    ORVANE_KIND_ACSC,       ORVANE_KIND_ASEC,     ORVANE_KIND_ACSCH,    ORVANE_KIND_ASECH,      ORVANE_KIND_ERF,
+    ORVANE_KIND_ERFC,       ORVANE_KIND_LOG_SIGN, ORVANE_KIND_EXP_SIGN, ORVANE_KIND_STEP_FUN,   ORVANE_KIND_ROUND,
+    ORVANE_KIND_ROUND_DOWN, ORVANE_KIND_ROUND_UP, ORVANE_KIND_ROUNDING, ORVANE_KIND_ROUND_ZERO, ORVANE_KIND_TRUNCATE,
+    ORVANE_KIND_FRAC,
+};
+
 /// What the host asked for, without any normal form.
 struct Plan {
   uint8_t code;
   double number = 0;
   std::size_t variable = 0;
   std::vector<Plan> args{};
+
+  bool has(uint8_t kind) const {
+    return code == kind || std::ranges::any_of(args, [kind](const Plan& arg) { return arg.has(kind); });
+  }
 
   Formula build() const {
     if (code == Number) return number;
@@ -198,52 +91,29 @@ struct Plan {
   }
 
   /// Plain value at a point; every step is disturbed by about `noise`, so that several runs show how well the value is
-  /// determined. Not finite where a part is not.
-  Jet at(const double* point, Random& random, double noise) const {
-    if (code == Number) return {number};
-    if (code == Variable) return {point[variable], variable == 0 ? 1.0 : 0.0};
-    std::vector<Jet> v;
+  /// determined. NaN where a part is not finite.
+  double at(const double* point, Random& random, double noise) const {
+    if (code == Number) return number;
+    if (code == Variable) return point[variable];
+    std::vector<double> v;
     for (const Plan& arg : args) {
       v.push_back(arg.at(point, random, noise));
-      if (!std::isfinite(v.back().v)) return {NAN};
+      if (!std::isfinite(v.back())) return NAN;
     }
-    Jet result = v[0];
+    double result = v[0];
     if (code == Add || code == Mul)
       for (std::size_t i = 1; i < v.size(); ++i) result = code == Add ? result + v[i] : result * v[i];
-    else if (code == Subtract)
-      result = v[0] + -v[1];
-    else if (code == Divide)
-      result = v[0] * inverse(v[1]);
-    else if (code == Pow)
-      result = pow(v[0], v[1]);
-    else if (code == ConSelect)
-      result = v[0].v < 0 ? v[1] : v[2];
     else
-      result = std::ranges::find(kUnary, code, &Unary::code)->f(v[0]);
-    for (double* part : {&result.v, &result.d, &result.dd})
-      if (noise != 0) *part = *part * (1 + noise * random.between(-1, 1)) + noise * noise * random.between(-1, 1);
-    return result;
+      result = plainFunctions().at(code)(v.data());
+    if (noise == 0) return result;
+    return result * (1 + noise * random.between(-1, 1)) + noise * noise * random.between(-1, 1);
   }
 };
 
 inline Plan randomPlan(Random& random, int depth) {
-  static const double kNumbers[] = {0,
-                                    1,
-                                    -1,
-                                    2,
-                                    -2,
-                                    3,
-                                    0.5,
-                                    -0.5,
-                                    1.5,
-                                    -3,
-                                    4,
-                                    0.3,
-                                    -0.7,
-                                    1.5707963267948966,
-                                    3.141592653589793,
-                                    -1.5707963267948966,
-                                    4.71238898038469};
+  constexpr double kPi = std::numbers::pi;
+  static const auto kNumbers = std::to_array(
+      {0.0, 1.0, -1.0, 2.0, -2.0, 3.0, 0.5, -0.5, 1.5, -3.0, 4.0, 0.3, -0.7, kPi / 2, kPi, -kPi / 2, 3 * kPi / 2});
   if (depth == 0 || random.below(12) == 0) {
     if (random.below(4) == 0) return {Number, random.of(kNumbers)};
     return {Variable, 0, static_cast<std::size_t>(random.below(3))};
@@ -251,7 +121,7 @@ inline Plan randomPlan(Random& random, int depth) {
   if (random.below(20) < 10) {
     // Half of the time one of the kinds that have rules of their own.
     static const uint8_t kRuled[] = {Sin, Cos, Tan, Cot, Sinh, Cosh, Tanh, Coth, Sqrt, Ln, Exp};
-    const uint8_t code = random.below(2) ? random.of(kRuled) : random.of(kUnary).code;
+    const uint8_t code = random.below(2) ? random.of(kRuled) : random.of(kUnary);
     return {code, 0, 0, {randomPlan(random, depth - 1)}};
   }
   static const uint8_t kSeveral[] = {Add, Mul, Pow, Subtract, Divide, Pow, Mul, Add, ConSelect};

@@ -20,6 +20,7 @@ class KernelRows {
 
   std::size_t size() const { return diagonal.size(); }
   double own(std::size_t i) const { return diagonal[i]; }  ///< K(x_i, x_i)
+  std::span<const double> owns() const { return diagonal; }
   void setOwn(std::size_t i, double value) { diagonal[i] = value; }
 
   /// Valid until the second next call.

@@ -36,6 +36,11 @@ inline double squaredDistanceOf(const double* x, const double* y, std::size_t di
   return sum;
 }
 
+/// Values between a point and `n` samples, given coordinate by coordinate: [dim][n]. The sums of valueOf, the samples
+/// side by side.
+void rowOf(const KernelKind& kind, const double* p, const double* x, const double* samples, std::size_t dim,
+           std::span<double> out);
+
 inline double valueOf(const KernelKind& kind, const double* p, const double* x, const double* y, std::size_t dim) {
   const double s = kind.argument == KernelKind::product ? productOf(x, y, dim) : squaredDistanceOf(x, y, dim);
   return kind.formula(s, p);

@@ -7,13 +7,35 @@
 #include <random>
 
 #include "frame/numbers.h"
+#include "frame/processor.h"
 
 namespace Solver {
 namespace {
 
 constexpr double kTolerance = 5e-4;  ///< of an error, so that the gap of two is at most 1e-3
 constexpr double kLeastMove = 1e-12;
-constexpr uint32_t kSeed = 5489;  ///< one order of samples, so that a training can be repeated
+constexpr uint32_t kSeed = 5489;     ///< one order of samples, so that a training can be repeated
+constexpr int64_t kScoreEvery = 64;  ///< passes between two looks at a score that ends nothing
+constexpr std::size_t kBlock = 64;
+
+/// Sets `place` to that of the first smallest value(i) below `bound` among those that are allowed(i), and `bound` to
+/// the value; leaves both where there is none. A block is asked with wide vectors whether it has one, and searched only
+/// then.
+template <class Value, class Allowed>
+[[gnu::always_inline]] inline void firstSmallest(std::size_t n, const Value& value, const Allowed& allowed,
+                                                 std::size_t& place, double& bound) {
+  const auto search = [&](std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i < to; ++i)
+      if (const double v = value(i); v < bound && allowed(i)) bound = v, place = i;
+  };
+  std::size_t from = 0;
+  for (; from + kBlock <= n; from += kBlock) {
+    int64_t smaller = 0;
+    for (std::size_t i = from; i < from + kBlock; ++i) smaller |= int64_t{value(i) < bound} & int64_t{allowed(i)};
+    if (smaller != 0) search(from, from + kBlock);
+  }
+  search(from, n);
+}
 
 }  // namespace
 
@@ -34,7 +56,7 @@ bool SolverBySMO_c::solve(NetWork::KernelRows& rows, std::span<const double> lab
   for (int64_t pass = 0; pass < limits.passes; ++pass) {
     if (stop.load(std::memory_order_relaxed)) return false;
     const bool optimal = conditionsHold();
-    measureScore();
+    if (optimal || limits.rate <= 1 || pass % kScoreEvery == 0) measureScore();
     if (optimal || score >= limits.rate) return true;
     if (limits.steps > 0 && steps >= limits.steps) return false;
 
@@ -68,7 +90,12 @@ void SolverBySMO_c::start() {
 
   b = 0;
   errors.assign(y.size(), 0);
-  for (std::size_t i = 0; i < y.size(); ++i) errors[i] = -y[i];
+  notUp.assign(y.size(), 0);
+  notDown.assign(y.size(), 0);
+  for (std::size_t i = 0; i < y.size(); ++i) {
+    errors[i] = -y[i];
+    noteBounds(i);
+  }
   for (std::size_t j = 0; j < y.size(); ++j) {
     if (start[j] == 0) continue;
     const std::span<const double> row = kernel->row(j);
@@ -76,21 +103,26 @@ void SolverBySMO_c::start() {
   }
 }
 
-// A sample may move up when a y can grow, and down when it can shrink. The offset lies between the lowest error of the
-// first and the highest of the second.
+// A sample may move up when a y can grow, and down when it can shrink.
+void SolverBySMO_c::noteBounds(std::size_t i) {
+  const bool atZero = (*a)[i] <= 0;
+  notUp[i] = isFree(i) || atZero == (y[i] > 0) ? 0 : kInfinity;
+  notDown[i] = isFree(i) || atZero == (y[i] < 0) ? 0 : kInfinity;
+}
+
+// The offset lies between the lowest error of the samples that may move up and the highest of those that may move down.
 bool SolverBySMO_c::conditionsHold() {
-  candidates.clear();
-  double lowestUp = kInfinity, highestDown = -kInfinity;
-  for (std::size_t i = 0; i < y.size(); ++i) {
-    const bool free = isFree(i);
-    if (free) candidates.push_back(i);
-    const bool atZero = (*a)[i] <= 0;
-    if ((free || atZero == (y[i] > 0)) && errors[i] < lowestUp) {
-      lowestUp = errors[i];
-      worst = i;
-    }
-    if (free || atZero == (y[i] < 0)) highestDown = std::max(highestDown, errors[i]);
-  }
+  double lowestUp = kInfinity, lowestDown = kInfinity;
+  std::size_t mostDown = 0;
+  vectorised([&] {
+    const double *e = errors.data(), *up = notUp.data(), *down = notDown.data();
+    firstSmallest(
+        y.size(), [=](std::size_t i) { return e[i]; }, [=](std::size_t i) { return up[i] == 0; }, worst, lowestUp);
+    firstSmallest(
+        y.size(), [=](std::size_t i) { return -e[i]; }, [=](std::size_t i) { return down[i] == 0; }, mostDown,
+        lowestDown);
+  });
+  const double highestDown = -lowestDown;
   if (lowestUp == kInfinity)
     b = -highestDown;
   else if (highestDown == -kInfinity)
@@ -101,8 +133,11 @@ bool SolverBySMO_c::conditionsHold() {
 }
 
 void SolverBySMO_c::measureScore() {
-  std::size_t right = 0;
-  for (std::size_t i = 0; i < y.size(); ++i) right += (errors[i] + y[i] + b) * y[i] > 0;
+  int64_t right = 0;
+  vectorised([&] {
+    const double *e = errors.data(), *sign = y.data(), offset = b;
+    for (std::size_t i = 0; i < y.size(); ++i) right += (e[i] + sign[i] + offset) * sign[i] > 0;
+  });
   score = static_cast<double>(right) / static_cast<double>(y.size());
 }
 
@@ -123,22 +158,23 @@ bool SolverBySMO_c::examine(std::size_t i2) {
   if (!violates(i2)) return false;
   const bool wantsUp = errors[i2] + b < 0;  // a y of i2 has to grow, so that of the partner shrinks
   const std::span<const double> row2 = kernel->row(i2);
-  std::size_t best = i2;
-  double most = 0;
-  for (std::size_t i = 0; i < y.size(); ++i) {
-    const double gap = wantsUp ? errors[i] - errors[i2] : errors[i2] - errors[i];
-    if (!(gap > 0)) continue;
-    const bool canMove = isFree(i) || ((*a)[i] <= 0) == (wantsUp ? y[i] < 0 : y[i] > 0);
-    if (!canMove) continue;
-    const double eta = std::max(kernel->own(i) + kernel->own(i2) - 2 * row2[i], kLeastMove);
-    const double gain = gap * gap / eta;
-    if (!(gain > most)) continue;
-    most = gain;
-    best = i;
-  }
-  if (best != i2 && step(best, i2)) return true;
-  for (const std::size_t i1 : candidates)
-    if (i1 != i2 && step(i1, i2)) return true;
+  std::size_t best = y.size();
+  double bound = 0;
+  vectorised([&] {
+    const double *e = errors.data(), *own = kernel->owns().data(), *with2 = row2.data();
+    const double* const forbidden = wantsUp ? notDown.data() : notUp.data();
+    const double side = wantsUp ? 1 : -1, own2 = own[i2], error2 = e[i2];
+    const auto gap = [=](std::size_t i) { return side * (e[i] - error2); };
+    const auto loss = [=](std::size_t i) {
+      const double eta = own[i] + own2 - 2 * with2[i];
+      return -(gap(i) * gap(i)) / (eta > kLeastMove ? eta : kLeastMove);
+    };
+    firstSmallest(
+        y.size(), loss, [=](std::size_t i) { return gap(i) > forbidden[i]; }, best, bound);
+  });
+  if (best != y.size() && step(best, i2)) return true;
+  for (std::size_t i1 = 0; i1 < y.size(); ++i1)
+    if (i1 != i2 && isFree(i1) && step(i1, i2)) return true;
   for (std::size_t i1 = 0; i1 < y.size(); ++i1)
     if (i1 != i2 && step(i1, i2)) return true;
   return false;
@@ -171,9 +207,15 @@ bool SolverBySMO_c::step(std::size_t i1, std::size_t i2) {
 
   const std::span<const double> row1 = kernel->row(i1);
   const double f1 = d1 * y[i1], f2 = d2 * y[i2];
-  for (std::size_t i = 0; i < errors.size(); ++i) errors[i] += f1 * row1[i] + f2 * row2[i];
+  vectorised([&] {
+    double* const e = errors.data();
+    const double *with1 = row1.data(), *with2 = row2.data();
+    for (std::size_t i = 0; i < errors.size(); ++i) e[i] += f1 * with1[i] + f2 * with2[i];
+  });
   a1 = other;
   a2 = moved;
+  noteBounds(i1);
+  noteBounds(i2);
   return true;
 }
 

@@ -44,14 +44,15 @@ class SolverBySMO_c final : public BaseData {
   double snapped(double multiplier) const;
   bool isFree(std::size_t i) const { return (*a)[i] > 0 && (*a)[i] < C; }
   void measureScore();
+  void noteBounds(std::size_t i);
 
   NetWork::KernelRows* kernel = nullptr;
   std::span<const double> y;
   std::vector<double>* a = nullptr;
   double C = 0, b = 0;
-  std::size_t worst = 0;                // the sample that wants to move up the most
-  std::vector<double> errors;           // f(x_i) - y_i without the offset
-  std::vector<std::size_t> candidates;  // the free samples at the last test
+  std::size_t worst = 0;               // the sample that wants to move up the most
+  std::vector<double> errors;          // f(x_i) - y_i without the offset
+  std::vector<double> notUp, notDown;  // infinite for a sample that may not move there, otherwise 0
 };
 
 }  // namespace Solver

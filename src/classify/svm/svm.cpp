@@ -57,14 +57,18 @@ bool SVM_c::solve() {
   owned->score = 0;
 
   const KernelKind& formula = kind();
-  const auto value = [&](std::size_t i, std::size_t j) {
-    if (!kernelTable.empty()) return kernelTable[i * count + j];
-    return valueOf(formula, kernelParam.data(), &x[i * dim], &x[j * dim], dim);
-  };
+  std::vector<double> columns(kernelTable.empty() ? count * dim : 0);
+  for (std::size_t i = 0; i < count && !columns.empty(); ++i)
+    for (std::size_t k = 0; k < dim; ++k) columns[k * count + i] = x[i * dim + k];
   KernelRows rows(count, [&](std::size_t i, std::span<double> row) {
-    for (std::size_t j = 0; j < count; ++j) row[j] = value(i, j);
+    if (kernelTable.empty())
+      rowOf(formula, kernelParam.data(), &x[i * dim], columns.data(), dim, row);
+    else
+      std::copy_n(kernelTable.begin() + static_cast<std::ptrdiff_t>(i * count), count, row.begin());
   });
-  for (std::size_t i = 0; i < count; ++i) rows.setOwn(i, value(i, i));
+  for (std::size_t i = 0; i < count; ++i)
+    rows.setOwn(i, kernelTable.empty() ? valueOf(formula, kernelParam.data(), &x[i * dim], &x[i * dim], dim)
+                                       : kernelTable[i * count + i]);
   std::vector<double> signs(count);
   std::transform(y.begin(), y.begin() + static_cast<std::ptrdiff_t>(count), signs.begin(), signOf);
 

@@ -60,6 +60,11 @@ FeedBack feedBackOf(std::size_t order) {
 
 bool recurse(std::span<const double> b, std::span<const double> a, const double* x, double* y, int32_t from,
              int32_t to) {
+  if (to <= from) return true;
+  const int32_t end = std::min(soundEnd(b, to), soundEnd(a, to));
+  if (end <= from) return false;
+  b = finitePart(b);
+  a = finitePart(a);
   const std::size_t reach = b.size() - 1, order = a.size() - 1;
   const std::vector<double> reversed(b.rbegin(), b.rend());
   // Zeros before the first sample, or what stands before it.
@@ -69,8 +74,8 @@ bool recurse(std::span<const double> b, std::span<const double> a, const double*
       into[count - k] = static_cast<std::size_t>(first) >= k ? values[first - static_cast<std::ptrdiff_t>(k)] : 0.0;
   };
   const FeedBack run = feedBackOf(order);
-  for (int32_t i = from; i < to;) {
-    const int32_t count = std::min(kChunk, to - i);
+  for (int32_t i = from; i < end;) {
+    const int32_t count = std::min(kChunk, end - i);
     before(x, i, reach, inputs.data());
     before(y, i, order, outputs.data());
     std::copy_n(x + i, count, inputs.data() + reach);
@@ -81,7 +86,7 @@ bool recurse(std::span<const double> b, std::span<const double> a, const double*
     if (sound < count) return false;
     i += count;
   }
-  return true;
+  return end == to;
 }
 
 }  // namespace Filter

@@ -31,17 +31,27 @@ struct Substitution {
   WidePolynomial top, bottom;
 };
 
-/// tan(pi f/fs)
+/// tan(pi f/fs), which folds at fs.
 Wide bentEdge(double frequency, double sampling) {
-  const HP::SineCosine angle = sineCosine(pi() * Wide(frequency) / Wide(sampling));
+  const HP::SineCosine angle = sineCosine(pi() * Wide(std::remainder(frequency, sampling)) / Wide(sampling));
   return Wide(angle.sine) / Wide(angle.cosine);
 }
 
-bool inBand(double frequency, double sampling) {
-  return std::isfinite(sampling) && frequency > 0.0 && frequency < sampling / 2.0;
+bool isBand(uint8_t type) { return type == ORVANE_FILTER_BAND_PASS || type == ORVANE_FILTER_BAND_STOP; }
+
+/// Whether the formulas have values: the type and the frequencies that it reads.
+bool hasFormula(const BaseFilter& f) {
+  const bool usable = std::isfinite(f.samplingFrequency) && f.samplingFrequency != 0.0;
+  if (isBand(f.filterType)) return usable && std::isfinite(f.lowLimitFrequency) && std::isfinite(f.highLimitFrequency);
+  return usable && f.filterType <= ORVANE_FILTER_HIGH_PASS && std::isfinite(f.limitFrequency);
 }
 
-Substitution swapped(Substitution s) { return {s.bottom, s.top}; }
+/// Whether what they give is the filter asked for: edges in order between 0 and fs/2.
+bool edgesInOrder(const BaseFilter& f) {
+  const double most = f.samplingFrequency / 2.0;
+  if (!isBand(f.filterType)) return 0.0 < f.limitFrequency && f.limitFrequency < most;
+  return 0.0 < f.lowLimitFrequency && f.lowLimitFrequency < f.highLimitFrequency && f.highLimitFrequency < most;
+}
 
 /// s = (1-z)/((1+z) t)
 Substitution lowPass(const Wide& t) { return {{Wide(1.0), Wide(-1.0)}, {t, t}}; }
@@ -52,22 +62,12 @@ Substitution bandPass(const Wide& t1, const Wide& t2) {
   return {{one + middle, two * middle - two, one + middle}, {width, Wide(0.0), Wide(0.0) - width}};
 }
 
-/// False when what is asked allows no filter.
-bool substitution(const BaseFilter& filter, Substitution& result) {
-  const double sampling = filter.samplingFrequency;
-  if (filter.filterType <= ORVANE_FILTER_HIGH_PASS) {
-    if (!inBand(filter.limitFrequency, sampling)) return false;
-    result = lowPass(bentEdge(filter.limitFrequency, sampling));
-  } else if (filter.filterType <= ORVANE_FILTER_BAND_STOP) {
-    const double low = filter.lowLimitFrequency, high = filter.highLimitFrequency;
-    if (!inBand(low, sampling) || !inBand(high, sampling) || low >= high) return false;
-    result = bandPass(bentEdge(low, sampling), bentEdge(high, sampling));
-  } else {
-    return false;
-  }
-  if (filter.filterType == ORVANE_FILTER_HIGH_PASS || filter.filterType == ORVANE_FILTER_BAND_STOP)
-    result = swapped(result);
-  return true;
+Substitution substitution(const BaseFilter& f) {
+  const auto edge = [&f](double frequency) { return bentEdge(frequency, f.samplingFrequency); };
+  const Substitution s = isBand(f.filterType) ? bandPass(edge(f.lowLimitFrequency), edge(f.highLimitFrequency))
+                                              : lowPass(edge(f.limitFrequency));
+  const bool rest = f.filterType == ORVANE_FILTER_HIGH_PASS || f.filterType == ORVANE_FILTER_BAND_STOP;
+  return rest ? Substitution{s.bottom, s.top} : s;
 }
 
 }  // namespace
@@ -81,15 +81,16 @@ bool FilterByButterworth::designIIR(const std::vector<double>& params) {
   b.clear();
   a.clear();
   const double ripple = params.empty() ? 0.0 : params[0];
-  Substitution s;
-  if (order < 1 || order > kMaxOrder || !std::isfinite(ripple) || !substitution(*this, s)) return false;
-  const Prototype analog = prototype(ripple);
+  if (order < 0 || order > kMaxOrder || !std::isfinite(ripple) || !hasFormula(*this)) return false;
+  const Substitution s = substitution(*this);
+  const Prototype analog = order == 0 ? Prototype{{Wide(1.0)}, {Wide(1.0)}} : prototype(ripple);
   const auto n = static_cast<std::size_t>(order);
   const WidePolynomial num = substituted(analog.numerator, s.top, s.bottom, n);
   const WidePolynomial den = substituted(analog.denominator, s.top, s.bottom, n);
+  if (den[0].isZero()) return false;
   for (const Wide& value : num) b.push_back(gain * (value / den[0]).toDouble());
   for (const Wide& value : den) a.push_back((value / den[0]).toDouble());
-  return true;
+  return edgesInOrder(*this);
 }
 
 }  // namespace Filter

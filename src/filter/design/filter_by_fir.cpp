@@ -130,9 +130,12 @@ bool FilterByFIR::filter(const double* x, double* y, int32_t from, int32_t to) {
     const std::vector<double> padded = zeroBorder(x, to, (size - 1) / 2, size / 2);
     return run({padded.begin() + from, padded.end()}, optimizer->result, y + from, to - from);
   }
-  const std::vector<double> reversed(coefficients.rbegin(), coefficients.rend());
-  const std::vector<double> padded = zeroBorder(x, to, coefficients.size() - 1, 0);
-  return run({padded.begin() + from, padded.end()}, reversed, y + from, to - from);
+  const int32_t end = soundEnd(coefficients, to);
+  if (end <= from) return false;
+  const std::span<const double> finite = finitePart(coefficients);
+  const std::vector<double> reversed(finite.rbegin(), finite.rend());
+  const std::vector<double> padded = zeroBorder(x, end, reversed.size() - 1, 0);
+  return run({padded.begin() + from, padded.end()}, reversed, y + from, end - from) && end == to;
 }
 
 FilterOptByFIR& FilterByFIR::getOptimizer() {

@@ -13,7 +13,8 @@ namespace Filter {
 class FilterByIIR : public BaseFilter {
  public:
   bool filter(const double* x, double* y, int32_t from, int32_t to) override;
-  /// Fills b and a for what is asked; false, with both empty, when it allows no design.
+  /// Fills b and a for what is asked; false when that allows no filter: both are empty where the formulas have no
+  /// values.
   virtual bool designIIR(const std::vector<double>& params) = 0;
   virtual void setOrder(int32_t value) { order = value; }
   virtual void setGain(double value) { gain = value; }

@@ -23,7 +23,11 @@ class Wide {
   friend Wide operator/(const Wide& x, const Wide& y) { return HP::quotient(x.value, y.value, kBits); }
 
   bool isZero() const { return HP::sign(value) == 0; }
-  double toDouble() const { return value.toDouble(); }
+  /// The nearest double: GMP's own conversion cuts, and the rest makes up for it.
+  double toDouble() const {
+    const double head = value.toDouble();
+    return head + HP::difference(value, Wide(head).value, kBits).toDouble();
+  }
   const HP::HPByGMP& number() const { return value; }
 
  private:

@@ -118,11 +118,6 @@ Result expOf(const Complex& z, mp_bitcnt_t bits) {
   return Complex{product(size, turn.cosine, bits), product(size, turn.sine, bits)};
 }
 
-SineCosine circular(const HPByGMP& x, mp_bitcnt_t bits) {
-  if (sign(x) == 0) return {number(0), number(1)};
-  return realSineCosine(x, bits);
-}
-
 SinhCosh growing(const HPByGMP& y, mp_bitcnt_t bits) {
   if (sign(y) == 0) return {number(0), number(1)};
   return realSinhCosh(y, bits);
@@ -133,7 +128,7 @@ bool bothInReach(const Complex& z) { return angleInReach(z.re) && exponentOf(z.i
 // sin(x + iy) = sin x cosh y + i cos x sinh y
 Result sineOf(const Complex& z, mp_bitcnt_t bits) {
   if (!bothInReach(z)) return std::nullopt;
-  const SineCosine turn = circular(z.re, bits);
+  const SineCosine turn = realSineCosine(z.re, bits);
   const SinhCosh growth = growing(z.im, bits);
   return Complex{product(turn.sine, growth.cosh, bits), product(turn.cosine, growth.sinh, bits)};
 }
@@ -141,7 +136,7 @@ Result sineOf(const Complex& z, mp_bitcnt_t bits) {
 // cos(x + iy) = cos x cosh y - i sin x sinh y
 Result cosineOf(const Complex& z, mp_bitcnt_t bits) {
   if (!bothInReach(z)) return std::nullopt;
-  const SineCosine turn = circular(z.re, bits);
+  const SineCosine turn = realSineCosine(z.re, bits);
   const SinhCosh growth = growing(z.im, bits);
   return Complex{product(turn.cosine, growth.cosh, bits), minus(product(turn.sine, growth.sinh, bits))};
 }
@@ -150,7 +145,7 @@ Result cosineOf(const Complex& z, mp_bitcnt_t bits) {
 Result tangentOf(const Complex& z, bool inverse, mp_bitcnt_t bits) {
   if (!angleInReach(z.re)) return std::nullopt;
   if (exponentOf(z.im) > kMaxExpBits) return Complex{number(0), number((sign(z.im) > 0) != inverse ? 1 : -1)};
-  const SineCosine turn = circular(z.re, bits);
+  const SineCosine turn = realSineCosine(z.re, bits);
   const SinhCosh growth = growing(z.im, bits);
   const HPByGMP& below = inverse ? turn.sine : turn.cosine;
   const HPByGMP down = norm({below, growth.sinh}, bits);

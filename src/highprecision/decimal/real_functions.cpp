@@ -162,7 +162,7 @@ HPByGMP realAtan(const HPByGMP& x, mp_bitcnt_t bits) {
 
 ReducedAngle reducedAngle(RealReader read, mp_bitcnt_t bits) {
   const HPByGMP rough = read(64);
-  if (exponentOf(rough) < 0) return {0, read(bits)};  // |x| < 1/2
+  if (sign(rough) == 0 || exponentOf(rough) < 0) return {0, read(bits)};  // |x| < 1/2
   const auto whole = static_cast<mp_bitcnt_t>(std::max<int64_t>(0, exponentOf(rough)));
   for (mp_bitcnt_t spare = kSpare;; spare *= 2) {
     const mp_bitcnt_t work = bits + whole + spare + 8;

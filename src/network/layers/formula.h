@@ -12,23 +12,6 @@
 /// entries and samples. A formula of the derivatives may use the value y as well.
 namespace NetWork {
 
-#if ORVANE_DISPATCH_AVX2
-template <class Work>
-[[gnu::target("avx2"), gnu::flatten]] void runAvx2(const Work& work) {
-  work();
-}
-#endif
-
-/// Runs loops, compiled once more for wide vectors where the processor has them. The bits are the same: nothing is
-/// fused or reordered.
-template <class Work>
-[[gnu::always_inline]] inline void vectorised(const Work& work) {
-#if ORVANE_DISPATCH_AVX2
-  if (hasAvx2()) return runAvx2(work);
-#endif
-  work();
-}
-
 /// An operand of one entry: of a vector, or one number for all entries.
 template <bool kVector>
 [[gnu::always_inline]] inline double entry(const double* p, std::size_t i) {

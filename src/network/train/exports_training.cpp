@@ -71,12 +71,14 @@ void api_SetEvaluateByClass(NetOptimizer* opt, double rate) { native(opt).evalua
 void api_SetEvaluateBySquaredError(NetOptimizer* opt, double err) { native(opt).evaluateBySquaredError(err); }
 
 void api_setRegForVar(NetOptimizer* opt, NetVar* var, double weight, int32_t kind) {
-  native(opt).setRegularizer(&native(var), {weight, kind});
+  if (var != nullptr) native(opt).setRegularizer(&native(var), {weight, kind});
 }
 
 void api_setRegForAllVar(NetOptimizer* opt, double weight, int32_t kind) { native(opt).setRegularizer({weight, kind}); }
 
-void api_setRegForLayer(NetOptimizer* opt, NetLayer* layer, double drop) { native(opt).setDrop(&native(layer), drop); }
+void api_setRegForLayer(NetOptimizer* opt, NetLayer* layer, double drop) {
+  if (layer != nullptr) native(opt).setDrop(&native(layer), drop);
+}
 
 void api_OptSetDxCorrectByMaxStep(NetOptimizer* opt, double maxStep) {
   native(opt).setDxCorrection(std::make_unique<NetWork::NetDxCorrectionByMaxStep_c>(maxStep));

@@ -14,7 +14,7 @@
 namespace NetWork {
 namespace {
 
-/// A host's count as a whole number; what is no number or out of range goes to the nearest end.
+/// A host's count as an integer; what is not a number or out of range goes to the nearest end.
 template <class T>
 T truncated(double x) {
   constexpr double most = static_cast<double>(std::numeric_limits<T>::max());

@@ -23,12 +23,12 @@ class PDFFunByArcSin final : public PlainPDFFun<PDFFunByArcSin> {
   }
   static constexpr auto kQuantileStart = quantileArcSin;
 
-  // KEPT: y = a x + a, b is unused; one would expect y = a x + b (kept.csv: ArcSin_offset)
+  // KEPT: y = a x + a, b is unused; expected: y = a x + b (kept.csv: ArcSin_offset)
   void updateParam() override { slope = params[0], offset = params[0]; }
   double density(double x) const {
     const double y = slope * x + offset;
     if (!(y > 0 && y < 1)) return 0;
-    return slope / std::sqrt(y * (1 - y));  // KEPT: without 1/pi; one would expect unit mass (kept.csv: ArcSin_mass)
+    return slope / std::sqrt(y * (1 - y));  // KEPT: without 1/pi; expected: unit mass (kept.csv: ArcSin_mass)
   }
   double distribution(double x) const {
     const double y = slope * x + offset;
@@ -263,7 +263,7 @@ class PDFFunByTriangular final : public PlainPDFFun<PDFFunByTriangular> {
 
   void updateParam() override {
     std::sort(params.begin(), params.end());
-    // KEPT: mode c is the largest value, cdf above 1; one would expect it inside (kept.csv: Triangular_sorted)
+    // KEPT: mode c is the largest value, cdf above 1; expected: it inside (kept.csv: Triangular_sorted)
     a = params[0], b = params[1], c = params[2];
     rise = 2 / ((c - a) * (b - a));
     fall = 2 / ((b - c) * (b - a));
@@ -287,7 +287,7 @@ class PDFFunByTriangular final : public PlainPDFFun<PDFFunByTriangular> {
 class PDFFunByUniform final : public PlainPDFFun<PDFFunByUniform> {
  public:
   static constexpr Defaults kDefaults = {-100, 100};
-  // KEPT: range, mean and variance stand one line too low; one would not expect it (kept.csv: Uniform_sheet)
+  // KEPT: range, mean and variance stand one line too low; expected: beside their labels (kept.csv: Uniform_sheet)
   static constexpr SheetTexts kSheet = {"PDF",
                                         R"(\dfrac{1}{b-a})",
                                         R"(\dfrac{x-a}{b-a})",
@@ -298,7 +298,7 @@ class PDFFunByUniform final : public PlainPDFFun<PDFFunByUniform> {
   static constexpr auto kQuantileStart = quantileUniform;
 
   void updateParam() override {
-    // KEPT: low is the larger end; one would expect the smaller (kept.csv: Uniform_exchanged)
+    // KEPT: low is the larger end; expected: the smaller (kept.csv: Uniform_exchanged)
     if (params[1] > params[0]) std::swap(params[0], params[1]);
     low = params[0], high = params[1], span = high - low;
   }

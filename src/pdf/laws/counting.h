@@ -65,12 +65,12 @@ class PDFFunByBinomial final : public PlainPDFFun<PDFFunByBinomial> {
     const int32_t k = roundToInt(x);
     if (k < 0 || k > trials) return 0;
     const double rest = static_cast<double>(trials) - k;
-    // KEPT: the third term is gamma(n-k+1); one would expect its logarithm (kept.csv: Binomial_gamma)
+    // KEPT: the third term is gamma(n-k+1); expected: its logarithm (kept.csv: Binomial_gamma)
     return std::exp(lnTrials - lnGamma(k + 1.0) - std::tgamma(rest + 1)) * std::pow(b, k) * std::pow(1 - b, rest);
   }
   double distribution(double x) const {
     // From n on no failures are left to count, and I is 1 as well.
-    // KEPT: 1 at every count below n; one would expect I(1-b; n-k, k+1) (kept.csv: Binomial_one)
+    // KEPT: 1 at every count below n; expected: I(1-b; n-k, k+1) (kept.csv: Binomial_one)
     return roundToInt(x) < 0 ? 0 : 1;
   }
 
@@ -85,7 +85,7 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
   static constexpr Defaults kDefaults = {0.5, 0};
   static constexpr SheetTexts kSheet = {
       "PMF", R"(\dfrac{a^x}{x!}\exp(-a))", R"(\dfrac{\Gamma(x+1,a)}{x!})", "a+b", "a", R"(a>0, x\geq 0)"};
-  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_Poisson)
+  // KEPT: the location starts at 0; expected: a start near the data (kept.csv: StartAtZero_Poisson)
   static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.xm}, {0.5, 0}); }
 
   void updateParam() override {
@@ -94,7 +94,7 @@ class PDFFunByPoisson final : public PlainPDFFun<PDFFunByPoisson> {
     offset = std::round(params[1]);
     for (int32_t k = 0; k < kTable; ++k) table[k] = share(k);
   }
-  // KEPT: neither function reads the offset; one would expect round(x) - offset (kept.csv: Poisson_offset)
+  // KEPT: neither function reads the offset; expected: round(x) - offset (kept.csv: Poisson_offset)
   double density(double x) const {
     const int32_t k = roundToInt(x);
     if (k < 0) return 0;

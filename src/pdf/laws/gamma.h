@@ -13,8 +13,8 @@
 namespace PDF {
 
 /// LG(a, t)/gamma(a) = t^a exp(-t)/gamma(a+1) (1 + t/(a+1) + t^2/((a+1)(a+2)) + ...) with all that hangs on a at hand:
-/// the value of SpecialFunction::calcIncompleteGammaLower between its ends. Nowhere within rounding of a whole a, where
-/// that function changes its method, and at a whole a not so far left that its partial sum ends early.
+/// the value of SpecialFunction::calcIncompleteGammaLower between its ends. Nowhere within rounding of an integer a,
+/// where that function changes its method, and at an integer a not so far left that its partial sum ends early.
 class LowerShare {
  public:
   LowerShare() = default;
@@ -140,7 +140,7 @@ class PDFFunByChi final : public SeriesPDFFun<PDFFunByChi> {
   }
   double far(double x) const {
     if (x < b) return 0;
-    // KEPT: regularised gamma over gamma(a/2); one would expect the lower gamma there (kept.csv: Chi_divided)
+    // KEPT: regularised gamma over gamma(a/2); expected: the lower gamma there (kept.csv: Chi_divided)
     return SpecialFunction::calcRLowerIncompleteGamma(a / 2, argument(x)) / gammaHalf;
   }
 
@@ -329,7 +329,7 @@ class PDFFunBySymGenNormal final : public SeriesPDFFun<PDFFunBySymGenNormal> {
   double far(double x) const {
     const double distance = std::abs(x - c);
     if (distance <= kDeadBand) return 0.5;
-    // KEPT: above 0.5 on both sides of c; one would expect the sign of x-c (kept.csv: SymGenNormal_sign)
+    // KEPT: above 0.5 on both sides of c; expected: the sign of x-c (kept.csv: SymGenNormal_sign)
     return lowerShare(1 / b, argument(x), gammaInverse) * 0.5 + 0.5;
   }
 

@@ -4,7 +4,7 @@
 #include "pdf/formula.h"
 #include "pdf/plain_pdf_fun.h"
 
-/// Location and scale families on the whole line, the extreme values and the logistic kin.
+/// Location and scale families on the real line, the extreme values and the logistic kin.
 namespace PDF {
 
 /// Cauchy with location a and scale b.
@@ -64,7 +64,7 @@ class PDFFunByHyperSecant final : public PlainPDFFun<PDFFunByHyperSecant> {
                                         "a>0"};
   static void range(const Sample& s, const FitRange& r) { r.set({0, s.low}, {100, s.high}, {1, s.xm}); }
 
-  // KEPT: location a, rate pi, b unused; one would expect location b, rate a (kept.csv: HyperSecant_rate)
+  // KEPT: location a, rate pi, b unused; expected: location b, rate a (kept.csv: HyperSecant_rate)
   void updateParam() override { a = params[0]; }
   double density(double x) const {
     const double e = std::exp((x - a) * pi);
@@ -108,7 +108,7 @@ class PDFFunByHalfLogistic final : public PlainPDFFun<PDFFunByHalfLogistic> {
   static constexpr auto kQuantileStart = quantileHalfLogistic;
 
   void updateParam() override { a = params[0]; }
-  // KEPT: no test for x < a, the cdf is negative there; one would expect 0 (kept.csv: HalfLogistic_below)
+  // KEPT: no test for x < a, the cdf is negative there; expected: 0 (kept.csv: HalfLogistic_below)
   double density(double x) const {
     const double e = std::exp(a - x);
     return 2 / (1 / e + e + 2);
@@ -201,7 +201,7 @@ class PDFFunByExtremeValueDown final : public ExtremeValuePDFFun<PDFFunByExtreme
       "",
       "",
       R"(a<0, b>0, x\leq c-\dfrac{b}{a})"};
-  // KEPT: reports 19, so a clone is another class; one would expect 17 (kept.csv: ExtremeValueDown_type)
+  // KEPT: reports 19, so a clone is another class; expected: 17 (kept.csv: ExtremeValueDown_type)
   static constexpr uint32_t kReportedCode = 19;
   static void range(const Sample& s, const FitRange& r) {
     r.set({-200, 0, s.xm}, {0, s.D + s.W, s.xn + 2 * s.W + s.D}, {-1, std::min(1.0, s.W), s.xn + 2 * s.W + s.D});

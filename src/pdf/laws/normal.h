@@ -73,7 +73,7 @@ class PDFFunByTruncatedNormal final : public PlainPDFFun<PDFFunByTruncatedNormal
     if (params[0] > params[1]) std::swap(params[0], params[1]);
     c = params[2], d = params[3];
     low = c + params[0], high = c + params[1];
-    // KEPT: mass of [a, b], support [a+c, b+c]; one would expect the same (kept.csv: TruncatedNormal_ends)
+    // KEPT: mass of [a, b], support [a+c, b+c]; expected: the same (kept.csv: TruncatedNormal_ends)
     below = normalPhi((params[0] - c) / d);
     mass = normalPhi((params[1] - c) / d) - below;
     factor = 1 / (2.5066282746310007 * (d * mass));
@@ -143,7 +143,7 @@ class PDFFunByInverseGaussian final : public OneSidedPDFFun<PDFFunByInverseGauss
   double densityAt(double u) const { return root / (u * std::sqrt(u)) * std::exp(-rate * square(u - c) / u); }
   double shareAt(double u) const {
     const double r = root / std::sqrt(u);
-    // KEPT: no error function; one would expect Phi of both arguments (kept.csv: InverseGaussian_closed)
+    // KEPT: no error function; expected: Phi of both arguments (kept.csv: InverseGaussian_closed)
     return ((1 - (u / c + 1) * r) * reflected + (u / c - 1) * r + 1) / 2;
   }
 

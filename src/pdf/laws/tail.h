@@ -106,7 +106,7 @@ class PDFFunByExponentialLogarithmic final : public OneSidedPDFFun<PDFFunByExpon
     const double t = u * b;
     if (t > 10) return k / (std::exp(-t) + a - 1);
     const double e = std::exp(t);
-    // KEPT: not the derivative of the cdf; one would expect exp(-t) (kept.csv: ExponentialLogarithmic_sign)
+    // KEPT: not the derivative of the cdf; expected: exp(-t) (kept.csv: ExponentialLogarithmic_sign)
     return e * k / (e * (a - 1) + 1);
   }
   double shareAt(double u) const {
@@ -151,7 +151,7 @@ class PDFFunByExpWeibull final : public OneSidedPDFFun<PDFFunByExpWeibull, End::
   static constexpr Defaults kDefaults = {1, 1, 0, 1};
   static constexpr SheetTexts kSheet = {
       "PDF", R"((a+bd(x-c)^{d-1})\exp(-a(x-c)-b(x-c)^d))", R"(1-\exp(-a(x-c)-b(x-c)^d))", "", "", "a>0, b>0, d>0, x>c"};
-  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_ExpWeibull)
+  // KEPT: the location starts at 0; expected: a start near the data (kept.csv: StartAtZero_ExpWeibull)
   static void range(const Sample& s, const FitRange& r) { r.set({0, 0, s.low, 0}, {100, 100, s.xm, 36}, {1, 1, 0, 1}); }
 
   void updateParam() override {
@@ -179,7 +179,7 @@ class PDFFunByGumbelType2 final : public OneSidedPDFFun<PDFFunByGumbelType2, End
                                         R"(b^{\frac{1}{a}}\Gamma(1-\dfrac{1}{a})+c)",
                                         R"(b^{\frac{2}{a}}(\Gamma(1-\dfrac{1}{a})-\Gamma(1-\dfrac{1}{a})^2))",
                                         "a>0, b>0, x>c"};
-  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_Frechet)
+  // KEPT: the location starts at 0; expected: a start near the data (kept.csv: StartAtZero_Frechet)
   static void range(const Sample& s, const FitRange& r) { r.set({0, 0, s.low}, {100, 100, s.xm}, {1, 1, 0}); }
 
   void updateParam() override {
@@ -207,7 +207,7 @@ class PDFFunByGenPareto final : public OneSidedPDFFun<PDFFunByGenPareto, End::op
                                         "",
                                         "",
                                         R"(a\geq 0, b\geq -ad, d>0, x>c)"};
-  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_GenPareto)
+  // KEPT: the location starts at 0; expected: a start near the data (kept.csv: StartAtZero_GenPareto)
   static void range(const Sample& s, const FitRange& r) {
     r.set({0, -200 * s.W, s.low, 0}, {100, 100, s.xm, 2 * s.W}, {1, 1, 0, s.W});
   }
@@ -292,7 +292,7 @@ class PDFFunByMakeham final : public OneSidedPDFFun<PDFFunByMakeham, End::open> 
     const double p = std::pow(b, u);
     return std::exp(-a * u - (p - 1) * h) * (d * p + a);
   }
-  // KEPT: a u is inside h, unlike the density; one would expect it outside (kept.csv: Makeham_factor)
+  // KEPT: a u is inside h, unlike the density; expected: it outside (kept.csv: Makeham_factor)
   double shareAt(double u) const { return 1 - quickExp((1 - quickExp(u * lnB) - a * u) * h); }
 
  private:
@@ -360,12 +360,12 @@ class PDFFunByWeibull final : public OneSidedPDFFun<PDFFunByWeibull, End::open> 
                                         R"(b\Gamma(1+\dfrac{1}{a})+c)",
                                         R"(b^2(\Gamma(1+\dfrac{2}{a})-\Gamma(1+\dfrac{1}{a})^2))",
                                         "a>0, b>0, x>a"};
-  // KEPT: the location starts at 0; one would expect a start near the data (kept.csv: StartAtZero_Weibull)
+  // KEPT: the location starts at 0; expected: a start near the data (kept.csv: StartAtZero_Weibull)
   static void range(const Sample& s, const FitRange& r) {
     r.set({0, 0, s.low}, {100, s.wide, s.xm}, {1, s.wide / 2, 0});
   }
 
-  // KEPT: a is the location too, c is unused; one would expect u = x - c (kept.csv: Weibull_location)
+  // KEPT: a is the location too, c is unused; expected: u = x - c (kept.csv: Weibull_location)
   void updateParam() override {
     a = params[0], b = params[1], from = params[0];
     scale = std::pow(b, a);

@@ -7,6 +7,8 @@
 
 #include "orvane/line_programme.h"
 
+namespace LineProg {
+
 /// What a variable may be.
 enum VarKind : uint8_t {
   kReal = ORVANE_VARIABLE_REAL,
@@ -38,3 +40,5 @@ struct EquVar {
   uint8_t relation = kAtMost;
   double constCoef = 0;
 };
+
+}  // namespace LineProg

@@ -104,7 +104,7 @@ void Branching<Real>::search(const Node<Real>& root, int32_t branch) {
   }
 }
 
-// Whether whole variables have any point, by a search without an objective.
+// Whether the integer variables have any point, by a search without an objective.
 template <class Real>
 bool Branching<Real>::hasPoint(const Node<Real>& root) {
   Node<Real> node = root;

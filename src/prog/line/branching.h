@@ -7,7 +7,7 @@
 
 namespace LineProg {
 
-/// Branch and bound over the whole variables, depth first on copies of the simplex's state.
+/// Branch and bound over the integer variables, depth first on copies of the simplex's state.
 template <class Real>
 class Branching {
  public:

@@ -38,8 +38,8 @@ bool allSmall(std::span<const double> values) {
 }
 
 double solveDense(const DenseProblem& problem, std::span<double> x) {
-  // KEPT: without an inequality, or without an objective, the bounds x >= 0 and the maximum are forgotten: the least
-  // squares solution of the equalities is the answer (kept.csv: Solve2_leastSquares)
+  // KEPT: without an inequality, or without an objective, least squares of the equalities; expected: a maximum in x >=
+  // 0 (kept.csv: Solve2_leastSquares)
   if (allSmall(problem.c) || allSmall(problem.A)) return leastSquares(problem, x);
   const std::size_t n = problem.n;
   LineProgSolver solver;

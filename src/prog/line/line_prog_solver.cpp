@@ -26,7 +26,7 @@ void LineProgSolver::setExact(bool flag) {
 
 double LineProgSolver::maxValue() const { return solved ? problem.objectiveOf(solution) : -1e300; }
 
-// True when whole variables took part.
+// True when integer variables took part.
 template <class Real>
 bool LineProgSolver::run(Node<Real>& root) const {
   const Simplex<Real> simplex(problem, isExact);

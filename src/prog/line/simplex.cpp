@@ -40,7 +40,7 @@ bool Simplex<Real>::prepare(Node<Real>& root) const {
     } else if (var.varKind == kBinary) {
       root.solution[i] = problem.objective[i] > 0 ? 1 : 0;
     } else if (problem.objective[i] > 0) {
-      return false;  // KEPT: unbounded, but told as a failure (0) where 2 would be expected (kept.csv: Solve_noRow)
+      return false;  // KEPT: unbounded, but told as a failure, 0; expected: 2 (kept.csv: Solve_noRow)
     }
   }
   return true;
@@ -67,7 +67,7 @@ void Simplex<Real>::addBounds(Node<Real>& root) const {
   for (const BaseVar& var : problem.allVars) {
     if (!root.tableau.has(var.index) || var.varKind == kReal) continue;
     if (var.varKind == kInteger) {
-      // KEPT: ten times the bound that the preparation wrote, one of the two would do (kept.csv: Bounds_integer)
+      // KEPT: ten times the bound that the preparation wrote; expected: the same (kept.csv: Bounds_integer)
       root.bounds[var.index] = {0, kIntegerUpper};
     } else {
       root.bounds[var.index] = {0, 1};
@@ -147,7 +147,8 @@ bool Simplex<Real>::phaseTwo(Node<Real>& node) const {
     if (tableau.entering(none, PivotRule::greatest) != Tableau<Real>::kNone) node.status = Status::unbounded;
     return node.status == Status::optimal;
   }
-  // KEPT: a loop that runs out hands over the solution in hand as an optimum (kept.csv: PhaseTwo_cap)
+  // KEPT: a loop that runs out hands over the solution in hand as an optimum; expected: pivots up to the optimum
+  // (kept.csv: PhaseTwo_cap)
   const std::size_t cap = node.standing + tableau.rows.size(), last = exact ? kEndless * cap : cap;
   std::vector<Real> column;
   for (std::size_t turn = 0; turn < last; ++turn) {
@@ -207,8 +208,8 @@ void Simplex<Real>::readOut(Node<Real>& node) const {
     if (!node.tableau.has(var.index)) continue;
     const double value = node.tableau.valueOf(var.index) + node.origin[var.index];
     node.relaxed += problem.objective[var.index] * value;
-    // KEPT: an integer variable is rounded even where it is fractional in this relaxation, so that the bound of the
-    // branching is the rounded point's value instead of the relaxation's (kept.csv: Bound_rounded)
+    // KEPT: integer variables are rounded before the branch is bounded; expected: the value of the relaxation
+    // (kept.csv: Bound_rounded)
     node.solution[var.index] = var.varKind == kReal ? value : std::round(value);
   }
   node.solved = true;

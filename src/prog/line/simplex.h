@@ -24,7 +24,7 @@ struct Node {
   std::map<int32_t, int> upperRows;                       ///< by variable: the row of its upper bound
   std::vector<double> origin;                             ///< by structural variable: what its 0 stands for
   std::vector<double> solution;
-  double relaxed = 0;  ///< the objective before whole variables were rounded
+  double relaxed = 0;  ///< the objective before integer variables were rounded
   bool solved = false;
   Status status = Status::failed;
   std::size_t standing = 0;     ///< variables that stand in a row
@@ -43,7 +43,7 @@ class Simplex {
   /// Enters what the root does not hold yet, in terms of the basis that an earlier run left; false for a variable in no
   /// row that grows without bound.
   bool setUp(Node<Real>& root) const;
-  /// The whole variables that stand in the tableau ask for branching.
+  /// The integer variables that stand in the tableau ask for branching.
   bool hasWhole(const Node<Real>& root) const;
   bool phases(Node<Real>& node) const;
   void readOut(Node<Real>& node) const;

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+namespace LineProg {
+
 /// An ordered map from a key to a coefficient, held flat: terms that come by ascending key are appended, others are
 /// collected and merged at the next look. Coefficients on one key add up in the order they came.
 template <class Key>
@@ -56,3 +58,5 @@ class TermMap {
 
   std::vector<Term> terms, late;
 };
+
+}  // namespace LineProg

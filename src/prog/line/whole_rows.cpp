@@ -18,7 +18,7 @@ constexpr double kNear = 1e-9;         // relative, of a right side to a value t
 
 bool nearWhole(double x) { return std::abs(x) < kLargest && std::abs(x - std::round(x)) <= 1e-12 * std::abs(x); }
 
-// The power of ten that makes all coefficients whole; 0 when there is none.
+// The power of ten that makes all coefficients integers; 0 when there is none.
 double decimalScale(const EquVar& row) {
   for (double scale = 1; scale <= kMostDecimals; scale *= 10)
     if (std::ranges::all_of(row.coefs, [scale](const auto& term) { return nearWhole(term.second * scale); }))

@@ -7,7 +7,7 @@
 
 namespace LineProg {
 
-/// The largest value up to sign * right side that sign * sum can take when all its variables are whole: with g the
+/// The largest value up to sign * right side that sign * sum can take when all its variables are integers: with g the
 /// greatest common divisor of the integer variables' coefficients, a value is a multiple of g and a sum of binary
 /// variables' coefficients. Without that rounding a search for 2x - 2y = 1 has no end. The right side itself for a row
 /// with a real variable, without an integer one, or with coefficients that are no short decimals.

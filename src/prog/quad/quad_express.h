@@ -10,6 +10,10 @@
 
 namespace QuadProg {
 
+using LineProg::BaseVar, LineProg::EquVar, LineProg::TermMap;
+using enum LineProg::VarKind;
+using enum LineProg::Relation;
+
 /// constTerm + sum of linear terms + sum of quadratic ones, over variables by their numbers.
 class QuadExpress {
  public:

@@ -156,8 +156,8 @@ ResType_E QuadProgSolver::solveLinear() {
 BoxedProblem QuadProgSolver::boxed() const {
   const std::size_t n = order.size(), m = constraints.size();
   BoxedProblem problem;
-  // KEPT: a fourth and half of the coefficients: with the one half of 1/2 x'Px the quadratic part counts a fourth
-  // beside the linear one, where 1 and 2 would be the factors of the expression itself (kept.csv: Osqp_factors)
+  // KEPT: 1/2 x'Px with these coefficients counts a fourth of the quadratic part; expected: factors 1 and 2, the
+  // expression itself (kept.csv: Osqp_factors)
   std::vector<std::vector<std::pair<int64_t, double>>> columns(n);
   for (const auto& [pair, coefficient] : objective->quadTerms.sorted()) {
     const int64_t low = place[pair.first], high = place[pair.second];

@@ -16,7 +16,7 @@
 namespace QuadProg {
 
 /// Minimises a quadratic expression over non-negative real, integer and 0-1 variables under linear constraints: OSQP
-/// for the relaxations, branch and bound for the whole numbers, the simplex for an expression without quadratic term.
+/// for the relaxations, branch and bound for the integers, the simplex for an expression without quadratic term.
 class QuadProgSolver final : public BaseData {
  public:
   QuadProgSolver() { typeCode = 61; }
@@ -55,6 +55,7 @@ class QuadProgSolver final : public BaseData {
   BoxedProblem boxed() const;
   /// Whether a relaxation's point needs no branching.
   bool acceptable(const BoxedProblem& problem, std::span<const double> x) const;
+  bool tightenWholeRows(BoxedProblem& problem) const;
   bool keepsRows(const BoxedProblem& problem, std::span<const double> x) const;
   double evaluate(std::span<const double> x) const;
   ResType_E solveIntProg(BoxedProblem& problem, std::vector<double>& x) const;

@@ -15,9 +15,15 @@ constexpr double kTurn = 52.35987755982988;  // 3000 pi/180
 double sine(double angle) { return std::sin(guardAngle(angle)); }
 double cosine(double angle) { return std::cos(guardAngle(angle)); }
 
+/// The two waves in x that both offsets have.
+struct Common {
+  explicit Common(double x) : a(sine(6.283185307179586 * x)), b(sine(18.84955592153876 * x)) {}
+  double a, b;
+};
+
 // The waves that longitude and latitude share, in the coordinate that is shifted; they differ in the two slow ones.
-double waves(double v, double fast, double slow, double slowest) {
-  return ((sine(3.141592653589793 * v) + fast) * 20 + sine(1.0471975511965976 * v) * 40 +
+double waves(double v, const Common& common, double slow, double slowest) {
+  return ((sine(3.141592653589793 * v) + common.a + common.b) * 20 + sine(1.0471975511965976 * v) * 40 +
           sine(0.2617993877991494 * v) * slow + sine(0.10471975511965977 * v) * slowest) *
          (2.0 / 3.0);
 }
@@ -52,10 +58,10 @@ ShiftedDatum::Offset ShiftedDatum::offset(double lon, double lat) const {
   const double x = lon - lonCentre, y = lat - latCentre;
   const double c = cosine(lat * 0.017453292519943295);
   const double s = std::sqrt(1 - (1 - c * c) * square);
-  const double fast = sine(6.283185307179586 * x) + sine(18.84955592153876 * x);
+  const Common common(x);
   const double root = std::sqrt(std::abs(x));
-  const double dLon = waves(x, fast, 150, 300) + (y + y + (x + 300) + ((y + x) * x + root) * 0.1);
-  const double dLat = waves(y, fast, 160, 320) + (x + x - 100 + 3 * y + (0.2 * y + 0.1 * x) * y + 0.2 * root);
+  const double dLon = waves(x, common, 150, 300) + (y + y + (x + 300) + ((y + x) * x + root) * 0.1);
+  const double dLat = waves(y, common, 160, 320) + (x + x - 100 + 3 * y + (0.2 * y + 0.1 * x) * y + 0.2 * root);
   return {dLon * (s * k1) / c, dLat * (s * k2 * s * s)};
 }
 

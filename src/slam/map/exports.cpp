@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <functional>
 
 #include "orvane/map_coordinates.h"
 #include "slam/map/datum.h"
@@ -20,6 +21,20 @@ void forPoints(const double* in, double* out, int32_t count, Map&& map) {
   }
 }
 
+// To LLA a few points at once, each first brought to ECEF.
+template <class Map>
+void toLLA(const double* in, double* out, int32_t count, const Ellipsoid& ellipsoid, Map&& toECEF) {
+  std::array<Vector3, Ellipsoid::kAtOnce> points;
+  for (int32_t left = count; left > 0;) {
+    const auto some = std::min<int32_t>(left, Ellipsoid::kAtOnce);
+    const std::span<Vector3> block(points.data(), static_cast<std::size_t>(some));
+    for (Vector3& p : block) p = toECEF(pointAt(in)), in += 3;
+    ellipsoid.toLLA(block);
+    for (const Vector3& p : block) out = std::copy(p.begin(), p.end(), out);
+    left -= some;
+  }
+}
+
 }  // namespace
 
 void slam_coorLLAtoECEF(const double* in, double* out, int32_t count, double a, double e) {
@@ -27,7 +42,7 @@ void slam_coorLLAtoECEF(const double* in, double* out, int32_t count, double a, 
 }
 
 void slam_coorECEFtoLLA(const double* in, double* out, int32_t count, double a, double e) {
-  forPoints(in, out, count, [ellipsoid = Ellipsoid(a, e)](const Vector3& p) { return ellipsoid.toLLA(p); });
+  toLLA(in, out, count, Ellipsoid(a, e), std::identity());
 }
 
 void slam_coorECEFtoENU(const double* origin, const double* in, double* out, int32_t count, double a, double e) {
@@ -49,7 +64,7 @@ void slam_coorLLAtoENU(const double* origin, const double* in, double* out, int3
 void slam_coorENUtoLLA(const double* origin, const double* in, double* out, int32_t count, double a, double e) {
   const Ellipsoid ellipsoid(a, e);
   const LocalFrame frame(pointAt(origin), ellipsoid);
-  forPoints(in, out, count, [&](const Vector3& p) { return ellipsoid.toLLA(frame.toECEF(p)); });
+  toLLA(in, out, count, ellipsoid, [&](const Vector3& p) { return frame.toECEF(p); });
 }
 
 void slam_coorGCJ02ToBD09(const double* in, double* out, int32_t count) { forPoints(in, out, count, toBD09); }

@@ -28,9 +28,10 @@ class LossFunByLa final : public ResidualLossFun<LossFunByLa> {
   double of(double r) const { return std::pow(std::abs(r), k) / k; }
 };
 
+/// r^2 / (2 (r^2 + k^2)), in a form that reaches its limit 1/2 where r^2 overflows.
 class LossFunByGemanMcClure final : public ResidualLossFun<LossFunByGemanMcClure> {
  public:
-  double of(double r) const { return r * r / (2.0 * (r * r + k2)); }
+  double of(double r) const { return 0.5 / (1.0 + k2 / (r * r)); }
 };
 
 /// Square inside k, line outside.
@@ -51,8 +52,8 @@ class LossFunByHuber final : public ThirdParamLossFun<LossFunByHuber> {
 class LossFunByPseudoHuber final : public ResidualLossFun<LossFunByPseudoHuber> {
  public:
   double of(double r) const {
-    const double q = r * r / k2;
-    return q / (std::sqrt(q + 1.0) + 1.0) * k2;
+    const double v = std::abs(r / k), root = std::hypot(v, 1.0);
+    return (v > 1.0 ? root - 1.0 : v * (v / (root + 1.0))) * k2;
   }
 };
 
@@ -92,7 +93,10 @@ class LossFunByBisquare final : public TinyScaleLossFun<LossFunByBisquare> {
 class LossFunByCauchy final : public TinyScaleLossFun<LossFunByCauchy> {
  public:
   // KEPT: 0 everywhere before setParam; expected: the loss of k = 10 (kept.csv: Loss_Cauchy)
-  double of(double r) const { return std::log1p(r / k * (r / k)) * k3; }
+  double of(double r) const {
+    const double v = std::abs(r / k);
+    return (v < 1e8 ? std::log1p(v * v) : 2.0 * std::log(v)) * k3;
+  }
   void setParam(double scale) override { setScale(scale, 2.0); }
 };
 

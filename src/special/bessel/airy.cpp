@@ -72,8 +72,8 @@ double calcAiryAi(double x) {
     const double r = std::sqrt(x);
     return besselK(kThird, kTwoThirds * x * r) * (r / kPiSqrt3);
   }
-  // KEPT: 2 sqrt(3) for 2 sqrt(pi) on (36, 100], one would expect 0.977 of it (kept.csv: AiryAi_tail)
-  // KEPT: 0 above 100; one would expect values down to 1e-308 near 104 (kept.csv: AiryAi_end)
+  // KEPT: 2 sqrt(3) for 2 sqrt(pi) on (36, 100]; expected: 0.977 of it (kept.csv: AiryAi_tail)
+  // KEPT: 0 above 100; expected: values down to 1e-308 near 104 (kept.csv: AiryAi_end)
   return x <= 100 ? std::exp(-kTwoThirds * std::sqrt(x) * x - 0.25 * std::log(x)) / 3.4641016151377544 : 0.0;
 }
 

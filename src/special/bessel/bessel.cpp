@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Cylindrical and spherical Bessel functions: the run-time's, and beside them what it does not take (negative order,
-// negative x) or does not get right (bessel_expansion.h).
+// Cylindrical and spherical Bessel functions: the standard library's, and beside them what it does not take (negative
+// order, negative x) or does not get right (bessel_expansion.h).
 #include <cmath>
 
 #include "frame/numbers.h"
@@ -23,7 +23,7 @@ bool nearInteger(double nu) {
 // log of the leading term gamma(nu) (2/x)^nu of -pi Y, which is below the whole for x < nu.
 double logLeading(double nu, double x) { return calcLngamma(nu) + nu * (std::log(2.0) - std::log(x)); }
 
-// The expansions that stand in for the run-time's J and Y, from order 0 and x = 1e-300 on.
+// The expansions that stand in for the standard library's J and Y, from order 0 and x = 1e-300 on.
 bool needsDebyeJY(double nu, double x) {
   if (x > 1000) return nu * nu > 2 * x && std::abs(nu - x) > turningWidth(nu);
   return nu > 100 && nu > x + turningWidth(nu);

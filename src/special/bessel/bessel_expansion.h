@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Expansions of the Bessel functions for the arguments at which the run-time's functions throw, run for minutes or
-/// lose their digits. Order nu >= 0, x > 0.
+/// Expansions of the Bessel functions for the arguments at which the standard library's functions throw, run for
+/// minutes or lose their digits. Order nu >= 0, x > 0.
 namespace SpecialFunction {
 
 struct BesselPair {

@@ -14,7 +14,8 @@ namespace SpecialFunction {
 namespace {
 
 constexpr double kSqrtPi = 1.772453850905516;
-// KEPT: 15 digits of log 2 and sqrt(pi) in V; V(0, 0) is 2.2e-15 below its value (kept.csv: ParabolicV_constants)
+// KEPT: 15 digits of log 2 and sqrt(pi) in V, 2.2e-15 below its value; expected: all digits (kept.csv:
+// ParabolicV_constants)
 constexpr double kLn2Rest = 0.3094172321214581e-15;  // log 2 - 0.693147180559945
 constexpr double kSqrtPiRatio = 1 - 2.2413569924470e-15;
 constexpr double kMostSteps = 100000;  // of the recurrence in a

@@ -12,7 +12,7 @@
 namespace SpecialFunction {
 namespace {
 
-// KEPT: 14 digits of gamma(3/2); the values lie 9e-15 above those of the full constant (kept.csv: Struve_constant)
+// KEPT: 14 digits of gamma(3/2), values 9e-15 too large; expected: all digits (kept.csv: Struve_constant)
 constexpr double kGammaThreeHalves = 0.88622692545275;
 constexpr double kConstantRatio = 0.886226925452758 / kGammaThreeHalves;
 constexpr double kSqrtPi = 1.772453850905516;
@@ -77,7 +77,7 @@ double calcStruveH(double nu, double x) {
   if (x < 0) return (isOdd(nu) ? 1.0 : -1.0) * calcStruveH(nu, -x);
   // H of order -n-1/2 is (-1)^n J of order n+1/2: the first terms of its series vanish.
   if (nu <= -1.5 && isWhole(nu + 0.5)) return (isOdd(-nu - 0.5) ? -1.0 : 1.0) * calcBesselJ(-nu, x);
-  // KEPT: NaN where the series would pass 1,000,000 pairs; one would expect a value (kept.csv: StruveH_cap)
+  // KEPT: NaN where the series would pass 1,000,000 pairs; expected: a value (kept.csv: StruveH_cap)
   if (std::isinf(x) || std::isinf(nu) || logTerm(nu, x / 2, 2 * kMaxPairs) > std::log(kPairLimit)) return kNaN;
   if (x > 300 && nu > x) {
     const double value = kConstantRatio * endpointSeries(nu, x);

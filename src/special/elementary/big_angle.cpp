@@ -18,7 +18,7 @@ double reduceBigAngle(double x) {
   int exponent = 0;
   const double mantissa = std::frexp(x, &exponent);
   if (!std::isfinite(x) || exponent < kFirstExponent || exponent > 1023) return x;
-  // KEPT: the mantissa multiplies the residue of 2^e; one would expect the residue of x itself (kept.csv: BigAngle)
+  // KEPT: the mantissa multiplies the residue of 2^e; expected: the residue of x itself (kept.csv: BigAngle)
   return mantissa * kPowerOfTwoResidues[exponent - kFirstExponent];
 }
 

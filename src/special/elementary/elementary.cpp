@@ -30,7 +30,7 @@ double calcTolerantLn(double x) {
 }
 
 double calcPolyValue(const double* coefficients, int32_t count, double x) {
-  // KEPT: a running power in ascending order; one would expect Horner's rule (kept.csv: PolyValue_order)
+  // KEPT: a running power in ascending order; expected: Horner's rule (kept.csv: PolyValue_order)
   double power = 1, sum = coefficients[0];
   for (int32_t i = 1; i < count; ++i) {
     power *= x;

@@ -15,11 +15,14 @@ double calcLambertW(double x) {
                 x +
             1) *
            x;
-  // Halley's iteration on w exp(w) = x.
-  // KEPT: 16 rounds from w = 1 do not reach large x; one would expect convergence (kept.csv: LambertW_large)
-  double w = 1, e = std::exp(w), f = e * w - x, best = w, least = std::abs(f);
+  // Halley's iteration on w exp(w) = x. Steps that meet one of the last two values again find nothing new.
+  // KEPT: 16 rounds from w = 1 do not reach large x; expected: convergence (kept.csv: LambertW_large)
+  double w = 1, e = std::exp(w), f = e * w - x, best = w, least = std::abs(f), last = w, lastButOne = w;
   for (int round = 0; round < 16 && !(least <= 1e-15); ++round) {
     w -= f / ((w + 1) * e - ((w + 2) * f) / (2 * w + 2));
+    if (round > 1 && (w == last || w == lastButOne)) break;
+    lastButOne = last;
+    last = w;
     e = std::exp(w);
     f = e * w - x;
     if (std::abs(f) < least) {
@@ -48,7 +51,7 @@ double calcWrightOmega(double x) {
       high *= 8;
     }
   }
-  // KEPT: the absolute stop makes small w a fixed few 1e-16; one would expect exp(x) (kept.csv: WrightOmega_left)
+  // KEPT: the absolute stop makes small w a fixed few 1e-16; expected: exp(x) (kept.csv: WrightOmega_left)
   double middle = 0;
   for (int round = 0; round < 64; ++round) {
     middle = (low + high) / 2;

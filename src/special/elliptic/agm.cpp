@@ -28,7 +28,7 @@ double arithmeticMean(double a, double b) {
 
 double calcAGM(double a, double b) {
   if (!(a >= 0 && b >= 0)) return kNaN;
-  // KEPT: the stop is absolute, so that means below it are not formed; one would expect the mean (kept.csv: AGM_stop)
+  // KEPT: the stop is absolute, so that means below it are not formed; expected: the mean (kept.csv: AGM_stop)
   for (int round = 0; round < kRounds && std::abs(a - b) > kStop; ++round) {
     const double arithmetic = arithmeticMean(a, b), geometric = geometricMean(a, b);
     // Large arguments never come within the stop but come to rest: further rounds would repeat the same pair.

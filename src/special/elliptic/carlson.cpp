@@ -53,9 +53,9 @@ double duplicateRF(double x, double y, double z) {
 
 double calcEllipticRF(double x, double y, double z) {
   if (!(x >= 0 && y >= 0 && z >= 0)) return kNaN;
-  // KEPT: two small arguments count as 0; one would expect about log(16 z/x)/(2 sqrt(z)) (kept.csv: RF_small)
+  // KEPT: two small arguments count as 0; expected: about log(16 z/x)/(2 sqrt(z)) (kept.csv: RF_small)
   if (x < kEpsilon && y < kEpsilon) return kInfinity;
-  // KEPT: a small x counts as 0 when y = z; one would expect sqrt(x)/y less than pi/2/sqrt(y) (kept.csv: RF_equal)
+  // KEPT: a small x counts as 0 when y = z; expected: sqrt(x)/y less than pi/2/sqrt(y) (kept.csv: RF_equal)
   if (x < kEpsilon && std::abs(y - z) < kEpsilon) return y < kEpsilon ? kInfinity : pi / 2 / std::sqrt(y);
   if (y < kEpsilon && std::abs(x - z) < kEpsilon) return x < kEpsilon ? kInfinity : pi / 2 / std::sqrt(x);
   if (z == 0 && (x == 0 || y == 0)) return kInfinity;

@@ -83,7 +83,7 @@ Values jacobi(double u, double m) {
 }  // namespace
 
 double calcJacobiEllipticAm(double u, double m) {
-  // KEPT: NaN for m < 0, here and in the others; one would expect the continuation (kept.csv: Jacobi_negative)
+  // KEPT: NaN for m < 0, here and in the others; expected: the continuation (kept.csv: Jacobi_negative)
   if (!(m >= 0) || !std::isfinite(u)) return kNaN;
   if (m == 1) return std::atan(std::sinh(u));
   return m < 1 ? amplitude(u, m) : std::asin(jacobi(u, m).sn);

@@ -75,7 +75,7 @@ double squareDelta(double m, double sine, double cosine) {
 double firstKind(double r, double m) {
   if (seriesReaches(r, m, 0)) return series(kSeriesF, r, m);
   if (m > kOverOne) return kNaN;
-  // KEPT: the modulus is 1 in a band around 1; one would expect NaN above 1 (kept.csv: EllipticF_band)
+  // KEPT: the modulus is 1 in a band around 1; expected: NaN above 1 (kept.csv: EllipticF_band)
   if (m >= kUnderOne) return std::asinh(std::tan(r));
   if (m == 0) return r;
   if (std::isinf(m)) return 0;
@@ -128,13 +128,13 @@ HalfTurns halfTurns(double angle) {
 }
 
 double calcEllipticK(double m) {
-  // KEPT: NaN at m = 1 as the run-time's integral gives; one would expect infinity (kept.csv: EllipticK_one)
+  // KEPT: NaN at m = 1 as the standard library's integral gives; expected: infinity (kept.csv: EllipticK_one)
   if (!(m < 1)) return kNaN;
   return pi / 2 / meanOf(1, std::sqrt(1 - m));
 }
 
 double calcEllipticE(double m) {
-  // KEPT: 1 in a band around m = 1; one would expect NaN above 1 (kept.csv: EllipticE_band)
+  // KEPT: 1 in a band around m = 1; expected: NaN above 1 (kept.csv: EllipticE_band)
   if (!(m <= kOverOne)) return kNaN;
   if (m >= kUnderOne) return 1;
   if (m < 0) return 2 * calcEllipticRG(0, 1 - m, 1);

@@ -26,7 +26,7 @@ Complex operator-(double a, Complex b) { return {a - b.re, -b.im}; }
 
 double guarded(double part) { return std::abs(part) < kEpsilon ? 1.0 : part > 0 ? kInfinity : -kInfinity; }
 
-// KEPT: |d|^2 below eps gives infinities or 1 by sign; one would expect the quotient (kept.csv: Division_guard)
+// KEPT: |d|^2 below eps gives infinities or 1 by sign; expected: the quotient (kept.csv: Division_guard)
 Complex operator/(Complex a, Complex b) {
   const double size = b.re * b.re + b.im * b.im;
   if (size < kEpsilon) return {guarded(a.re), guarded(a.im)};
@@ -77,7 +77,7 @@ Complex complexErfc(Complex z) {
     return {1 + erfi.im, -erfi.re};
   }
   // Laplace's fraction, 100 levels from the bottom.
-  // KEPT: 100 levels, too few near the imaginary axis, where one would expect convergence (kept.csv: Erfz_levels)
+  // KEPT: 100 levels, too few near the imaginary axis; expected: convergence (kept.csv: Erfz_levels)
   Complex t{1, 0};
   for (int k = 100; k >= 1; --k) {
     t = static_cast<double>(k) / (t + zz);
@@ -98,7 +98,7 @@ Complex complexW(Complex z) {
     sum = sum + coefficient / power;
     power = power * twoSquare;
   }
-  // KEPT: i*S without the factor 1/sqrt(pi) that one would expect (kept.csv: VoigtFunK_asymptotic)
+  // KEPT: i*S without a factor; expected: divided by sqrt(pi) (kept.csv: VoigtFunK_asymptotic)
   const Complex asymptotic{-sum.im, sum.re};
   return std::isfinite(factor.re) && std::isfinite(factor.im) ? asymptotic + 2 * factor : asymptotic;
 }
@@ -139,7 +139,7 @@ double calcVoigtFunK(double x, double y) {
   if (!(std::abs(x) < 1e-6)) return complexW({x, y}).re;
   const double size = std::abs(y);
   const double value = size < 6 ? std::erfc(size) * std::exp(size * size) : scaledErfc(size);
-  // KEPT: odd in y on the axis x = 0, where one would expect 2 exp(y^2) - K (kept.csv: VoigtFunK_odd)
+  // KEPT: odd in y on the axis x = 0; expected: 2 exp(y^2) - K (kept.csv: VoigtFunK_odd)
   return y < 0 ? -value : value;
 }
 

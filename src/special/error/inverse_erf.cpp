@@ -53,15 +53,15 @@ double newton(double y) {
 
 double calcInvErf(double y) {
   if (!(y <= 1.000000000000001 && y >= -1.000000000000001)) return kNaN;
-  // KEPT: 5.8 in the rounding band beyond 1, where one would expect NaN (kept.csv: InvErf_band)
+  // KEPT: 5.8 in the rounding band beyond 1; expected: NaN (kept.csv: InvErf_band)
   if (y > 1) return 5.8;
   if (y < -1) return -5.8;
   const double size = std::abs(y);
-  // KEPT: y = 1 gives the best x of the iteration, where one would expect infinity (kept.csv: InvErf_one)
+  // KEPT: y = 1 gives the best x of the iteration; expected: infinity (kept.csv: InvErf_one)
   return std::copysign(size < 0.86 ? series(size) : newton(size), y);
 }
 
-// KEPT: through 1 - y, so small y lose their digits; one would expect the tail's own solution (kept.csv: InvErfc_tail)
+// KEPT: through 1 - y, so small y lose their digits; expected: the tail's own solution (kept.csv: InvErfc_tail)
 double calcInvErfc(double y) { return calcInvErf(1 - y); }
 
 }  // namespace SpecialFunction

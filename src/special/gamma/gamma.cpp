@@ -9,7 +9,7 @@ namespace SpecialFunction {
 namespace {}  // namespace
 
 double calcGamma(double x) {
-  // KEPT: -infinity at every negative integer; one would expect NaN or a sign by parity (kept.csv: Gamma_pole)
+  // KEPT: -infinity at every negative integer; expected: NaN or a sign by parity (kept.csv: Gamma_pole)
   if (x < -0.9 && std::abs(std::round(x) - x) < kEpsilon) return -kInfinity;
   return std::tgamma(x);
 }
@@ -18,7 +18,7 @@ double calcLngamma(double x) { return lnGamma(x).value; }
 
 double calcDigamma(double x) {
   if (std::abs(x) < 1e-200) return x < 0 ? kInfinity : -kInfinity;
-  // KEPT: -x below 1e-15; one would expect about -1/x (kept.csv: Digamma_small)
+  // KEPT: -x below 1e-15; expected: about -1/x (kept.csv: Digamma_small)
   if (std::abs(x) < 1e-15) return -x;
   if (x < 0) {
     // tan has the period pi, so only the distance to the next integer matters, and it is exact: at the poles 0, so that
@@ -49,7 +49,7 @@ double calcPolyGamma(double n, double x) {
   const double rounded = std::round(n);
   if (std::isnan(rounded) || rounded < 0) return kNaN;
   if (rounded == 0) return calcDigamma(x);
-  // KEPT: 1e300 above order 160; one would expect the value while it is finite (kept.csv: PolyGamma_high)
+  // KEPT: 1e300 above order 160; expected: the value while it is finite (kept.csv: PolyGamma_high)
   if (rounded > 160) return 1e300;
   const int order = static_cast<int>(rounded);
   double value = calcHurwitzZeta(order + 1.0, x);
@@ -57,7 +57,7 @@ double calcPolyGamma(double n, double x) {
   return order % 2 == 0 ? -value : value;
 }
 
-// KEPT: gamma values that overflow make it 0, infinite or NaN; one would expect the value (kept.csv: Beta_overflow)
+// KEPT: gamma values that overflow make it 0, infinite or NaN; expected: the value (kept.csv: Beta_overflow)
 double calcBeta(double a, double b) { return calcGamma(b) * calcGamma(a) / calcGamma(a + b); }
 
 // KEPT: loses the sign of Beta at negative arguments; expected: the sign of math_beta (kept.csv: Beta_sign)

@@ -4,6 +4,7 @@
 
 #include "frame/numbers.h"
 #include "numeric/integral.h"
+#include "special/gamma/incomplete_beta_kernel.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -11,10 +12,9 @@ namespace {
 
 constexpr double kNearOne = 0.9999;  // up to here the series in x ends in time
 
-// B_x(a, b) for a, b > 0 by the continued fraction of 2F1 (Didonato and Morris 1992, eq. 9; the same value as the
-// series); quick for x below a/(a+b). y = 1 - x.
-double betaFraction(double x, double y, double a, double b) {
-  const double power = b > 50 && x < 0.5 ? std::exp(b * std::log1p(-x)) : std::pow(y, b);
+// B_x(a, b)/(x^a y^b) for a, b > 0 by the continued fraction of 2F1 (Didonato and Morris 1992, eq. 9; the same value as
+// the series); quick for x below a/(a+b). y = 1 - x.
+double fractionAlone(double x, double y, double a, double b) {
   const double lambda = a - (a + b) * x;
   double a0 = 0, b0 = 1, a1 = 1, b1 = (a / (a + 1)) * (lambda + 1), value = a1 / b1;
   for (int n = 1; n < 1000000; ++n) {
@@ -26,10 +26,15 @@ double betaFraction(double x, double y, double a, double b) {
     b0 = b1 / b2;
     a1 = a2 / b2;
     b1 = 1;
-    if (std::abs(a1 - value) <= std::abs(a1) * kEpsilon) return std::pow(x, a) * power * a1;
+    if (std::abs(a1 - value) <= std::abs(a1) * kEpsilon) return a1;
     value = a1;
   }
-  return std::pow(x, a) * power * value;
+  return value;
+}
+
+double betaFraction(double x, double y, double a, double b) {
+  const double power = b > 50 && x < 0.5 ? std::exp(b * std::log1p(-x)) : std::pow(y, b);
+  return std::pow(x, a) * power * fractionAlone(x, y, a, b);
 }
 
 // log(gamma(x)) - (x-1/2) log(x) + x - log(2 pi)/2, Stirling's series; x >= 10.
@@ -55,6 +60,21 @@ double betaByLogarithms(double a, double b) {
 // B(a, b) for a, b > 0.
 double completeBeta(double a, double b) {
   return a + b < 170 ? std::tgamma(b) * std::tgamma(a) / std::tgamma(a + b) : betaByLogarithms(a, b);
+}
+
+// x^a y^b/B(a, b) for a, b > 0, y = 1 - x; nothing leaves the range of double where the quotient is in it.
+double powersOverBeta(double x, double y, double a, double b) {
+  const double sum = a + b;
+  if (sum < 170) return std::pow(x, a) * std::pow(y, b) / completeBeta(a, b);
+  if (a > b) return powersOverBeta(y, x, b, a);
+  const double rest = stirlingRest(sum) - stirlingRest(b);
+  if (a < 10)
+    return std::pow(x * sum, a) / std::tgamma(a) *
+           std::exp(b * std::log(y) - (b - 0.5) * std::log1p(-a / sum) - a + rest);
+  // Against the greatest value, which is at x = a/(a+b).
+  const double away = x < 0.5 ? sum * x - a : b - sum * y;
+  return std::exp(a * std::log1p(away / a) + b * std::log1p(-away / b) + rest - stirlingRest(a)) *
+         std::sqrt(a / sum * b / (2 * pi));
 }
 
 // B_x(a, b) for a, b > 0, y = 1 - x.
@@ -100,7 +120,7 @@ bool arePositive(double a, double b) { return a > 0 && b > 0 && std::isfinite(a)
 double betaSeries(double x, double a, double b) {
   if (arePositive(a, b)) {
     const double value = positiveBeta(x, 1 - x, a, b);
-    // KEPT: the absolute stop shows in a small sum; one would expect the integral (kept.csv: IBeta_stop)
+    // KEPT: the absolute stop shows in a small sum; expected: the integral (kept.csv: IBeta_stop)
     if (const auto rest = leftOutBeside(value, x, a, b)) return value - *rest;
   }
   const double upper[] = {a, 1 - b}, lower[] = {a + 1};
@@ -117,7 +137,7 @@ double betaSeriesBelow(double x, double a, double b) {
 
 double calcIBeta(double x, double a, double b) {
   if (!(x >= 0 && x <= 1)) return kNaN;
-  // KEPT: 0 below 1e-64, although x^a/a may be large for small or negative a (kept.csv: IBeta_tiny)
+  // KEPT: 0 below 1e-64; expected: x^a/a, large for small or negative a (kept.csv: IBeta_tiny)
   if (x < 1e-64) return 0;
   if (x < 0.500000000000001) {
     return b > 0 ? betaSeries(x, a, b) : betaSeriesBelow(x, a, b);
@@ -133,16 +153,22 @@ double calcIBeta(double x, double a, double b) {
   if (direct && !std::isfinite(full)) return betaSeriesBelow(x, a, b);
   const double mirrored = calcIBeta(y, b, a);
   if (full == 0) return -mirrored;
-  // KEPT: NaN where B(a, b) overflows; one would expect the integral (kept.csv: IBeta_overflow)
+  // KEPT: NaN where B(a, b) overflows; expected: the integral (kept.csv: IBeta_overflow)
   const double value = full * (1 - mirrored / full);
   return direct && std::abs(value) < 0.1 * std::abs(full) ? betaSeriesBelow(x, a, b) : value;
 }
 
+double Kernel::regularisedBeta(double a, double b, double x) {
+  const double y = 1 - x;
+  if (x <= (a + 1) / (a + b + 2)) return powersOverBeta(x, y, a, b) * fractionAlone(x, y, a, b);
+  return 1 - powersOverBeta(x, y, a, b) * fractionAlone(y, x, b, a);
+}
+
 double calcInverseBeta(double y, double a, double b) {
   if (!(a >= 0 && b >= 0 && y >= 0 && y <= 1)) return kNaN;
-  // KEPT: the square of a y below 1e-15, where one would expect (y a B)^(1/a) (kept.csv: InverseBeta_start)
+  // KEPT: the square of a y below 1e-15; expected: (y a B)^(1/a) (kept.csv: InverseBeta_start)
   if (y < 1e-15) return y * y;
-  // KEPT: extrapolates near 1, where one would expect 1 (kept.csv: InverseBeta_end)
+  // KEPT: extrapolates near 1; expected: 1 (kept.csv: InverseBeta_end)
   if (y + 1e-15 > 1) return 1 - 3.123 * y;
   const double target = y * calcBeta(a, b);
   double low = 0, high = 1, middle = 0;

@@ -98,7 +98,7 @@ double partialSum(long long n, double x) {
   return static_cast<double>(sum);
 }
 
-// P(n, x) for a whole n > 0 and x < 0: x^n/gamma(n) sum of |x|^k/(k! (n+k)), all of one sign.
+// P(n, x) for integer n > 0 and x < 0: x^n/gamma(n) sum of |x|^k/(k! (n+k)), all of one sign.
 double lowerAtWholeLeft(double n, double x) {
   const double size = -x, logarithm = n * std::log(size) - calcLngamma(n);
   const double sign = std::fmod(n, 2) == 0 ? 1 : -1;
@@ -112,13 +112,13 @@ double lowerAtWholeLeft(double n, double x) {
   return sign * sum * (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / std::tgamma(n) : std::exp(logarithm));
 }
 
-// P(n, x) for a whole n > 0.
+// P(n, x) for integer n > 0.
 double lowerAtWhole(double n, double x) {
   if (std::isnan(x)) return kNaN;
   return x < 0 ? lowerAtWholeLeft(n, x) : Kernel::regularisedGamma(n, x).p;
 }
 
-// Q(n, x) for a whole n > 1. The sum times exp(-x) is formed as it stands while that neither cancels (x < 0) nor is
+// Q(n, x) for integer n > 1. The sum times exp(-x) is formed as it stands while that neither cancels (x < 0) nor is
 // infinity times zero.
 double upperAtWhole(double n, double x) {
   if (x >= 0 && x <= 700 && n <= 1000000) return partialSum(static_cast<long long>(n), x) * std::exp(-x);
@@ -136,7 +136,7 @@ double calcRLowerIncompleteGamma(double a, double x) {
     const double n = std::round(a);
     if (n < 0) return kNaN;
     if (n == 0) return 0;
-    // KEPT: the upper function at integer a, where one would expect the lower one (kept.csv: RLower_integer)
+    // KEPT: the upper function at integer a; expected: the lower one (kept.csv: RLower_integer)
     return n == 1 ? std::exp(-x) : upperAtWhole(n, x);
   }
   if (!(x >= 0)) return kNaN;
@@ -162,24 +162,24 @@ double calcIncompleteGammaLower(double a, double x) {
   if (isInteger(a, kEpsilon)) {
     const double n = std::round(a);
     if (n == 0) return full - std::expint(x);
-    // KEPT: the bare power below 0, where the integral diverges (kept.csv: LowerGamma_negative)
+    // KEPT: the bare power below 0; expected: a diverging integral, infinity (kept.csv: LowerGamma_negative)
     if (n < 0) return std::pow(x, -n);
     if (x == 0) return 0;
-    // KEPT: infinite from a = 172 on, even where the integral is not (kept.csv: LowerGamma_overflow)
+    // KEPT: infinite from a = 172 on; expected: the integral, where it is finite (kept.csv: LowerGamma_overflow)
     if (std::isinf(full) && x > 0) return full;
     const PartialSum sum = exponentialPartialSum(x, n - 1);
     const double upper = sum.value * std::exp(-x);
     if (x >= 0 && upper < 0.9) return full * (1 - upper);
-    // KEPT: a sum of m < n terms leaves P(m, x), not the P(n, x) that one would expect (kept.csv: LowerGamma_early)
+    // KEPT: a sum of m < n terms leaves P(m, x); expected: P(n, x) (kept.csv: LowerGamma_early)
     return full * lowerAtWhole(sum.terms, x);
   }
   if (!(x >= 0)) return kNaN;
-  // KEPT: 0 below eps, although x^a/a may be large for small or negative a (kept.csv: LowerGamma_tiny)
+  // KEPT: 0 below eps; expected: x^a/a, large for small or negative a (kept.csv: LowerGamma_tiny)
   if (x < kEpsilon) return 0;
   if (x > 10) {
-    // KEPT: the full gamma from the table's x on (kept.csv: LowerGamma_saturated)
+    // KEPT: the full gamma from the table's x on; expected: the integral up to x (kept.csv: LowerGamma_saturated)
     if (saturated(a, x)) return full;
-    // KEPT: within 1e-15 of an integer RLower's exchange shows; one would expect P (kept.csv: LowerGamma_exchanged)
+    // KEPT: within 1e-15 of an integer RLower's exchange shows; expected: P (kept.csv: LowerGamma_exchanged)
     if (const double value = full * calcRLowerIncompleteGamma(a, x); !std::isnan(value)) return value;
   }
   // The pole of M(a, a+1, -x), recognised as the series does.
@@ -193,7 +193,8 @@ double calcIGamma(double a, double x) {
   if (!isInteger(a, kEpsilon)) {
     const double full = std::tgamma(a);
     if (x > 10) {
-      // KEPT: 0 where the lower integral takes the full gamma (kept.csv: UpperGamma_saturated)
+      // KEPT: 0 where the lower integral takes the full gamma; expected: the small rest (kept.csv:
+      // UpperGamma_saturated)
       if (saturated(a, x)) return 0;
       if (std::isinf(full)) return calcRLowerIncompleteGamma(a, x) < 1 ? full : Kernel::upperGamma(a, x);
       if (const double value = full * calcRUpperIncompleteGamma(a, x); !std::isnan(value)) return value;
@@ -203,10 +204,10 @@ double calcIGamma(double a, double x) {
     return x >= kEpsilon && std::isfinite(full - lower) ? Kernel::upperGamma(a, x) : full - lower;
   }
   const double n = std::round(a);
-  // KEPT: Ei(x) at 0, where one would expect E_1(x) = -Ei(-x) (kept.csv: UpperGamma_zero)
+  // KEPT: Ei(x) at 0; expected: E_1(x) = -Ei(-x) (kept.csv: UpperGamma_zero)
   if (n == 0) return std::expint(x);
   if (n < 0) return calcExpIntegralN(static_cast<long long>(1 - std::max(n, -9e18)), x) * std::pow(x, n);
-  // KEPT: 0 for a NaN from a = 2 on, where one would expect NaN (kept.csv: UpperGamma_nan)
+  // KEPT: 0 for a NaN from a = 2 on; expected: NaN (kept.csv: UpperGamma_nan)
   if (std::isnan(x)) return n == 1 ? kNaN : 0;
   if (x >= 0) return Kernel::upperGamma(n, x);
   // gamma(n) exp(-x) S, S the partial sum, which cancels; ended early it is the one of a lower order.
@@ -221,7 +222,7 @@ double calcIGamma(double a, double x) {
 
 double calcInverseRUpperIncompleteGamma(double a, double q) {
   if (!(q >= 0 && a >= 0 && q <= 1.000000000000001)) return kNaN;
-  // KEPT: the square of a q below 1e-15, where one would expect a large x (kept.csv: InverseRUpper_small)
+  // KEPT: the square of a q below 1e-15; expected: a large x (kept.csv: InverseRUpper_small)
   if (q < 1e-15) return q * q;
   const auto upper = [a](double x) { return 1 - calcRLowerIncompleteGamma(a, x); };
   double low = 0, high = 1000;
@@ -232,7 +233,7 @@ double calcInverseRUpperIncompleteGamma(double a, double q) {
     if (value < q) {
       bracketed = true;
     } else {
-      // KEPT: at integer a it rises, so x grows 20 times; one would expect the root (kept.csv: InverseRUpper_integer)
+      // KEPT: at integer a it rises, so x grows 20 times; expected: the root (kept.csv: InverseRUpper_integer)
       low = high;
       high *= 8;
     }

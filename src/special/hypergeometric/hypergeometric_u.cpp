@@ -65,7 +65,8 @@ double logarithmic(double a, double x) {
 
 Scaled tricomi(double a, double b, double x) {
   if (std::isnan(a) || std::isnan(b) || std::isnan(x)) return {kNaN, 0};
-  // KEPT: NaN at integer b but 1, where one of the two series has a pole (kept.csv: HypergeometricU_integer)
+  // KEPT: NaN at integer b but 1, a pole of one of the two series; expected: the limit (kept.csv:
+  // HypergeometricU_integer)
   const bool whole = std::abs(std::round(b) - b) < 1e-15;
   if (whole && std::round(b) != 1) return {kNaN, 0};
   if (!std::isfinite(a) || !std::isfinite(b)) return {kNaN, 0};

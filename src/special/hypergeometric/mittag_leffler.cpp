@@ -20,7 +20,7 @@ struct Sum {
 };
 
 // Pairs of terms, at most 1024, until a pair is far below 1e-14 of the sum.
-// KEPT: 2048 terms at most, where small orders may need more (kept.csv: MittagLeffler_cap)
+// KEPT: 2048 terms at most; expected: as many as small orders need (kept.csv: MittagLeffler_cap)
 Sum seriesOfPairs(double a, double b, double x) {
   const double logarithm = std::log(std::abs(x));
   double power = 1, sum = 0, largest = 0, last = kInfinity;
@@ -112,7 +112,7 @@ double calcMittagLeffler(double a, double b, double x) {
 }
 
 double calcWrightBessel(double a, double b, double x) {
-  // KEPT: |x| where one would expect 1/gamma(b) (kept.csv: WrightBessel_zero)
+  // KEPT: |x|; expected: 1/gamma(b) (kept.csv: WrightBessel_zero)
   if (std::abs(x) < 1e-32) return std::abs(x);
   if (!(a >= 0 && b >= 0 && x >= -8)) return kNaN;
   if (std::isinf(x)) return kInfinity;

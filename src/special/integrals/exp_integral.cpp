@@ -40,7 +40,7 @@ double fraction(double n, double x) {
   return value * std::exp(-x);
 }
 
-// E_p(x) for a broken p or one far left of 0.
+// E_p(x) for a non-integer p or one far left of 0.
 double ofBrokenOrder(double p, double x) {
   if (!(x > 0)) return kNaN;  // x^(p-1)
   if (p > 0) {
@@ -70,7 +70,7 @@ double calcExpIntegral(double x) {
 
 double calcExpIntegralP(double p, double x) {
   if (std::isnan(p) || std::isnan(x)) return kNaN;
-  // KEPT: 1/(p-1) at 0 for p < 1 too, where the integral diverges (kept.csv: ExpIntegralP_zero)
+  // KEPT: 1/(p-1) at 0 for p < 1 too; expected: infinity (kept.csv: ExpIntegralP_zero)
   if (std::abs(x) < kEpsilon) return 1 / (p - 1);
   const double n = std::round(p);
   if (std::abs(n - p) < kEpsilon && std::abs(n) < 1000) return calcExpIntegralN(static_cast<long long>(n), x);
@@ -85,11 +85,11 @@ double calcExpIntegralN(long long n, double x) {
   const double order = static_cast<double>(n);
   if (std::abs(x) < kEpsilon) return 1 / (order - 1);
   if (n == 0) return std::exp(-x) / x;
-  // KEPT: Ei(x) at order 1, where one would expect E_1(x) = -Ei(-x) (kept.csv: ExpIntegralN_one)
+  // KEPT: Ei(x) at order 1; expected: E_1(x) = -Ei(-x) (kept.csv: ExpIntegralN_one)
   if (n == 1) return calcExpIntegral(x);
   if (n < 0) return calcIGamma(1 - order, x) * std::pow(x, order - 1);
   if (x <= 0) return kNaN;
-  // KEPT: the mean of two bounds that differ by under 1e-100; one would expect all digits (kept.csv: ExpIntegralN_mean)
+  // KEPT: the mean of two bounds that differ by under 1e-100; expected: all digits (kept.csv: ExpIntegralN_mean)
   const double low = std::exp(-x) / (order + x), high = std::exp(-x) / (order + x - 1);
   if (high - low < 1e-100 || high - low <= high * kEpsilon) return (low + high) / 2;
   return x <= 1 ? nearZero(n, x) : fraction(order, x);

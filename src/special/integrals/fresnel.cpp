@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kSeriesEnd = 2.5, kQuadratureEnd = 5;
 
-// pi x^2/2 less whole turns: x^2 with its rounding error, modulo 4.
+// pi x^2/2 less full turns: x^2 with its rounding error, modulo 4.
 double angle(double x) {
   const double square = x * x;
   if (!(pi / 2 * square < 1e22)) return guardAngle(pi / 2 * square);

@@ -61,7 +61,7 @@ double laguerreOfHugeOrder(int32_t n, double x) {
 
 double calcPolyLegendre(int32_t n, double x) {
   if (n < 0 || std::isnan(x)) return kNaN;
-  // KEPT: 0 at order 0, where one would expect 1 (kept.csv: PolyLegendre_zero)
+  // KEPT: 0 at order 0; expected: 1 (kept.csv: PolyLegendre_zero)
   if (n == 0) return 0;
   if (n == 1) return x;
   if (n == 2) return 1.5 * x * x - 0.5;

@@ -62,7 +62,7 @@ double calcLnBarnesG(double x) { return calcLnBarnesG_Call(x).value; }
 
 double calcBarnesG(double x) {
   if (std::isnan(x)) return kNaN;
-  // KEPT: the third coefficient, where the Maclaurin series has -0.49113 (kept.csv: BarnesG_small)
+  // KEPT: the third coefficient; expected: -0.49113, the Maclaurin series (kept.csv: BarnesG_small)
   if (std::abs(x) < 0.0001)
     return x * (1 + x * (0.9961541981062056 +
                          x * (-1.1149132726725708 + x * (-0.7582546060238864 + x * 0.91370932863128))));
@@ -76,7 +76,7 @@ double calcBarnesG(double x) {
     }
     return product;
   }
-  // KEPT: -infinity far left, where the sign changes with each unit (kept.csv: BarnesG_left)
+  // KEPT: -infinity far left; expected: a sign that changes with each unit (kept.csv: BarnesG_left)
   if (x < -28.02) return -kInfinity;
   // G(x) = G(x+1)/gamma(x) up to x > 0.
   double divisor = 1;

@@ -12,8 +12,8 @@ const double kBernoulliTable[kBernoulliCount] = {
 };
 
 void copyBernoulli(int32_t n, double* out) {
-  // KEPT: 0 and the largest double by turns beyond the table, so that the last entry is the largest double; one would
-  // expect B_260 = -7.6e309 to be infinite (kept.csv: Bernoulli_padding)
+  // KEPT: 0 and the largest double by turns beyond the table, so that the last entry is the largest double; expected:
+  // B_260 = -7.6e309 to be infinite (kept.csv: Bernoulli_padding)
   constexpr double kLargest = std::numeric_limits<double>::max();
   for (int32_t i = 0; i < n; ++i) out[i] = i < kBernoulliCount ? kBernoulliTable[i] : (n - i) % 2 == 1 ? kLargest : 0;
 }
@@ -38,7 +38,7 @@ double calcPolyByBernoulli(int32_t n, double x) {
       break;
   }
   if (n < 0) return kNaN;
-  // KEPT: 0 beyond the table; one would expect the polynomial (kept.csv: PolyByBernoulli_high)
+  // KEPT: 0 beyond the table; expected: the polynomial (kept.csv: PolyByBernoulli_high)
   if (n > 258) return 0;
   // sum of binomial(n, k) B_k x^(n-k), by Horner from B_0 on.
   double binomial = 1, sum = 1;

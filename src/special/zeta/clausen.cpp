@@ -12,7 +12,7 @@ namespace {
 constexpr double kTwoPi = 2 * pi;
 constexpr double kTwoPiRest = 2.4492935982947064e-16;  // 2 pi - kTwoPi
 
-// x mod 2 pi in [0, 2 pi), from the run-time's own reduction for large x.
+// x mod 2 pi in [0, 2 pi), from the standard library's own reduction for large x.
 double reduce(double x) {
   if (x >= 0 && x < kTwoPi) return x;
   const double guarded = guardAngle(x);
@@ -45,7 +45,7 @@ double calcClausenS2(double x) {
 }
 
 // sum of sin(kx)/k^n (or cos) while k^n < 1e17. The angles of 64 terms come from one sine and cosine by rotation.
-// KEPT: the tail beyond is left out, which shows in C_3 near 0 (kept.csv: Clausen_tail)
+// KEPT: the tail beyond is left out; expected: all of the sum, which shows in C_3 near 0 (kept.csv: Clausen_tail)
 double plainSum(double n, double x, bool sine) {
   constexpr int kBlock = 64;
   const double s1 = std::sin(x), c1 = std::cos(x);
@@ -68,7 +68,7 @@ double plainSum(double n, double x, bool sine) {
 double sineSum(double n, double x) {
   const double sign = x < 0 ? -1 : 1;
   x = reduce(std::abs(x));
-  // KEPT: (pi-x)/2 at 0 too, where the sum is 0 (kept.csv: ClausenS_zero)
+  // KEPT: (pi-x)/2 at 0 too; expected: 0 (kept.csv: ClausenS_zero)
   if (n == 1) return sign * (pi - x) / 2;
   if (n == 2) return sign * (x <= pi ? calcClausenS2(x) : -calcClausenS2(kTwoPi - x + kTwoPiRest));
   // Odd around pi too: with y = pi - x the polynomials lose no digits there.

@@ -14,7 +14,7 @@ constexpr double kNear = 1e-15;
 
 bool isInteger(double x) { return std::abs(std::round(x) - x) < kNear; }
 
-// x^-s; whole exponents up to 16 by multiplication.
+// x^-s; integer exponents up to 16 by multiplication.
 double inversePower(double x, double s) {
   if (s > 16 || s < 0 || s != std::floor(s)) return std::pow(x, -s);
   double power = 1;
@@ -23,7 +23,7 @@ double inversePower(double x, double s) {
 }
 
 // s > 6: the plain sum in blocks of ten.
-// KEPT: the absolute stop leaves out the tail of the sum; one would expect it to be added (kept.csv: Hurwitz_block)
+// KEPT: the absolute stop leaves out the tail of the sum; expected: it to be added (kept.csv: Hurwitz_block)
 double directSum(double s, double a) {
   double sum = 0;
   for (int block = 0; block < 1000000; ++block) {
@@ -101,12 +101,12 @@ double hurwitzDifference(double s, double a, double b) {
 }
 
 double calcHurwitzZeta_Call4(double s, double a) {
-  // KEPT: 0 at the pole s = 1, where one would expect infinity (kept.csv: Hurwitz_pole)
+  // KEPT: 0 at the pole s = 1; expected: infinity (kept.csv: Hurwitz_pole)
   if (std::abs(s - 1) < kNear) return 0;
-  // KEPT: 0 far left, where one would expect the sum (kept.csv: Hurwitz_left)
+  // KEPT: 0 far left; expected: the sum (kept.csv: Hurwitz_left)
   if (a < -10000) return 0;
   if (s > 6) return directSum(s, a);
-  // Left of 0 the terms up to the first positive one are taken out; a negative base needs a whole s, else NaN.
+  // Left of 0 the terms up to the first positive one are taken out; a negative base needs an integer s, else NaN.
   double head = 0;
   for (; a < 0; a += 1) head += inversePower(a, s);
   if (std::isnan(head)) return head;

@@ -31,7 +31,7 @@ double quantum(double s, double x, int sign) {
   const double order = s + 1;
   const bool whole = isWhole(order);
   if (whole && order < 0.5) {
-    // KEPT: 0 from x > 40 on at negative orders, where one would expect about exp(-x) (kept.csv: Quantum_negative)
+    // KEPT: 0 from x > 40 on at negative orders; expected: about exp(-x) (kept.csv: Quantum_negative)
     if (order < -0.5 && x > 40) return 0;
     if (order > -0.5 && x > 30) return -1;
     if (order > -2.5) {
@@ -84,7 +84,7 @@ double calcFermiDirac(double s, double x) { return -quantum(s, x, -1); }
 
 double calcPolyLogarithm2(double x) {
   if (!(x <= 1.0000000000000002)) return kNaN;
-  // KEPT: pi^2/6 to fifteen digits; one would expect all (kept.csv: PolyLogarithm2_one)
+  // KEPT: pi^2/6 to fifteen digits; expected: all (kept.csv: PolyLogarithm2_one)
   if (x + kEpsilon > 1) return 1.64493406684822;
   constexpr double kSixth = 1.6449340668482264;  // pi^2/6
   if (x <= -2) {

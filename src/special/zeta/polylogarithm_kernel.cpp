@@ -239,7 +239,7 @@ double polyLogOfExp(double s, double x, int sign) {
   }
   if (s < -4) return lerchSum(s, x, sign);
   if (x >= 40 || (whole && n >= 2 && x > 1)) {
-    // At whole orders the expansion ends and its rest is known: (-1)^(s-1) Li_s(-exp(-x)).
+    // At integer orders the expansion ends and its rest is known: (-1)^(s-1) Li_s(-exp(-x)).
     const double lead = farLeft(s, x);
     if (!whole) return s > 100 && x < 40 + s ? byIntegral(s, x) : lead;
     return lead + (std::fmod(n, 2.0) == 0 ? -1 : 1) * polyLogOfExp(s, -x, -1);

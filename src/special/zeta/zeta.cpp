@@ -30,7 +30,7 @@ double gammaOverPower(double x) {
 }
 
 // eta(s), s >= -1/10, by n terms of its alternating sum with Chebyshev weights; the error is below 3 (3+sqrt 8)^-n
-// (Borwein 2000, algorithm 2). Fifty times quicker than the run-time's riemann_zeta, with the same digits.
+// (Borwein 2000, algorithm 2). Fifty times quicker than the standard library's riemann_zeta, with the same digits.
 double alternatingSum(double s) {
   constexpr int kCount = 23;
   struct Table {
@@ -131,7 +131,7 @@ double calcDirichletEta(double s) {
 double calcDirichletBeta(double s) {
   if (std::isnan(s) || s == -kInfinity) return kNaN;
   if (s > 40) return 1;
-  // KEPT: 0 at s = 1, where both zeta values are 0; one would expect pi/4 (kept.csv: DirichletBeta_one)
+  // KEPT: 0 at s = 1, where both zeta values are 0; expected: pi/4 (kept.csv: DirichletBeta_one)
   if (std::abs(s - 1) < 1e-15) return 0;
   if (s < 0) {
     // beta(s) = (2/pi)^(1-s) sin(pi (1-s)/2) gamma(1-s) beta(1-s): the difference of zeta values has no digits there.

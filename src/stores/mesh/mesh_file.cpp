@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
 #include <fstream>
 #include <limits>
@@ -23,12 +24,14 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// What atof and atoi give, the quick way first: that of a plain decimal number.
+// What atof and atoi give, the quick way first: that of a plain decimal number. The decimal point is that of the C
+// locale, whatever the host has set.
 double decimal(std::string_view text) {
   double value;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc{} && end == text.data() + text.size()) return value;
-  return std::strtod(std::string(text).c_str(), nullptr);
+  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  return strtod_l(std::string(text).c_str(), nullptr, plain);
 }
 
 int32_t integer(std::string_view text) {

@@ -23,9 +23,6 @@ Integer held(double value) {
       std::clamp(std::round(value), static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
 }
 
-bool before(const DayData& day, StockTime time) { return day.time < time; }
-bool after(StockTime time, const DayData& day) { return time < day.time; }
-
 }  // namespace
 
 void DayData::set(std::span<const double, kFieldCount> values) {
@@ -43,10 +40,16 @@ double DayData::get(uint8_t field) const {
   return kNaN;
 }
 
+StockData::Place StockData::placeOf(StockTime time) const {
+  if (!ascending) return std::ranges::find(days, time, &DayData::time);
+  if (days.empty() || days.back().time < time) return days.end();
+  return std::ranges::lower_bound(days, time, {}, &DayData::time);
+}
+
 void StockData::setData(StockTime time, std::span<const double, kFieldCount> values) {
-  auto place =
-      days.empty() || days.back().time < time ? days.end() : std::lower_bound(days.begin(), days.end(), time, before);
-  if (place == days.end() || place->time != time) place = days.insert(place, {.time = time});
+  const Place found = placeOf(time);
+  const bool isNew = found == days.end() || found->time != time;
+  const auto place = isNew ? days.insert(found, {.time = time}) : days.begin() + (found - days.begin());
   place->set(values);
 }
 
@@ -67,19 +70,27 @@ void StockData::deleteData(int32_t index, int32_t count) {
 }
 
 bool StockData::dateIsExist(StockTime time) const {
-  const auto place = std::lower_bound(days.begin(), days.end(), time, before);
+  const Place place = placeOf(time);
   return place != days.end() && place->time == time;
 }
 
 void StockData::sort() {
-  std::stable_sort(days.begin(), days.end(), [](const DayData& a, const DayData& b) { return a.time < b.time; });
+  std::ranges::stable_sort(days, {}, &DayData::time);
+  ascending = true;
 }
+
+void StockData::daysWereRead() { ascending = std::ranges::is_sorted(days, {}, &DayData::time); }
 
 StockData::Range StockData::getTimeRange(StockTime from, StockTime to) const {
   if (to < from) std::swap(from, to);
-  const auto first = std::lower_bound(days.begin(), days.end(), from, before);
-  const auto end = std::upper_bound(first, days.end(), to, after);
-  if (first == end) return {-1, -1};
+  const auto inside = [=](const DayData& day) { return from <= day.time && day.time <= to; };
+  // Of days in order the first one inside is found by halves, and the last one stands before the next date outside.
+  const Place first =
+      ascending ? std::ranges::lower_bound(days, from, {}, &DayData::time) : std::ranges::find_if(days, inside);
+  if (first == days.end() || !inside(*first)) return {-1, -1};
+  const Place end = ascending ? std::upper_bound(first, days.end(), to,
+                                                 [](StockTime time, const DayData& day) { return time < day.time; })
+                              : std::find_if(days.rbegin(), days.rend(), inside).base();
   return {static_cast<int32_t>(first - days.begin()), static_cast<int32_t>(end - days.begin() - 1)};
 }
 

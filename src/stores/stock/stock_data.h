@@ -37,12 +37,13 @@ struct DayData {
   double get(uint8_t field) const;  ///< kDateField gives the date as a number of days; an unknown field NaN
 };
 
-/// One stock; its days stand in ascending order of date, each date once.
+/// One stock; its days stand in ascending order of date, each date once. Only a file may bring them in another order,
+/// which they keep until they are sorted.
 class StockData final : public BaseData {
  public:
   StockData(uint8_t type, int32_t code) : type(type), code(code) {}
 
-  /// Replaces the day of this date or inserts it in its place.
+  /// Replaces the day of this date or inserts it in its place; among days out of order, at the end.
   void setData(StockTime time, std::span<const double, kFieldCount> values);
 
   /// A field of the days from first to last, both inclusive, in either order, held to the days that there are.
@@ -59,11 +60,20 @@ class StockData final : public BaseData {
   };
   Range getTimeRange(StockTime from, StockTime to) const;
 
+  void daysWereRead();  ///< to be told when `days` was filled from outside
+
   const uint8_t type;
   const int32_t code;
   std::string name;
   std::set<uint16_t> attributes;
   std::vector<DayData> days;
+
+ private:
+  using Place = std::vector<DayData>::const_iterator;
+
+  Place placeOf(StockTime time) const;  ///< of the date's day, or where it is to be put
+
+  bool ascending = true;
 };
 
 }  // namespace Stock

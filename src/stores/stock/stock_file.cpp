@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <fstream>
 #include <optional>
@@ -12,6 +13,8 @@
 
 namespace Stock {
 namespace {
+
+static_assert(std::endian::native == std::endian::little, "numbers go into the file as they lie in memory");
 
 constexpr std::array<char, 13> kHeader = {0x14, 0x18, 0x08, 0x0C, 'O', 'r', 'v', 'a', 'n', 'e', 'd', 'a', 't'};
 constexpr std::size_t kDayBytes = 34;
@@ -166,9 +169,7 @@ std::unique_ptr<StockData> readStock(Reader& reader, std::span<const StockTime> 
     return true;
   };
   if (!attributes || !reader.takeAll(*attributes, sizeof(uint16_t), addAttribute)) return nullptr;
-  if (!std::is_sorted(stock->days.begin(), stock->days.end(),
-                      [](const DayData& a, const DayData& b) { return a.time < b.time; }))
-    stock->sort();
+  stock->daysWereRead();
   return stock;
 }
 
@@ -188,6 +189,7 @@ bool saveStocks(std::vector<const StockData*> stocks, const std::string& path) {
   bytes.put(static_cast<uint32_t>(table.all().size()));
   for (const StockTime time : table.all()) bytes.put(time);
   bytes.put(static_cast<int32_t>(stocks.size()));
+  bytes.flush(file);
   for (const StockData* stock : stocks) writeStock(*stock, table, bytes, file);
   return target.commit();
 }

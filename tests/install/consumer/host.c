@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 #include <orvane/orvane.h>
 #include <stdio.h>
+#include <string.h>
 
 int main(void) {
   const double cells[] = {3, -1, 4, 1, -5, 9};
@@ -10,5 +11,5 @@ int main(void) {
   api_Data2D_GetMinMax(table, &low, &high);
   printf("%g %g %g\n", low, high, api_Data2D_GetValueByIndex(table, 1, 0));
   api_FreeHandle(table);
-  return 0;
+  return strcmp(orvane_version(), ORVANE_VERSION); /* the headers are those of the library */
 }

@@ -7,7 +7,7 @@ which reaches it rounded.
 """
 import mpmath as mp
 
-from rows import line, save
+from rows import cases, line, save
 
 mp.mp.dps = 60
 
@@ -60,35 +60,30 @@ def row(name, arguments, value, cond):
 
 def transforms():
     yield "# transform of the anchor: mode, t"
-    for mode in list(range(8)) + [255]:
-        for t in (0.03, 0.7, 3.25, 9.5, 10.0, 47.0, 99.0, 100.0, 512.5, 1000.0, 4321.0, 10000.0, 123456.75, 1e9):
-            x = mp.mpf(t)
-            yield row(f"mode{mode}", (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x) + angle_condition(mode, x))
+    for case, (mode, t), _ in cases("solver/anchor_transform"):
+        mode, x = int(mode), mp.mpf(t)
+        yield row(case, (mode, t), transform(mode, x), condition(lambda y: transform(mode, y), x) + angle_condition(mode, x))
 
 
 def deflated():
     yield "# deflated value: mode1, mode2, a, s, n"
-    for mode1, mode2 in ((1, 1), (0, 2), (3, 4), (5, 6), (6, 0), (2, 5), (4, 3)):
-        for a in (0.0, 0.5, 9.75, 10.0, 42.0, 3e5):
-            for s, n in ((0.0, 2), (0.01, 2), (30.0, 3), (5e4, 1), (1e6, 2), (1e12, 5)):
-                x, y = mp.mpf(a), mp.mpf(s)
-                value = deflate(mode1, mode2, x, y, n)
-                cond = mp.mpf(0)
-                if a > 0:
-                    cond += condition(lambda v: deflate(mode1, mode2, v, y, n), x)
-                if a >= 10:
-                    cond += angle_condition(mode1, x)
-                if s > 0:
-                    cond += condition(lambda v: deflate(mode1, mode2, x, v, n), y)
-                    # ln(s/n + 1) loses the digits of a small s/n, and the fold magnifies the error of a large one
-                    ratio = y / n
-                    length = mp.log(ratio + 1)
-                    cond += (1 + ratio) / ratio
-                    if length >= 10:
-                        cond += condition(lambda v: abs(transform(mode2, v)) + mp.mpf(0.001), length)
-                        cond += angle_condition(mode2, length)
-                yield row(f"d{mode1}{mode2}", (mode1, mode2, a, s, n), value, cond)
+    for case, arguments, _ in cases("solver/anchor_deflate"):
+        mode1, mode2, n = int(arguments[0]), int(arguments[1]), int(arguments[4])
+        a, s, cond = mp.mpf(arguments[2]), mp.mpf(arguments[3]), mp.mpf(0)
+        if a > 0:
+            cond += condition(lambda v: deflate(mode1, mode2, v, s, n), a)
+        if a >= 10:
+            cond += angle_condition(mode1, a)
+        if s > 0:
+            cond += condition(lambda v: deflate(mode1, mode2, a, v, n), s)
+            # ln(s/n + 1) loses the digits of a small s/n, and the fold magnifies the error of a large one
+            ratio = s / n
+            length = mp.log(ratio + 1)
+            cond += (1 + ratio) / ratio
+            if length >= 10:
+                cond += condition(lambda v: abs(transform(mode2, v)) + mp.mpf(0.001), length) + angle_condition(mode2, length)
+        yield row(case, (mode1, mode2, *arguments[2:4], n), deflate(mode1, mode2, a, s, n), cond)
 
 
-save("solver/anchor_transform", transforms())
-save("solver/anchor_deflate", deflated())
+save("solver/anchor_transform", list(transforms()))
+save("solver/anchor_deflate", list(deflated()))

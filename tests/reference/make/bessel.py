@@ -4,12 +4,12 @@
 
 usage: bessel.py [FUNCTION...]     (all when none is named; needs mpmath; about three minutes)
 
-Rows and tolerances are those of rows.py. Grids have points on each side of the places where a method ends.
+Rows and tolerances are those of rows.py.
 """
 import mpmath as mp
 
 import rows
-from rows import EPS, SMALLEST, grid
+from rows import EPS, SMALLEST
 
 mp.mp.dps = 50
 HALF, THIRD = mp.mpf(1) / 2, mp.mpf(1) / 3
@@ -20,21 +20,13 @@ def reflected(case, args, place):
     return place == 0 and len(args) == 2 and min(args) < 0 and 2 * args[0] == int(2 * args[0])
 
 
-def write(name, f, cases, base=4, exact=None, **how):
+def write(name, f, base=4, exact=None, **how):
     """exact takes the arguments one by one; a value below the normal range counts as it is, too."""
     small = lambda args: (exact is not None and exact(*args)) or abs(f(*args)) <= SMALLEST
-    rows.write(name, f, cases, base, exact=small, exactly=reflected, most=1e13, **how)
+    rows.write(name, f, base, exact=small, exactly=reflected, most=1e13, **how)
 
 
 # Bessel functions ----------------------------------------------------------------------------------------------------
-POINTS = [1e-250, 1e-8, 0.1, 1.0, 1.999, 2.0, 3.7, 10.25, 31.0, 120.0, 395.5]
-ORDERS = [0, 1e-9, 0.3, 0.5, 1, 1.0001, 2.5, 7, 29.9, 30, 60.5]
-CYLINDER = (grid("ordinary", ORDERS, POINTS) + grid("negative", [-0.3, -1, -2.5, -7.2], [0.1, 1.5, 12.0, 120.0]) +
-            grid("large", [0, 3.25, 44, 45, 60, 400, 900], [701.0, 999.0, 1001.0, 1500.0]) +
-            grid("order", [99.5, 101, 150, 400], [0.5, 3.0, 31.0, 120.0, 395.5]) +
-            grid("tiny", [0, 1e-9, 0.3, 0.5, 1, 2], [5e-324, 1e-310, 1e-301]))
-TURN = [("turning", 1000.0, 1001.0), ("turning", 1100.0, 1001.0), ("turning", 1300.0, 1001.0),
-        ("turning", 1999.5, 2000.0), ("turning", 1800.0, 2000.0), ("turning", 2000.0, 1001.0)]
 
 
 def turning_j(n, x):
@@ -76,36 +68,23 @@ def bessel_k(n, x):
 
 def bessel():
     odd = lambda f: lambda n, x: (-1) ** int(n) * f(-n, x) if n < 0 and n == int(n) else f(n, x)
-    left = grid("left", [0, 1, 2, -3], [-0.5, -20.0])
-    nan = grid("nan", [0.5], [-1.0])
     j = odd(mp.besselj)
-    write("math_BesselJ", lambda n, x: mp.nan if x < 0 and n != int(n) else j(n, x), CYLINDER + TURN + left + nan,
+    write("math_BesselJ", lambda n, x: mp.nan if x < 0 and n != int(n) else j(n, x),
           base=run_time_loss)
     y = odd(mp.bessely)
-    write("math_BesselY", lambda n, x: mp.nan if x < 0 else y(n, x), CYLINDER + TURN + nan, base=run_time_loss)
+    write("math_BesselY", lambda n, x: mp.nan if x < 0 else y(n, x), base=run_time_loss)
     i = whole(mp.besseli)
-    write("math_BesselI", lambda n, x: mp.nan if x < 0 and n != int(n) else i(n, x), CYLINDER + left + nan, base=8)
-    write("math_BesselK", lambda n, x: mp.nan if x < 0 else bessel_k(abs(n), x), CYLINDER + nan, base=8)
-    write("bessel_turning", turning_j, [("near", 10000.5, 10000.0), ("near", 1e4, 9900.0), ("near", 1000200.0, 999500.0),
-                                 ("airy", 1.0007e6, 1.00001e6), ("airy", 1.000005e9, 1e9),
-                                 ("airy", 1.000000004e9, 1.000000003e9), ("airy", 1e12 + 20000, 1e12),
-                                 ("debye", 1.1e9 + 30000, 1.1e9)], base=200)
+    write("math_BesselI", lambda n, x: mp.nan if x < 0 and n != int(n) else i(n, x), base=8)
+    write("math_BesselK", lambda n, x: mp.nan if x < 0 else bessel_k(abs(n), x), base=8)
+    write("bessel_turning", turning_j, base=200)
     scale = lambda x: mp.sqrt(mp.pi / 2 / x)
     # The run-time forms the power as exp(nu log(x/2)); the condition of n counts for this but where n is whole.
     loss = lambda n, x: run_time_loss(n, x) + (abs(n * mp.log(x)) if n < 0 and 0 < x < 0.01 else 0)
-    spherical = (grid("ordinary", [0, 1, 2, 5.5, 20, -0.3, -0.5, -1, -3], [1e-9, 1e-7, 0.1, 1.5, 10.0, 120.0]) +
-                 grid("tiny", [0, 1, 3], [5e-324, 1e-310, 1e-200]) + grid("large", [0, 3, 60], [1001.0, 5000.5]))
-    write("math_SphericalBesselJ", lambda n, x: mp.nan if x < 0 else scale(x) * mp.besselj(n + HALF, x),
-          spherical + nan, base=loss)
-    write("math_SphericalBesselY", lambda n, x: mp.nan if x < 0 else scale(x) * mp.bessely(n + HALF, x),
-          spherical + nan, base=loss)
+    write("math_SphericalBesselJ", lambda n, x: mp.nan if x < 0 else scale(x) * mp.besselj(n + HALF, x), base=loss)
+    write("math_SphericalBesselY", lambda n, x: mp.nan if x < 0 else scale(x) * mp.bessely(n + HALF, x), base=loss)
 
 
 # Airy and Scorer functions -------------------------------------------------------------------------------------------
-LINE = ([("left", x) for x in (-1e5, -1000.25, -100.3, -38.0, -20.1, -15.01, -14.9, -8.1, -7.9, -4.5, -1.01, -0.99, -0.3)] +
-        [("tiny", x) for x in (-1e-8, -3e-16, 0.0, 1e-17, 3e-16, 1e-8)] +
-        [("right", x) for x in (0.2, 0.99, 1.01, 2.2, 4.0, 5.9, 6.0, 6.1, 8.5, 11.0, 14.0, 16.9, 17.1, 25.0, 35.9)] +
-        [("tail", x) for x in (36.1, 60.0, 99.0, 100.0, 100.1, 103.0, 105.5)])
 
 
 def airy_ai(x):
@@ -147,24 +126,21 @@ def scorer_gi(x, derivative=0):
 def airy():
     # For x > 0 the run-time's I and K form (z/2)^nu as exp(nu log(z/2)).
     loss = lambda x: 12 + (abs(mp.log(abs(x))) if 0 < abs(x) < 0.01 else 0)
-    finite = [c for c in LINE if c[1] > -1e5]
     # Far left the phase is taken without loss: errors are those of the size |x|^(-1/4)/sqrt(pi) around a root, and of
     # |x|^(1/4)/sqrt(pi) for the derivatives.
     far = lambda x: x < -20
     size = lambda power: lambda a, v: 4 * EPS * (abs(a[0]) ** power / mp.sqrt(mp.pi) if far(a[0]) else abs(v))
-    write("math_AiryAi", airy_ai, LINE, base=loss, exact=far, slack=size(-0.25))
-    write("math_AiryBi", mp.airybi, LINE, base=loss, exact=far, slack=size(-0.25))
-    write("math_DiffAiryAi", lambda x: mp.airyai(x, derivative=1), LINE, base=loss, exact=far, slack=size(0.25))
-    write("math_DiffAiryBi", lambda x: mp.airybi(x, derivative=1), LINE, base=loss, exact=far, slack=size(0.25))
+    write("math_AiryAi", airy_ai, base=loss, exact=far, slack=size(-0.25))
+    write("math_AiryBi", mp.airybi, base=loss, exact=far, slack=size(-0.25))
+    write("math_DiffAiryAi", lambda x: mp.airyai(x, derivative=1), base=loss, exact=far, slack=size(0.25))
+    write("math_DiffAiryBi", lambda x: mp.airybi(x, derivative=1), base=loss, exact=far, slack=size(0.25))
     # Between -15 and -1 Hi is 2/3 Bi + x^2 P/(2 pi): the error is that of the parts, about 0.2.
-    write("math_AiryGi", scorer_gi, finite, base=loss, exact=far, slack=lambda a, v: 40 * EPS if a[0] < -1 else 0)
-    write("math_AiryHi", scorer_hi, finite, base=loss, slack=lambda a, v: 40 * EPS if -15 < a[0] < 0 else 0)
-    write("math_DiffAiryGi", lambda x: scorer_gi(x, 1), finite, base=loss, exact=far,
+    write("math_AiryGi", scorer_gi, base=loss, exact=far, slack=lambda a, v: 40 * EPS if a[0] < -1 else 0)
+    write("math_AiryHi", scorer_hi, base=loss, slack=lambda a, v: 40 * EPS if -15 < a[0] < 0 else 0)
+    write("math_DiffAiryGi", lambda x: scorer_gi(x, 1), base=loss, exact=far,
           slack=lambda a, v: (8 + 4 * abs(a[0]) ** 0.25) * EPS if a[0] < -1 else 0)
-    write("math_DiffAiryHi", lambda x: scorer_hi(x, 1), finite, base=8)
+    write("math_DiffAiryHi", lambda x: scorer_hi(x, 1), base=8)
     digits15 = lambda count: lambda a, v: mp.mpf(10) ** -14 * 6 if a[0] <= count and abs(v) >= 10 else 6 * mp.mpf(10) ** -15
-    numbers = [("table", n) for n in range(1, 10)] + [("series", n) for n in (10, 11, 12, 25, 100, 1e6, 1e18)]
-    outside = [("nan", x) for x in (0.0, -1.0, 2.5, 1.0000001, 1e19)]
     def zero(f, derivative):
         def g(n):
             if not (n >= 1 and n <= 1e18 and n == int(n)):
@@ -181,7 +157,7 @@ def airy():
     for name, f, derivative, count in (("AiryAiZero", mp.airyaizero, 0, 9), ("AiryBiZero", mp.airybizero, 0, 9),
                                        ("DiffAiryAiZero", mp.airyaizero, 1, 10), ("DiffAiryBiZero", mp.airybizero, 1, 9)):
         # Derivatives: tables of 15 digits. Beyond a table the next term of the series, under 2e5/t^12 of the value.
-        write("math_" + name, zero(f, derivative), numbers + outside, conditioned=False,
+        write("math_" + name, zero(f, derivative), conditioned=False,
               base=lambda n: 4 + abs(mp.log(abs(n) + 1)) / 4,  # the exponent 2/3 is a double
               slack=lambda a, v, d=derivative, c=count: digits15(c)(a, v) if d and a[0] <= c else
               0 if a[0] <= c else abs(v) * 2e5 / (3 * mp.pi / 8 * (4 * a[0] - 3)) ** 12)
@@ -190,21 +166,16 @@ def airy():
 # Struve, Anger, Weber ------------------------------------------------------------------------------------------------
 def struve():
     ratio = (mp.sqrt(mp.pi) / 2) / mp.mpf(0.88622692545275)  # the constant's fourteen digits
-    orders = [0, 1, -1, 0.5, 2.3, 7, 25, 60.5, 150, -0.5, -1.3, -2, -4.7, -10.3, -30.2, 200]
     points = [1e-300, 1e-5, 0.3, 1.0, 5.0, 12.0, 29.9, 30.1, 45.0, 80.0, 200.5]
     h = lambda n, x: ratio * mp.struveh(n, x)
     special = lambda n, x: (-1) ** int(-n - HALF) * mp.besselj(-n, x) if n <= -1.5 and n + HALF == int(n + HALF) else h(n, x)
-    left = [("left", 0, -3.0), ("left", 1, -3.0), ("left", 2, -50.0), ("nan", 0.5, -3.0)]
-    odd_half = [("half", -1.5, 3.0), ("half", -2.5, 1e-3), ("half", -7.5, 40.0)]
-    above = [("above", 310, 301.0), ("above", 400, 301.0), ("above", 330, 320.0), ("above", 900, 400.0)]
     far = [("far", 0, 650.0), ("far", 3, 999.0)]
     inside = lambda f: lambda n, x: mp.nan if x < 0 and n != int(n) else f(n, x)
-    write("math_StruveH", inside(special), grid("ordinary", orders, points) + left + odd_half + above + far,
+    write("math_StruveH", inside(special),
           base=lambda n, x: run_time_loss(n, x) if abs(x) > 30 else 8, slack=lambda a, v: 2 * EPS * abs(v))
     l = lambda n, x: ratio * mp.struvel(n, x)
     special_l = lambda n, x: mp.besseli(-n, x) if n <= -1.5 and n + HALF == int(n + HALF) else l(n, x)
-    write("math_StruveL", inside(special_l), grid("ordinary", orders, points) + left + odd_half +
-          [("large", 0, 690.0), ("large", 3, 699.0), ("large", 3, 701.0), ("large", 40, 705.0), ("large", 0, 720.0)], base=8)
+    write("math_StruveL", inside(special_l), base=8)
 
 
 def anger_weber(n, x):
@@ -218,15 +189,12 @@ def anger_weber(n, x):
 
 
 def anger():
-    orders = [0.3, -0.3, 0.5, 2.7, -5.1, 19.9, 45.2, -70.3, 110.7, 333.3]
     points = [1e-10, 0.5, 3.0, -8.0, 20.0, 39.5, -55.0, 59.0, 61.0, 75.0, 100.0, 120.0, -200.0, 400.0]
-    cases = grid("ordinary", orders, points)
     quadrature = lambda a, v: 16 * EPS  # sums of values up to 1 with both signs
     near = lambda n: n + mp.mpf(10) ** -30 if n == int(n) else n  # the limit at an integer order
-    write("math_angerJ", lambda n, x: anger_weber(near(n), x)[0], cases + grid("integer", [0, 3, -2], [0.5, 12.0, 70.0]),
+    write("math_angerJ", lambda n, x: anger_weber(near(n), x)[0],
           base=run_time_loss, slack=quadrature)
-    write("math_weberE", lambda n, x: anger_weber(near(n), x)[1],
-          cases + grid("integer", [0, 1, -2, 5], [0.5, 3.0, 70.0, -100.0]), base=run_time_loss, slack=quadrature)
+    write("math_weberE", lambda n, x: anger_weber(near(n), x)[1], base=run_time_loss, slack=quadrature)
 
 
 # Parabolic cylinder functions ----------------------------------------------------------------------------------------
@@ -274,22 +242,17 @@ def far_u(a, x):
 
 
 def parabolic():
-    orders = [0, 0.5, 1, 1.5, 2.5, -0.5, -1.5, -2.7, -9.5, -20.3, 7.2, 25, 60, -60.2, 150]
     points = [0, 1e-20, 0.3, 1.0, 1.6, 3.0, 5.5, 8.9, 9.1, 13.0, 25.0, 40.0]
-    cases = grid("right", orders, points) + grid("left", orders, [-x for x in points if 0 < x < 26])
     # The fifteen digits of sqrt(pi) and log 2 that V uses.
     fifteen = lambda a, v: abs(v) * (mp.mpf("2.3e-15") + abs(a[0]) * mp.mpf("1.6e-16"))
     # Gamma functions by their logarithms, of the size a log(a); the condition of a counts for them but at x < 0.
     # Beyond |a| = 900 in long double, as large logarithms cancel.
     logs = lambda a, x: 16 + abs(a) * mp.log(1 + abs(a)) if abs(a) < 900 else 900
     far = lambda a, x: abs(a) > 900
-    beyond = [("overflow", a, x) for a, x in ((-340.3, -0.5), (-345.25, 7.5), (-600.2, 10.0), (-999.7, -30.0), (-1000.7, -30.0), (-1500.25, -12.5))]
-    distant = [("far", a, x) for a, x in ((-100000.3, 1724.57), (-100000.5, 1724.58), (-99999.7, 1724.57), (2e5, -1725.42))]
-    write("math_ParabolicCylinderU", lambda a, x: (far_u if abs(a) > 9000 else pcf_u)(a, x), cases + beyond + distant, base=logs,
+    write("math_ParabolicCylinderU", lambda a, x: (far_u if abs(a) > 9000 else pcf_u)(a, x), base=logs,
           slack=lambda a, v: 0 if far(*a) else fifteen(a, v), exact=far)
-    write("math_ParabolicCylinderV", pcf_v, cases + [("far", -1000.3, 140.3), ("far", -1000.3, -140.2), ("far", -1000.3, 20.0)], base=logs, slack=fifteen, exact=far)
+    write("math_ParabolicCylinderV", pcf_v, base=logs, slack=fifteen, exact=far)
     write("math_ParabolicCylinderD", lambda n, x: pcf_u(-n - HALF, x),
-          grid("ordinary", [0, 1, -1, -2, -3, -7, 0.5, 3.3, 12, 50, 120.5], [0, 0.5, -0.5, 2.0, -2.0, 6.0, -6.0, 15.0, -15.0]),
           base=logs, slack=fifteen, exact=lambda n, x: n > 100 and x in (0.5, 6))  # near roots
 
 

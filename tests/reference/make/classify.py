@@ -1,18 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes tests/reference/classify: trees.csv by a brute-force tree, kernels.csv by mpmath, machines.csv by scikit-learn.
+"""Writes tests/reference/classify: trees.csv by a brute-force tree, kernels.csv by mpmath.
 
 trees.csv: isClass, minCount, gap, score, depth, flags, rows, then values row by row, labels and predictions.
 kernels.csv: kernel code, p0, p1, p2, two points of the plane, value, ulps.
-machines.csv: kernel code, p0, C, samples, dimension, then values row by row, labels, values of f; the dual objective.
 """
 import pathlib
 import random
 
 import mpmath as mp
-import numpy as np
-import sklearn
-from sklearn.svm import SVC
 
 OUT = pathlib.Path(__file__).resolve().parents[1] / "classify"
 hexes = lambda values: ",".join(float(v).hex() for v in values)
@@ -119,26 +115,10 @@ def kernels():
                 yield f"kernel,{code},{hexes([*params, *x, *y])},{mp.nstr(kernel(s, d, *map(mp.mpf, params)), 20)},64"
 
 
-def machines():
-    rng = np.random.default_rng(5)
-    for code, p0, c in ((0, 1, 0.5), (1, 1.5, 1), (1, 0.75, 50), (2, 1, 0.1)):
-        x = np.round(rng.normal(size=(50, 3)), 3)
-        y = np.where(x[:, 0] ** 2 + x[:, 1] + rng.normal(size=50) * 0.5 > 0.6, 1.0, -1.0)
-        kind = {0: dict(kernel="linear"), 1: dict(kernel="rbf", gamma=0.5 / p0**2),
-                2: dict(kernel="poly", degree=2, gamma=1.0, coef0=0.0)}[code]
-        machine = SVC(C=c, tol=1e-9, **kind).fit(x, y)
-        a = np.zeros(50)
-        a[machine.support_] = abs(machine.dual_coef_[0])
-        f = machine.decision_function(x)
-        objective = a.sum() - 0.5 * (a * y) @ (f - machine.intercept_[0])
-        yield f"{code},{hexes([p0, c])},50,3,{hexes(x.ravel())},{hexes(y)},{hexes(f)},{objective:.17g}"
-
-
 def write(name, rows):
-    head = f"# make/classify.py, mpmath {mp.__version__}, scikit-learn {sklearn.__version__}\n"
+    head = f"# make/classify.py, mpmath {mp.__version__}\n"
     (OUT / name).write_text(head + "\n".join(rows) + "\n")
 
 
 write("trees.csv", trees())
 write("kernels.csv", kernels())
-write("machines.csv", machines())

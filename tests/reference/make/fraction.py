@@ -5,29 +5,12 @@
 usage: fraction.py            (can run again)
 """
 import platform
-import random
 import sys
 from fractions import Fraction
 
-from draws import BASE, limbs
-from rows import save
+import rows
 
 sys.set_int_max_str_digits(0)
-draw = random.Random(20240608)
-
-
-def drawn(size):
-    """Numerator and denominator of up to `size` limbs, not in lowest terms as often as not."""
-    n, d = limbs(draw, draw.randint(1, size)), limbs(draw, draw.randint(1, size))
-    kind = draw.randrange(5)
-    if kind == 0:  # a common factor
-        f = limbs(draw, draw.randint(1, max(1, size // 3)))
-        n, d = n // f * f or f, d // f * f or f
-    if kind == 1:  # shared low zero limbs
-        n, d = n * BASE ** (size // 4), d * BASE ** (size // 4)
-    if kind == 2:
-        d = draw.choice((1, 2, BASE, 2**20, 3**15))
-    return draw.choice((1, -1)) * n, d
 
 
 def cells(x):
@@ -35,21 +18,12 @@ def cells(x):
 
 
 def operations():
-    lines = ["# operation,a,of,b,of,result,of,comparison: numerators and denominators; - for a zero divisor"]
-    pairs = [(drawn(size), drawn(size)) for size, count in ((2, 20), (6, 15), (40, 8), (1000, 2)) for _ in range(count)]
-    pairs += [((limbs(draw, 1000), limbs(draw, 1000)), (-limbs(draw, 1000), limbs(draw, 1000))) for _ in range(2)]
-    pairs += [((1, 2), (1, 2)), ((1, 3), (-1, 3)), ((0, 5), (7, 3)), ((7, 3), (0, 5)), ((6, 4), (3, 2)), ((BASE, 1), (1, BASE)),
-              ((BASE - 1, BASE), (BASE, BASE + 1)), ((-6, 4), (-9, 6))]
-    for index, (a, b) in enumerate(pairs):
-        x, y = Fraction(*a), Fraction(*b)
-        order = 0 if x < y else 1 if x == y else 2
-        for code in range(4):
-            if max(map(abs, a + b)) > BASE**200 and code not in (0, 2 + index % 2):
-                continue
-            result = [x + y, x - y, x * y, x / y if y else None][code]
-            ends = cells(result) if result is not None else "-,-"
-            lines.append(f"{code},{a[0]},{a[1]},{b[0]},{b[1]},{ends},{order}")
-    return lines
+    yield "# operation,a,of,b,of,result,of,comparison: numerators and denominators; - for a zero divisor"
+    for code, *numbers, _, _, _ in rows.cells("highprecision/fraction_operations"):
+        x, y = (Fraction(*map(int, pair)) for pair in (numbers[:2], numbers[2:]))
+        result = (lambda: x + y, lambda: x - y, lambda: x * y, lambda: x / y if y else None)[int(code)]()
+        ends = cells(result) if result is not None else "-,-"
+        yield ",".join([code, *numbers, ends, str(0 if x < y else 1 if x == y else 2)])
 
 
 def powers():
@@ -75,8 +49,8 @@ def sums():
 
 
 def main():
-    for name, rows in (("fraction_operations", operations()), ("fraction_powers", powers()), ("fraction_sums", sums())):
-        save(f"highprecision/{name}", rows, f"Python {platform.python_version()}")
+    for name, lines in (("fraction_operations", operations()), ("fraction_powers", powers()), ("fraction_sums", sums())):
+        rows.save(f"highprecision/{name}", list(lines), f"Python {platform.python_version()}")
 
 
 main()

@@ -2,16 +2,12 @@
 # SPDX-License-Identifier: Apache-2.0
 """Writes tests/reference/solver/losses.csv by mpmath: `kind,k,y,t,loss,ulps` for single pairs. k is nan before a
 parameter is set. The tolerance is that of the condition in r = t - y, plus a few operations."""
-import pathlib
-
 import mpmath as mp
+
+from rows import cases, save
 
 mp.mp.dps = 60
 PI = mp.pi
-SCALES = [float("nan"), 10.0, 1.0, -0.25, 1e-20, 3.7]
-PAIRS = [(0.0, 0.0), (0.25, 0.75), (0.999, 0.001), (1.5, -2.0), (-3.0, 4.0), (0.5, 0.50001), (-12.0, 13.5), (0.125, 1.0),
-         (1e-9, 0.0), (40.0, -60.0), (0.0, 10.0), (0.0, 9.99), (0.0, 0.25), (3.0, 34.5)]
-PROBABILITIES = [(0.25, 1.0), (0.25, 0.0), (0.9, 0.3), (1.0, 1.0), (0.0, 0.0), (1.0, 0.0), (0.0, 1.0), (0.5, 0.5)]
 
 
 def default(k):
@@ -55,30 +51,23 @@ def row(kind, k, y, t, value, ulps):
 
 
 def main():
-    lines = [f"# Written by tests/reference/make/losses.py with mpmath {mp.__version__}, 60 digits."]
-    for kind in [0, 1, 2] + list(range(10, 20)):
-        for k in SCALES:
-            for y, t in PAIRS:
-                r = mp.mpf(t - y)  # the rounded difference is the argument
-                value = robust(kind, r, mp.mpf(k))
-                if value is None or abs(value) > 1e300: continue
-                if value != 0 and abs(value) < 1e-300: value = mp.mpf(0)
-                ulps = 8.0
-                if kind == 2 and r != 0: ulps += 2 * abs(float(mp.log(abs(r)))) * 10
-                if kind == 13 and value != 0:
-                    s = float(default(mp.mpf(k))[0])
-                    # the argument's rounding, and that of cos near -1
-                    ulps += 4 * (1 + abs(float(r)) / s * abs(float(mp.sin(r / s)))) / abs(float(1 + mp.cos(r / s)))
-                if kind == 16 and r != 0:
-                    v = float(abs(r) / default(mp.mpf(10 if mp.isnan(k) else k))[0])
-                    if v >= 1e-4: ulps += 4 * v / float(mp.mpf(v) - mp.log1p(v))
-                lines.append(row(kind, k, y, t, value, ulps))
-    for kind in [60, 61, 64]:
-        for y, t in PROBABILITIES + ([(2.0, 0.25), (-3.0, 1.0)] if kind == 64 else []):
-            value = pairs(kind, y, t)
-            lines.append(row(kind, float("nan"), y, t, value, 8.0))
-    out = pathlib.Path(__file__).resolve().parents[1] / "solver" / "losses.csv"
-    out.write_text("\n".join(lines) + "\n")
+    lines = []
+    for case, (kind, k, y, t), _ in cases("solver/losses"):
+        if kind in (60, 61, 64):
+            value, ulps = pairs(kind, y, t), 8.0
+        else:
+            r = mp.mpf(t - y)  # the rounded difference is the argument
+            value, ulps = robust(kind, r, mp.mpf(k)), 8.0
+            if value != 0 and abs(value) < 1e-300: value = mp.mpf(0)
+            s = float(default(mp.mpf(10 if mp.isnan(k) else k))[0])
+            if kind == 2 and r != 0: ulps += 2 * abs(float(mp.log(abs(r)))) * 10
+            if kind == 13 and value != 0:  # the argument's rounding, and that of cos near -1
+                ulps += 4 * (1 + abs(float(r)) / s * abs(float(mp.sin(r / s)))) / abs(float(1 + mp.cos(r / s)))
+            if kind == 16 and r != 0:
+                v = float(abs(r) / s)
+                if v >= 1e-4: ulps += 4 * v / float(mp.mpf(v) - mp.log1p(v))
+        lines.append(row(int(kind), k, y, t, value, ulps))
+    save("solver/losses", lines)
 
 
 main()

@@ -3,7 +3,6 @@
 
 A row of a table of numbers is case,arguments...,expected,ulps: arguments as hexadecimal floats, the value with 25 digits.
 """
-import itertools
 import pathlib
 import sys
 
@@ -14,6 +13,7 @@ INF, NAN = mp.inf, mp.nan
 EPS = mp.mpf(2) ** -52
 LARGEST, SMALLEST = mp.mpf(sys.float_info.max), mp.mpf(2) ** -1022
 SCRIPT = pathlib.Path(sys.argv[0]).name
+near = None  # the value that the row in hand has so far
 
 
 def save(table, lines, made=None):
@@ -52,17 +52,32 @@ def condition(f, args, value, case="", exactly=leading_integer):
     return total
 
 
-def write(name, f, cases, base=2, slack=None, conditioned=True, exact=None, exactly=leading_integer,
-          most=INF):
-    """The table special/<name>.csv of f at the doubles of the cases (case, argument...), unless the command line names
-    others. The tolerance is `base` ulps (or base(*args)) times 1 + condition, plus slack(args, value), an absolute error
-    that a fixed stop or number of levels leaves. Where exact(args) holds, the arguments count as the doubles they are. A row of a
-    tolerance above `most` is an error."""
+def cells(table):
+    """The rows of a table as it stands. Generators take their cases from there: a new one is a line with the arguments,
+    whatever stands for the rest."""
+    for text in (REFERENCE / f"{table}.csv").read_text().splitlines():
+        if not text.startswith("#"):
+            yield text.split(",")
+
+
+def cases(table):
+    """Name, arguments and present value of the rows that `line` writes."""
+    for case, *numbers, value, _ in cells(table):
+        yield case, [float.fromhex(n) for n in numbers], mp.mpf(value)
+
+
+def write(name, f, base=2, slack=None, conditioned=True, exact=None, exactly=leading_integer, most=INF):
+    """Values and tolerances of the table special/<name>.csv of f, anew for the cases in it, unless the command line names
+    other tables. The tolerance is `base` ulps (or base(*args)) times 1 + condition, plus slack(args, value), an absolute
+    error that a fixed stop or number of levels leaves. Where exact(args) holds, the arguments count as the doubles they
+    are. A row of a tolerance above `most` is an error."""
     if len(sys.argv) > 1 and name not in sys.argv[1:]:
         return
+    global near
     lines = []
-    for case, *raw in cases:
-        args = [mp.mpf(float(a)) for a in raw]
+    for case, raw, known in cases(f"special/{name}"):
+        args = [mp.mpf(a) for a in raw]
+        near = known
         value = f(*args)
         if isinstance(value, mp.mpc):
             assert abs(value.imag) <= abs(value.real) * mp.mpf(10) ** -25, (name, raw, value)
@@ -81,28 +96,8 @@ def write(name, f, cases, base=2, slack=None, conditioned=True, exact=None, exac
     print(name, len(lines), flush=True)
 
 
-def real(case, *xs):
-    return [(case, x) for x in xs]
-
-
-def around(*edges):
-    """Both sides of switch points."""
-    return real("switch", *[s for e in edges for s in (e * (1 - 1e-6), e * (1 + 1e-6))])
-
-
-def grid(case, *axes):
-    return [(case, *point) for point in itertools.product(*axes)]
-
-
-def inverse(f, points):
-    """An inverse of f and its cases: y is f(x) rounded to a double, the root is found near x."""
-    table, cases = {}, []
-    for case, x, *rest in points:
-        y = float(f(mp.mpf(x), *[mp.mpf(r) for r in rest]))
-        table[(y, *map(float, rest))] = mp.mpf(x)
-        cases.append((case, y, *rest))
-
+def inverse(f):
+    """An inverse of f, found near the value that the table holds: a new row starts with a guess."""
     def g(y, *rest):
-        start = table[min(table, key=lambda k: sum(abs(p - q) for p, q in zip(k, (y, *rest))))]
-        return mp.findroot(lambda t: f(t, *rest) - y, (start, start * (1 + mp.mpf(10) ** -9)), maxsteps=40, verify=False)
-    return g, cases
+        return mp.findroot(lambda t: f(t, *rest) - y, (near, near * (1 + mp.mpf(10) ** -9)), maxsteps=40, verify=False)
+    return g

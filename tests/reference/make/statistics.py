@@ -69,6 +69,15 @@ def family_rows():
                 value = mp.quad(f, [end, x] if mp.isinf(end) else mp.linspace(end, x, 4))
             abc = (params + [0, 0])[:3]
             yield f"cdf,{code}," + ",".join(float(v).hex() for v in [*abc, x]) + f",{mp.nstr(value, 20)},200"
+    for a, b in ((9.5, 770), (770, 9.5), (300, 200), (5000, 90000)):  # B(a, b) is below the doubles
+        middle, spread = a / (a + b), math.sqrt(a * b / (a + b) ** 3)
+        scale = mp.loggamma(a + b) - mp.loggamma(a) - mp.loggamma(b)
+        for away in (-2.5, 0.5, 1.2):
+            x = middle + away * spread
+            pieces = [mp.mpf(0), *(middle + k * spread for k in range(-12, 5) if middle + k * spread > 0 and k < away), x]
+            value = mp.quad(lambda t: mp.exp(scale + (a - 1) * mp.log(t) + (b - 1) * mp.log1p(-t)), pieces)
+            # The condition number x f(x)/F(x), and exponents of the powers.
+            yield f"cdf,1,{float(a).hex()},{float(b).hex()},0,{x.hex()},{mp.nstr(value, 20)},{1000 + 4 * max(a, b) ** 0.5:.0f}"
     for x in (0, 3.9, 12):
         yield f"cdf,69,{3.7.hex()},0,0,{float(x).hex()},{stats.poisson(3.7).cdf(x):.17g},64"
 

@@ -5,11 +5,18 @@ after 200 full-batch steps of PyTorch's optimisers (float64), `name,code,lr,beta
 
 Weights and data are formulas that the test repeats: entry k of the flat variables is 0.6 sin(1.7 k + 0.3), row i of 64 is
 x = 2i/63 - 1 with target sin(3x) + 0.3x. The loss is half the mean squared error.
+
+Needs PyTorch, which scripts/setup does not install for its size:
+  python3 -m pip install torch --index-url https://download.pytorch.org/whl/cpu
 """
 import math
 import pathlib
+import sys
 
-import torch
+try:
+    import torch
+except ImportError as missing:
+    sys.exit(f"steppers_torch.py: {missing}\n{__doc__[__doc__.index('Needs'):].strip()}")
 
 torch.set_default_dtype(torch.float64)
 STEPS, ROWS = 200, 64

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+// A host of the library: filters, transforms and smooths a record and looks at what is left.
+#include <charconv>
+#include <cstdio>
+#include <string>
+
+#include "complaint.h"
+#include "filters.h"
+#include "page.h"
+#include "residuals.h"
+#include "smoothers.h"
+#include "spectrum.h"
+#include "svg_plot.h"
+
+namespace {
+
+constexpr int kBadInput = 2;
+
+std::string usage() {
+  return "usage: orvane-signal [OPTION...] FILE\n"
+         "\n"
+         "Filters, transforms and smooths an evenly sampled column of a CSV file with a header and writes one HTML "
+         "page.\n"
+         "  --column NAME    the column (co2)\n"
+         "  --rate N         samples a unit of time, 2 to 1000 (12: months, years)\n"
+         "  --edge F         edge of the low-passes in cycles a unit of time, above 0 and below half the rate (0.5)\n"
+         "  --window NAME    window of the spectrum (blackman-harris):\n"
+         "                   " +
+         windowNames() +
+         "\n"
+         "  --report FILE    the page (out/signal.html)\n"
+         "  --output FILE    all series as CSV\n"
+         "  --help           this text\n";
+}
+
+struct Options {
+  std::string column = "co2", window = "blackman-harris", report = "out/signal.html", output, file;
+  double rate = 12, edge = 0.5;
+  bool help = false;
+};
+
+double number(const std::string& option, const std::string& text, double least, double most) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !(value >= least && value <= most))
+    throw Complaint(option + ": \"" + text + "\" is no number from " + shortNumber(least) + " to " + shortNumber(most));
+  return value;
+}
+
+Options readOptions(int argc, char** argv) {
+  Options options;
+  for (int k = 1; k < argc; ++k) {
+    const std::string option = argv[k];
+    if (option == "-h" || option == "--help") {
+      options.help = true;
+      return options;
+    }
+    if (option.empty() || option[0] != '-') {
+      if (!options.file.empty()) throw Complaint("more than one file given");
+      options.file = option;
+      continue;
+    }
+    const std::pair<const char*, std::string*> texts[] = {{"--column", &options.column},
+                                                          {"--window", &options.window},
+                                                          {"--report", &options.report},
+                                                          {"--output", &options.output}};
+    std::string* text = nullptr;
+    for (const auto& [name, place] : texts)
+      if (option == name) text = place;
+    if (text == nullptr && option != "--rate" && option != "--edge") throw Complaint("unknown option " + option);
+    if (++k == argc) throw Complaint(option + " needs a value");
+    if (text != nullptr) *text = argv[k];
+    if (option == "--rate") options.rate = number(option, argv[k], 2, 1000);
+    if (option == "--edge") options.edge = number(option, argv[k], 1e-6, 500);
+  }
+  if (options.file.empty()) throw Complaint("no file given");
+  return options;
+}
+
+void run(const Options& options) {
+  const NamedWindow window = windowNamed(options.window);
+  Record record = readRecord(options.file, options.column, options.rate);
+  checkPagePath(options.report, options.file);
+  if (!options.output.empty()) checkPagePath(options.output, options.file);
+  decompose(record);
+  const Spectrum spectrum = spectrumOf(record, window);
+  takeBand(record, spectrum);
+  const std::string filters = filterSection(record, options.edge);
+
+  std::printf("values:   %zu of %s\n", record.value.size(), record.name.c_str());
+  for (const Peak& peak : spectrum.peaks)
+    std::printf("peak:     %.4f cycles a unit of time, amplitude %.4g\n", peak.frequency, peak.amplitude);
+  for (const TestResult& test : normalityTests(record.residual))
+    std::printf("residual: p %.4g (%s)\n", test.p, test.name.c_str());
+
+  writePage(options.report, htmlPage(record.name + ": a signal",
+                                     "<h1>" + escaped(record.name) + "</h1>\n<p class=\"soft\">" +
+                                         std::to_string(record.value.size()) + " values from " + escaped(options.file) +
+                                         ", " + shortNumber(record.rate) + " a unit of time; " + today() + "</p>\n" +
+                                         recordSection(record) + spectrumSection(record, spectrum) + filters +
+                                         smootherSection(record) + residualSection(record)));
+  std::fprintf(stderr, "Report: %s\n", options.report.c_str());
+  if (!options.output.empty()) writeCsv(options.output, record);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const Options options = readOptions(argc, argv);
+    if (options.help)
+      std::fputs(usage().c_str(), stdout);
+    else
+      run(options);
+    return 0;
+  } catch (const Complaint& complaint) {
+    std::fprintf(stderr, "orvane-signal: %s\n", complaint.what());
+    return kBadInput;
+  }
+}
