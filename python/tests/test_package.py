@@ -46,8 +46,9 @@ def test_examples_run(script, tmp_path):
     assert run.stdout.strip()
 
 
-def test_an_import_loads_nothing_that_is_not_used():
-    run = subprocess.run([sys.executable, "-X", "importtime", "-c",
-                          "import orvane, sys; assert 'numpy' not in sys.modules"], capture_output=True, text=True, check=True)
-    total = next(line for line in run.stderr.splitlines() if line.endswith(" orvane"))
-    assert int(total.split("|")[1]) < 50_000  # microseconds
+def test_an_import_is_quick_and_loads_nothing_that_is_not_used():
+    words = ("import sys, time; start = time.process_time(); import orvane; from orvane import capi; "
+             "assert 'numpy' not in sys.modules; print(time.process_time() - start)")
+    seconds = [float(subprocess.run([sys.executable, "-c", words], capture_output=True, text=True, check=True).stdout)
+               for _ in range(3)]
+    assert min(seconds) < 0.05
