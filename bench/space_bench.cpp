@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Exponential and logarithmic map of rotations beside Eigen's.
+// Exponential and logarithmic map of rotations beside Eigen's; the nearest of a million nodes.
 #include <benchmark/benchmark.h>
 #include <orvane/frame.h>
+#include <orvane/mesh.h>
 #include <orvane/rotation.h>
 
 #include <Eigen/Geometry>
@@ -91,5 +92,24 @@ void logarithmByEigen(benchmark::State& state) {
   count(state);
 }
 BENCHMARK(logarithmByEigen)->Name("logarithm/Eigen");
+
+void nearestNode(benchmark::State& state) {
+  std::mt19937 generator(2);
+  std::uniform_real_distribution<double> unit(0, 1);
+  for (int32_t id = mesh2D_getNodeSize() + 1; id <= 1'000'000; ++id)
+    mesh2D_addNode(id, unit(generator), unit(generator));
+  mesh2D_initBuild();
+  std::vector<std::array<double, 2>> places(1 << 16);
+  for (auto& place : places) place = {unit(generator), unit(generator)};
+  double distance = 0;
+  std::size_t next = 0;
+  for (auto _ : state)
+    for (std::size_t i = 0; i < kCount; ++i) {
+      const auto& [x, y] = places[next++ % places.size()];
+      benchmark::DoNotOptimize(mesh2D_findNearestNodeID(x, y, &distance));
+    }
+  count(state);
+}
+BENCHMARK(nearestNode)->Name("nearest of a million nodes/orvane");
 
 }  // namespace

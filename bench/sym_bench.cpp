@@ -17,7 +17,8 @@
 
 namespace {
 
-constexpr int kTerms = 1000, kVariables = 50, kBlocks = 16, kSize = 6, kDerivatives = 8, kWaves = 125, kOrder = 12;
+constexpr int kTerms = 1000, kVariables = 50, kBlocks = 16, kSize = 6, kDerivatives = 8, kWaves = 125, kOrder = 12,
+              kMostCalls = 10000;
 
 struct Orvane {
   using Expression = SymObject*;
@@ -78,14 +79,17 @@ struct Orvane {
     SymMatrix2d* matrix;
   };
 
-  Orvane() {
-    for (int i = 0; i < kVariables; ++i) variables.push_back(sym_createBaseSymVar(("x" + std::to_string(i)).c_str()));
+  explicit Orvane(int count = kVariables) {
+    for (int i = 0; i < count; ++i) variables.push_back(sym_createBaseSymVar(("x" + std::to_string(i)).c_str()));
   }
   ~Orvane() { sym_clearTempVar(); }
   Expression variable(int i) { return variables[static_cast<std::size_t>(i)]; }
   Expression number(double x) { return sym_createDouble(x); }
   Expression sum(const std::vector<Expression>& a) { return several(a, ORVANE_KIND_ADD); }
   Expression product(const std::vector<Expression>& a) { return several(a, ORVANE_KIND_MUL); }
+  Expression plus(Expression a, Expression b) { return sym_funTwoParam(a, b, ORVANE_KIND_ADD); }
+  Expression times(Expression a, Expression b) { return sym_funTwoParam(a, b, ORVANE_KIND_MUL); }
+  static std::size_t size(Expression a) { return static_cast<std::size_t>(sym_calcExpress(a)); }  // looks at all of it
   Expression power(Expression a, int n) { return sym_funTwoParam(a, number(n), ORVANE_KIND_POW); }
   Expression sine(Expression a) { return sym_funOneParam(a, ORVANE_KIND_SIN); }
   Expression cosine(Expression a) { return sym_funOneParam(a, ORVANE_KIND_COS); }
@@ -104,10 +108,12 @@ struct Ginac {
   using Expression = GiNaC::ex;
   static constexpr bool kInverts = false;  // not done after 100 s
 
+  explicit Ginac(int = kVariables) {}
+
   static GiNaC::symbol& symbol(int i) {
     static std::vector<GiNaC::symbol> all = [] {
       std::vector<GiNaC::symbol> made;
-      for (int k = 0; k < kVariables; ++k) made.emplace_back("x" + std::to_string(k));
+      for (int k = 0; k < kMostCalls; ++k) made.emplace_back("x" + std::to_string(k));
       return made;
     }();
     return all[static_cast<std::size_t>(i)];
@@ -151,6 +157,9 @@ struct Ginac {
   }
   Expression sum(const std::vector<Expression>& a) { return GiNaC::dynallocate<GiNaC::add>(a); }
   Expression product(const std::vector<Expression>& a) { return GiNaC::dynallocate<GiNaC::mul>(a); }
+  Expression plus(const Expression& a, const Expression& b) { return a + b; }
+  Expression times(const Expression& a, const Expression& b) { return a * b; }
+  static std::size_t size(const Expression& a) { return a.nops(); }
   Expression power(const Expression& a, int n) { return GiNaC::pow(a, n); }
   Expression sine(const Expression& a) { return GiNaC::sin(a); }
   Expression cosine(const Expression& a) { return GiNaC::cos(a); }
@@ -218,6 +227,27 @@ void combine(benchmark::State& state, bool ofProduct, bool prepared) {
   }
 }
 
+/// A sum or product of n symbols by n - 1 calls, then a look at the whole.
+template <class L>
+void grow(benchmark::State& state, bool ofProduct, int n) {
+  for (auto _ : state) {
+    state.PauseTiming();
+    {
+      L l(n);
+      std::vector<typename L::Expression> parts;
+      for (int i = 0; i < n; ++i) parts.push_back(l.variable(i));
+      state.ResumeTiming();
+      typename L::Expression whole = parts[0];
+      for (int i = 1; i < n; ++i)
+        whole = ofProduct ? l.times(whole, parts[static_cast<std::size_t>(i)])
+                          : l.plus(whole, parts[static_cast<std::size_t>(i)]);
+      benchmark::DoNotOptimize(L::size(whole));
+      state.PauseTiming();
+    }
+    state.ResumeTiming();
+  }
+}
+
 template <class L>
 void evaluate(benchmark::State& state) {
   L l;
@@ -274,6 +304,10 @@ void add(const std::string& library) {
   RegisterBenchmark(name("build and sum").c_str(), combine<L>, false, false);
   RegisterBenchmark(name("product").c_str(), combine<L>, true, true);
   RegisterBenchmark(name("build and product").c_str(), combine<L>, true, false);
+  for (const int n : {1000, kMostCalls}) {
+    RegisterBenchmark(name(("sum of " + std::to_string(n) + " by single calls").c_str()).c_str(), grow<L>, false, n);
+    RegisterBenchmark(name(("product of " + std::to_string(n) + " by single calls").c_str()).c_str(), grow<L>, true, n);
+  }
   RegisterBenchmark(name("evaluate").c_str(), evaluate<L>);
   RegisterBenchmark(name("eight derivatives").c_str(), differentiate<L>);
   RegisterBenchmark(name("latex").c_str(), writeLatex<L>);

@@ -44,6 +44,12 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE "")
 set(CPACK_DEBIAN_PACKAGE_SOURCE orvane)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
+# The first line of a description is PROJECT_DESCRIPTION.
+set(about "Orvane is a library that a host program loads and calls: special functions,
+symbolic expressions, distributions and their fits, optimisation, networks,
+signals, programmes, spatial mathematics.
+
+")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
@@ -52,20 +58,11 @@ file(WRITE ${PROJECT_BINARY_DIR}/debian/shlibs
      "liborvane ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${PROJECT_BINARY_DIR}/debian/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/shlibs ${PROJECT_BINARY_DIR}/debian/triggers)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "scientific computing behind flat C functions
- Orvane is a library that a host program loads and calls: special functions,
- symbolic expressions, distributions and their fits, optimisation, networks,
- signals, programmes, spatial mathematics.
- .
- This package holds the shared library.")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${about}This package holds the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${development_package})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "scientific computing behind flat C functions - development files
- Orvane is a library that a host program loads and calls: special functions,
- symbolic expressions, distributions and their fits, optimisation, networks,
- signals, programmes, spatial mathematics.
- .
- This package holds the headers, a CMake package and a pkg-config file.")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "${about}This package holds the headers, a CMake package and a pkg-config file.")
 include(CPack)

@@ -4,18 +4,11 @@
 #include <orvane/action.h>
 
 #include <cstdint>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
-struct Release {
-  void operator()(void* handle) const { api_FreeHandle(handle); }
-};
-
-/// A handle of the library that is released when it goes.
-template <class Handle>
-using Owned = std::unique_ptr<Handle, Release>;
+#include "handle.h"
 
 /// A layer, or a few alike, in the drawing of a network.
 struct Box {

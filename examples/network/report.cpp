@@ -163,7 +163,7 @@ std::string reportPage(const Results& results, const std::vector<Model>& models,
     body += "<p class=\"notice\">The training was ended early. What follows is from the best weights so far.</p>\n";
   body += facts(results) + trainingSection(results) + confusionSection(results) + modelSection(models) +
           stepperSection(results.steppers);
-  body += "<footer>Batches of " + std::to_string(options.batch) + " rows, learning rate " +
-          shortNumber(options.rate, 4) + " to a twentieth of it, seed " + std::to_string(options.seed) + ".</footer>\n";
+  body += "<p class=\"soft\">Batches of " + std::to_string(options.batch) + " rows, learning rate " +
+          shortNumber(options.rate, 4) + " to a twentieth of it, seed " + std::to_string(options.seed) + ".</p>\n";
   return htmlPage("Handwritten digits", body);
 }

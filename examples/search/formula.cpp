@@ -9,13 +9,16 @@
 
 namespace {
 
+/// "\\alpha" as people write it without LaTeX.
+std::string plainSymbol(const std::string& symbol) { return symbol.starts_with('\\') ? symbol.substr(1) : symbol; }
+
 /// Writes the parts of a formula in one of two forms.
 class Writer {
  public:
   Writer(bool latex, const Study& study, const std::vector<Term>& terms) : latex(latex), study(study), terms(terms) {}
 
   std::string formula(const Found& found) const {
-    const std::string y = latex ? termsOf({study.output}, 1, false)[0].latex : study.output.symbol;
+    const std::string y = latex ? termsOf({study.output}, 1, false)[0].latex : plainSymbol(study.output.symbol);
     return y + " = " + (found.kind == ES_KIND_PEAKS ? peaks(found) : ratio(found));
   }
 

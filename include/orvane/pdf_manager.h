@@ -74,7 +74,8 @@ ORVANE_API int32_t pdfManger_getDataSize(const PDFManger* manager);
 ORVANE_API void pdfManger_getCDFData(const PDFManger* manager, double* out);
 
 /**
- * Kernel density at the distinct values.
+ * Kernel density at the distinct values. The first call after new data makes it, a sum over all values at each: that
+ * takes time with the square of their number.
  *
  * @param manager  manager
  * @param out      [pdfManger_getDataSize] out; untouched without data

@@ -286,7 +286,7 @@ class Law(Handle):
         return values[1] if abs(values[0] - values[1]) < 1e-5 * scale else float("nan")
 
     def mean(self) -> float:
-        """Mean, by quadrature over the quantiles to about 1e-6; NaN where that does not settle."""
+        """Mean, by quadrature over the quantiles to about 1e-5; NaN where that does not settle."""
         return self._moment(1, 0.0)
 
     def var(self) -> float:
@@ -387,7 +387,7 @@ def fit(
     weights: ArrayLike | None = None,
     time: float | None = None,
     progress: bool = False,
-    solvers: Sequence[str] = ("auto",),
+    solvers: Sequence[str] = ("gto",),
     population: int = 30,
     iterations: int = 300,
     precision: float = 1e-12,
@@ -412,7 +412,7 @@ def fit(
     progress : bool, optional
         Shows a tqdm bar.
     solvers : sequence of str, optional
-        Kinds of solver, a round each; see `SOLVERS`.
+        Kinds of solver, a round each; see `SOLVERS`. "auto" is thorough and takes seconds a family.
     population, iterations : int, optional
         Candidates and iterations of each solver.
     precision : float, optional

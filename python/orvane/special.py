@@ -586,5 +586,76 @@ def bernoulli(n: int) -> Floats:
     return out
 
 
+# Further functions of the library, under names of their own.
+clausen_c = _make("clausen_c", "ClausenC", "n x", "Sum of cos(kx)/k^n.", 35)
+clausen_s = _make("clausen_s", "ClausenS", "n x", "Sum of sin(kx)/k^n.", 36)
+scorer_gip = _make("scorer_gip", "DiffAiryGi", "x", "Derivative of Gi.", 55)
+scorer_hip = _make("scorer_hip", "DiffAiryHi", "x", "Derivative of Hi.", 56)
+bulirsch_el1 = _make("bulirsch_el1", "bulirschEl1", "x kc", "Bulirsch's incomplete integral el1.", 69)
+bulirsch_el2 = _make("bulirsch_el2", "bulirschEl2", "x kc a b", "Bulirsch's incomplete integral el2.")
+bulirsch_el3 = _make("bulirsch_el3", "bulirschEl3", "x kc p", "Bulirsch's incomplete integral el3.")
+elliprk = _make("elliprk", "ellipticRK", "x y", "1/agm(sqrt(x), sqrt(y)).", 68)
+ellipre = _make("ellipre", "ellipticRE", "x y", "4/pi RG(x, y, 0).", 67)
+elliprm = _make("elliprm", "ellipticRM", "x y p", "4/(3 pi) RJ(x, y, 0, p).")
+log_sign = _make("log_sign", "logSign", "x", "sign(x) log(1 + |x|).", 121)
+exp_sign = _make("exp_sign", "expSign", "x", "sign(x) (exp(|x|) - 1).", 77)
+shiinv = _make("shiinv", "invSinhIntegral", "y", "x with Shi(x) = y.", 101)
+chiinv = _make("chiinv", "invCoshIntegral", "y", "x > 0 with Chi(x) = y.", 95)
+erfiln = _make("erfiln", "lnErfi", "x", "log(erfi(x)).", 116)
+erfilninv = _make("erfilninv", "invLnErfi", "y", "x > 0 with log(erfi(x)) = y.", 100)
+lambertw_inv = _make("lambertw_inv", "invLambertW", "x", "x exp(x).", 99)
+voigt_kx = _make("voigt_kx", "voigtDiffKX", "x y", "Derivative of voigt_k by x.", 154)
+voigt_ky = _make("voigt_ky", "voigtDiffKY", "x y", "Derivative of voigt_k by y.", 155)
+voigt_lx = _make("voigt_lx", "voigtDiffLX", "x y", "Derivative of voigt_l by x.", 156)
+voigt_ly = _make("voigt_ly", "voigtDiffLY", "x y", "Derivative of voigt_l by y.", 157)
+sec = _make("sec", "sec", "x", "1/cos(x).", 139)
+csc = _make("csc", "csc", "x", "1/sin(x).", 44)
+cot = _make("cot", "cot", "x", "1/tan(x).", 42)
+asec = _make("asec", "asec", "x", "acos(1/x).", 19)
+acsc = _make("acsc", "acsc", "x", "asin(1/x).", 5)
+acot = _make("acot", "acot", "x", "atan(1/x).", 3)
+sech = _make("sech", "sech", "x", "1/cosh(x).", 128)
+csch = _make("csch", "csch", "x", "1/sinh(x).", 45)
+coth = _make("coth", "coth", "x", "1/tanh(x).")
+asech = _make("asech", "asech", "x", "acosh(1/x).", 20)
+acsch = _make("acsch", "acsch", "x", "asinh(1/x).", 6)
+acoth = _make("acoth", "acoth", "x", "atanh(1/x).")
+
+
+def erfz(z: Any) -> Any:
+    """Complex error function.
+
+    Examples
+    --------
+    >>> from orvane import special
+    >>> abs(special.erfz(1j) - 1j * special.erfi(1.0)) < 1e-14
+    True
+    """
+    values = np.asarray(z, np.complex128)
+    out, re, im = np.empty(values.shape, np.complex128), ffi.new("double*"), ffi.new("double*")
+    for place, value in enumerate(values.ravel().tolist()):
+        lib.math_erfz(value.real, value.imag, re, im)
+        out.flat[place] = complex(re[0], im[0])
+    return complex(out) if out.ndim == 0 else out
+
+
+def polyval(c: ArrayLike, x: ArrayLike) -> Any:
+    """Polynomial with ascending coefficients.
+
+    Examples
+    --------
+    >>> from orvane import special
+    >>> special.polyval([1.0, 0.0, 2.0], [0.0, 3.0])
+    array([ 1., 19.])
+    """
+    from ._check import vector
+
+    coefficients, points = vector(c, "c", least=1), floats(x, "x")
+    out = np.empty(points.shape)
+    flat, target = _pointer(points.reshape(-1)), _pointer(out.reshape(-1))
+    lib.math_polyValue(_pointer(coefficients), flat, target, coefficients.size, points.size)
+    return float(out) if out.ndim == 0 else out
+
+
 __all__ = sorted(name for name in globals() if not name.startswith("_") and name not in (
     "annotations", "Any", "Callable", "ArrayLike", "NDArray", "Floats", "floats", "integer", "ffi", "lib", "np"))

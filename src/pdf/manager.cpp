@@ -33,10 +33,11 @@ bool PDFManger::setXYData(std::span<const double> pairs) {
 
 void PDFManger::takeSample(std::span<const SampleData_t> groups) {
   EmpiricalSample sample = buildSample(groups);
+  const std::lock_guard densityLock(densityMutex);
   const Lock lock(mutex);
   xs = std::move(sample.xs);
   cdf = std::move(sample.cdf);
-  pdf = std::move(sample.pdf);
+  pdf.clear();
 }
 
 int32_t PDFManger::dataSize() const {
@@ -55,7 +56,14 @@ void PDFManger::getCDFData(double* out) const {
 }
 
 void PDFManger::getPDFData(double* out) const {
-  const Lock lock(mutex);
+  // The sum takes long for many values: a fit and its readers must not wait for it.
+  const std::lock_guard densityLock(densityMutex);
+  if (pdf.empty()) {
+    std::unique_lock lock(mutex);
+    const std::vector<double> values = xs;
+    lock.unlock();
+    pdf = sampleDensity(values);
+  }
   std::copy(pdf.begin(), pdf.end(), out);
 }
 

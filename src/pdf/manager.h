@@ -92,7 +92,8 @@ class PDFManger final : public BaseData, public std::enable_shared_from_this<PDF
   std::condition_variable_any changed;  // a solver has ended, or stop was asked
   std::vector<double> xs;
   std::vector<double> cdf;
-  std::vector<double> pdf;
+  mutable std::mutex densityMutex;  // taken first where both are
+  mutable std::vector<double> pdf;  // empty until someone asks for it; under `densityMutex`
   std::vector<BasePDFFun*> funs;
   std::list<std::shared_ptr<Task>> tasks;
 };

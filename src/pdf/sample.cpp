@@ -50,6 +50,8 @@ EmpiricalSample buildSample(std::span<const SampleData_t> groups) {
   double total = 0.0;
   for (const SampleData_t& group : groups) total += group.weight;
   if (std::abs(total) < kMinTotal) total = kMinTotal;
+  result.xs.reserve(groups.size());
+  result.cdf.reserve(groups.size());
   double running = 0.0;
   for (const SampleData_t& group : groups) {
     running += group.weight;
@@ -57,14 +59,18 @@ EmpiricalSample buildSample(std::span<const SampleData_t> groups) {
     result.cdf.push_back(running / total);
   }
   result.cdf.back() = 1.0;
-  result.pdf.assign(groups.size(), 0.0);
-  if (groups.size() == 1) return result;
+  return result;
+}
+
+std::vector<double> sampleDensity(std::span<const double> xs) {
+  std::vector<double> density(xs.size(), 0.0);
+  if (xs.size() < 2) return density;
   KernelByGauss kernel;
-  kernel.setCentres(result.xs);
+  kernel.setCentres({xs.begin(), xs.end()});
   kernel.updateParam();
   kernel.setWidthByZoom(kDensityZoom);
-  for (std::size_t i = 0; i < result.xs.size(); ++i) result.pdf[i] = kernel.calcPDF(result.xs[i]);
-  return result;
+  std::ranges::transform(xs, density.begin(), [&](double x) { return kernel.calcPDF(x); });
+  return density;
 }
 
 }  // namespace PDF

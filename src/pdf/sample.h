@@ -20,13 +20,15 @@ std::vector<SampleData_t> groupSample(std::span<const double> sample);
 /// couple or a weight is negative or not finite. Couples whose value is not finite are left out.
 bool groupPairs(std::span<const double> pairs, std::vector<SampleData_t>& groups);
 
-/// Distinct values, the empirical distribution function there (ending in exactly 1) and the kernel density there.
+/// Distinct values and the empirical distribution function there (ending in exactly 1).
 struct EmpiricalSample {
   std::vector<double> xs;
   std::vector<double> cdf;
-  std::vector<double> pdf;
 };
 
 EmpiricalSample buildSample(std::span<const SampleData_t> groups);
+
+/// The kernel density at the distinct values of a sample: a sum over all of them at each.
+std::vector<double> sampleDensity(std::span<const double> xs);
 
 }  // namespace PDF

@@ -12,7 +12,7 @@ INSSolver::INSSolver() : BaseNormSolver("INS", 1) {
   iterFun = [this] { return iterate(); };
 }
 
-void INSSolver::gather(const Candidate& c, std::mt19937& local) {
+void INSSolver::gather(const Candidate& c, LocalMersenne& local) {
   const int64_t n = populationSize();
   int64_t k = randomIndex(1, n + 1);
   if (k < 3) k = std::min<int64_t>(3, n);

@@ -15,7 +15,7 @@ class INSSolver final : public BaseNormSolver {
 
  private:
   bool iterate();
-  void gather(const Candidate& c, std::mt19937& local);
+  void gather(const Candidate& c, LocalMersenne& local);
 };
 
 }  // namespace Solver

@@ -17,8 +17,8 @@ class MovingSolver : public BaseSolver {
 
   int64_t randomIndex(int64_t lo, int64_t hi);
   std::size_t uniformIndex();  ///< unbiased over the population
-  /// A new generator for shuffles and picks, which shall not draw on `rng`.
-  std::mt19937 localGenerator() const { return std::mt19937(localSeed()); }
+  /// A new Mersenne twister for shuffles and picks, which shall not draw on `rng`.
+  LocalMersenne localGenerator() const { return LocalMersenne(localSeed()); }
 
   bool tryCandidate(const Candidate& c, bool force);
   void clip(std::vector<double>& trial);

@@ -4,11 +4,8 @@ import csv
 import math
 import os
 import re
-import subprocess
-import tempfile
-import unittest
 
-from host_test import needs_browser, opened, run_tests
+from host_test import HostTest, needs_browser, opened, run_tests
 
 HOST = os.environ['ORVANE_SPACE']
 DATA = os.environ['SAMPLES']
@@ -36,18 +33,16 @@ def passes(latitude, longitude, height, inclination):
     return 2 * math.pi / n / 60, count
 
 
-class Space(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.report, self.store = (os.path.join(folder.name, name) for name in ('space.html', 'space.stock'))
+class Space(HostTest):
+    host = HOST
+    reads_late = True
 
-    def run_host(self, *arguments):
-        files = [argument for name in ('nodes', 'elements')
-                 for argument in (f'--{name}', os.path.join(DATA, f'capitals_{name}.csv'))]
-        return subprocess.run([HOST, '--report', self.report, '--store', self.store, *files, '--river',
-                               os.path.join(DATA, 'nile.csv'), *arguments], capture_output=True, text=True, timeout=60)
+    def setUp(self):
+        super().setUp()
+        self.store = os.path.join(self.folder, 'space.stock')
+        shipped = (('nodes', 'capitals_nodes'), ('elements', 'capitals_elements'), ('river', 'nile'))
+        self.options = ['--store', self.store, *(argument for option, name in shipped
+                                                 for argument in (f'--{option}', os.path.join(DATA, f'{name}.csv')))]
 
     def answers(self, *arguments):
         result = self.run_host(*arguments)
@@ -76,12 +71,8 @@ class Space(unittest.TestCase):
         self.assertEqual(os.path.getsize(self.store), series[0])
 
     def test_bad_input(self):
-        broken = os.path.join(self.folder, 'broken.csv')
-        with open(broken, 'w') as file:
-            file.write('id,x,y\n1,2,3\n1,4,much\n')
-        twice = os.path.join(self.folder, 'twice.csv')
-        with open(twice, 'w') as file:
-            file.write('id,x,y\n1,2,3\n1,4,5\n')
+        broken = self.file('id,x,y\n1,2,3\n1,4,much\n', 'broken.csv')
+        twice = self.file('id,x,y\n1,2,3\n1,4,5\n', 'twice.csv')
         for arguments, expected in (([], 'no file given'),
                                     ([broken], 'broken.csv:3: "much" is no angle within 180 degrees'),
                                     ([CITIES, '--nodes', broken], 'broken.csv:3: "much" is no coordinate'),
@@ -94,11 +85,7 @@ class Space(unittest.TestCase):
                                     ([CITIES, '--noise'], '--noise needs a value'),
                                     ([CITIES, '--store', '/no/such/folder/s'], '/no/such/folder/s'),
                                     ([CITIES, '--report', '/no/such/folder/p.html'], '/no/such/folder/p.html')):
-            result = self.run_host(*arguments)
-            self.assertEqual(result.returncode, 2, arguments)
-            self.assertEqual(len(result.stderr.splitlines()), 1, result.stderr)
-            self.assertIn(expected, result.stderr)
-            self.assertFalse(os.path.exists(self.report))
+            self.refused([(expected, *arguments)])
 
     @needs_browser
     def test_page(self):

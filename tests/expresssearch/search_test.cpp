@@ -31,6 +31,7 @@ TEST(Oracle, RanksAsAPlainEnumeration) {
     Vector values;
     for (std::size_t i = 1; i < cells.size(); ++i) values.push_back(number(cells[i]));
     if (cells[0] == "term") terms.push_back(values);
+    if (cells[0] == "column" && lines[at - 1][0] != "column") columns.clear();
     if (cells[0] == "column") columns.push_back(values);
     if (cells[0] == "y") y = values;
     if (cells[0] != "case") continue;

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// The stored digits of the constants and the series that take over beyond them come from different sources.
+// The stored digits of the constants and the series that take over beyond them come from different sources. Products
+// of limbs against those of GMP's integers.
 #include "highprecision/decimal/constants.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "highprecision/binary/float_ops.h"
+#include "highprecision/decimal/limbs.h"
 
 using HighPrecision::Constant;
 
@@ -27,4 +31,19 @@ TEST(Constants, SeriesGiveTheStoredDigits) {
     gmp_snprintf(text, sizeof text, "%0358Zd", digits.get());
     EXPECT_EQ(std::string(text, 1) + "." + std::string(text + 1, 16), begins[i]);
   }
+}
+
+TEST(Limbs, ProductsOfEveryShape) {
+  std::mt19937 random(3);
+  const std::size_t lengths[] = {1, 2, 3, 31, 32, 33, 79, 80, 81, 159, 160, 161, 200, 333, 1000, 2049, 4500};
+  for (const std::size_t n : lengths)
+    for (const std::size_t m : lengths) {
+      std::vector<int64_t> a(n), b(m, 9999999);  // the largest carries there are on one side
+      for (int64_t& limb : a) limb = static_cast<int64_t>(random() % 10000000);
+      a.back() = 1;
+      HP::Integer expected = HP::integerOfLimbs(a);
+      mpz_mul(expected.get(), expected.get(), HP::integerOfLimbs(b).get());
+      const std::vector<int64_t> product = HighPrecision::multiplyLimbs(a, b);
+      EXPECT_EQ(mpz_cmp(HP::integerOfLimbs(product).get(), expected.get()), 0) << n << ", " << m;
+    }
 }

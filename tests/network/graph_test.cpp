@@ -76,6 +76,8 @@ TEST(Graph, RefusesWhatIsNoNetwork) {
   api_AddAssemblyLayer(host.layer(2, ORVANE_LAYER_ASSEMBLY), nullptr);
   api_AddVarToNetLayer(host.layer(2, ORVANE_LAYER_QUADRATIC), nullptr);
   EXPECT_DOUBLE_EQ(predict(host.network(in, plain), {1, 2, 3})[1], std::sin(2.0));
+  // Factors that overflow only together.
+  EXPECT_EQ(predict(host.network(in, host.layer(3, ORVANE_LAYER_GELU, in)), {-1.7e308, 0, 0}), Numbers(3, 0));
 }
 
 TEST(Graph, DeepGraphsAndLayersUsedTwice) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 #include "solver/lg_solver.h"
 #include "solver/lg_solver2.h"
@@ -167,6 +169,20 @@ TEST(Kept, SC_centre) {
   EXPECT_EQ(solver->centre, std::vector<double>(2, 0.0));
   EXPECT_EQ(solver->span, std::vector<double>(2, 9.6));
   EXPECT_EQ(solver->zeroPoint, std::vector<double>(2, -7.0));
+}
+
+TEST(Draw, LocalGeneratorsGiveTheWordsOfAMersenneTwister) {
+  for (const uint32_t seed : {0u, 1u, 5489u, 0xffffffffu}) {
+    LocalMersenne local(seed);
+    std::mt19937 whole(seed);
+    for (int i = 0; i < 2000; ++i) ASSERT_EQ(local(), whole()) << seed << ": " << i;  // three rounds of the state
+    std::vector<int> a(50), b(50);
+    std::iota(a.begin(), a.end(), 0);
+    std::iota(b.begin(), b.end(), 0);
+    std::shuffle(a.begin(), a.end(), local);
+    std::shuffle(b.begin(), b.end(), whole);
+    EXPECT_EQ(a, b);
+  }
 }
 
 }  // namespace

@@ -183,7 +183,7 @@ TEST(Compare, OrderAndEquality) {
   EXPECT_TRUE(sameNode(*minus, *x, false));
   EXPECT_FALSE(sameNode(*minus, *x, true));
   const auto sum = [&](double a, double b) {
-    NodePtr node = std::make_shared<Sym::SymObject>(Code::Add);
+    NodePtr node = newNode(Code::Add);
     node->args = {cloneNode(*x, a), cloneNode(*y, b)};
     return node;
   };

@@ -2,11 +2,14 @@
 // The normal forms themselves: what a node is after it was built.
 #include <cmath>
 #include <functional>
+#include <random>
 #include <set>
 #include <sstream>
 
 #include "sym/formula.h"
 #include "sym/kinds/kind.h"
+#include "sym/kinds/program.h"
+#include "sym/normal/growing.h"
 #include "sym/store/store.h"
 #include "sym/text_reader.h"
 
@@ -28,7 +31,7 @@ std::string shape(const Sym::SymObject& node) {
   return text.str() + ")";
 }
 
-std::string shape(Formula node) { return shape(*reinterpret_cast<Sym::SymObject*>(node.node)); }
+std::string shape(Formula node) { return shape(Sym::built(*reinterpret_cast<Sym::SymObject*>(node.node))); }
 
 Formula x() { return var("x"); }
 Formula y() { return var("y"); }
@@ -113,6 +116,57 @@ TEST(Kept, Oddities) {
   EXPECT_EQ(Matrix(sym_replaceSym(power, names, zero, flags, 1)).value(), 1);
   EXPECT_EQ(Matrix(sym_replaceSym(base, names, one, flags, 1)).value(), 1);
   // Ln_negative_exp
+}
+
+// Sums and products made by many single calls are built when they are looked at, and are what each call alone makes.
+TEST(NormalForm, LongChainsOfCalls) {
+  std::mt19937 random(11);
+  const auto one = [&](std::size_t n) { return random() % n; };
+  for (int i = 0; i < 40; ++i) {
+    var(("v" + std::to_string(i)).c_str());
+    sym_setSymValue(("v" + std::to_string(i)).c_str(), 0.1 + 0.05 * i);
+  }
+  for (int chain = 0; chain < 60; ++chain) {
+    const bool sum = chain % 2 == 0;
+    const auto part = [&]() -> Formula {
+      const Formula u = var(("v" + std::to_string(one(40))).c_str()), few = var(("v" + std::to_string(one(5))).c_str());
+      const double numbers[] = {2, -1, 0.5, -2, 1, 1e-17};
+      switch (one(12)) {
+        case 0:
+          return num(sum ? numbers[one(6)] : numbers[one(5)]);
+        case 1:
+          return call(Pow, call(one(2) ? Sin : Cos, few), 2);
+        case 2:
+          return call(one(2) ? Sinh : Cosh, few);
+        case 3:
+          return call(one(2) ? Erf : Erfc, few);
+        case 4:
+          return one(2) ? call(Exp, few) : call(Sqrt, u);
+        case 5:
+          return call(one(2) ? Sign : StepFun, few);
+        case 6:
+          return one(2) ? u + few : u * few;
+        case 7:
+        case 8:
+          return numbers[one(5)] * u;
+        default:
+          return u;
+      }
+    };
+    Formula whole = part();
+    Sym::NodePtr alone = Sym::cloneNode(*reinterpret_cast<Sym::SymObject*>(whole.node));
+    for (int i = 0; i < 120; ++i) {
+      const Formula next = part();
+      const uint8_t code = sum ? (one(4) ? Add : Subtract) : (one(4) ? Mul : Divide);
+      alone = Sym::makeNode2(*alone, Sym::built(*reinterpret_cast<Sym::SymObject*>(next.node)), code);
+      whole = call(code, whole, next);
+      if (one(40) == 0 || i == 119) {
+        ASSERT_EQ(shape(whole), shape(*alone)) << chain << ": " << i;
+      }
+    }
+    EXPECT_EQ(Sym::Program(*alone).value(), alone->fnValue());
+    sym_clearTempVar();
+  }
 }
 
 }  // namespace

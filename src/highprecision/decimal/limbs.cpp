@@ -5,6 +5,7 @@
 
 #include "highprecision/decimal/hp_number.h"
 #include "highprecision/decimal/integer.h"
+#include "highprecision/decimal/limb_product.h"
 
 namespace HighPrecision {
 namespace {
@@ -13,9 +14,10 @@ using HP::Integer;
 using HP::integerOfLimbs;
 using HP::limbsOfInteger;
 
-// From this length of the shorter factor on, the way through GMP's integers is quicker than the schoolbook product, the
+// From this length of the shorter factor on, the way through GMP's integers is quicker than the product of limbs, the
 // change of radix there and back included.
-constexpr std::size_t kGmpProduct = 350;
+constexpr std::size_t kGmpProduct = 4000;
+static_assert(kGmpProduct <= kLongestColumns);
 
 std::vector<int64_t> padded(std::span<const int64_t> a, std::size_t padding) {
   std::vector<int64_t> result(padding);
@@ -32,24 +34,25 @@ std::vector<int64_t> multiplyLimbs(std::span<const int64_t> a, std::span<const i
     mpz_mul(product.get(), product.get(), integerOfLimbs(b).get());
     return limbsOfInteger(product);
   }
-  // A column holds at most kGmpProduct products below 10^14: no carry is due before the end. Factors of 32 bits let the
-  // compiler take several products at once.
-  static_assert(static_cast<int64_t>(kGmpProduct) < INT64_MAX / (kBase * kBase) - 1);
-  const std::vector<uint32_t> factors(a.begin(), a.end());
-  std::vector<int64_t> columns(a.size() + b.size(), 0);
-  for (std::size_t j = 0; j < b.size(); ++j) {
-    const auto factor = static_cast<uint32_t>(b[j]);
-    int64_t* column = columns.data() + j;
-    for (std::size_t i = 0; i < factors.size(); ++i)
-      column[i] += static_cast<int64_t>(static_cast<uint64_t>(factors[i]) * factor);
-  }
-  int64_t carry = 0;
-  for (int64_t& column : columns) {
+  // A column holds at most kGmpProduct products below 10^14: no carry is due before the end.
+  constexpr auto kLimb = static_cast<uint64_t>(kBase);
+  static_assert(kGmpProduct < INT64_MAX / (kLimb * kLimb) - 1);
+  constexpr std::size_t kFew = 64;  // so many limbs of both need no memory of their own
+  uint32_t few[kFew];
+  std::vector<uint32_t> many(a.size() + b.size() > kFew ? a.size() + b.size() : 0);
+  uint32_t* const factors = many.empty() ? few : many.data();
+  std::copy(a.begin(), a.end(), factors);
+  std::copy(b.begin(), b.end(), factors + a.size());
+  std::vector<int64_t> limbs(a.size() + b.size());
+  const std::span<uint64_t> columns(reinterpret_cast<uint64_t*>(limbs.data()), limbs.size());
+  productColumns({factors, a.size()}, {factors + a.size(), b.size()}, columns);
+  uint64_t carry = 0;
+  for (uint64_t& column : columns) {
     column += carry;
-    carry = column / kBase;
-    column -= carry * kBase;
+    carry = column / kLimb;
+    column -= carry * kLimb;
   }
-  return columns;
+  return limbs;
 }
 
 std::vector<int64_t> divideLimbs(std::span<const int64_t> a, std::size_t padding, std::span<const int64_t> b) {

@@ -51,13 +51,13 @@ void fraction_attribute(const FractionNumber* a, int32_t* out) {
   const FractionNumber_c& x = native(a);
   out[0] = x.isInfinite;
   out[1] = x.isNegative;
-  out[2] = static_cast<int32_t>(x.numerator.size());
-  out[3] = static_cast<int32_t>(x.denominator.size());
-  out[4] = static_cast<int32_t>(x.denominator[0]);
+  out[2] = static_cast<int32_t>(x.numerator().size());
+  out[3] = static_cast<int32_t>(x.denominator().size());
+  out[4] = static_cast<int32_t>(x.denominator()[0]);
 }
 
 void fraction_data(const FractionNumber* a, int64_t* numerator, int64_t* denominator) {
   const FractionNumber_c& x = native(a);
-  std::copy(x.numerator.begin(), x.numerator.end(), numerator);
-  std::copy(x.denominator.begin(), x.denominator.end(), denominator);
+  std::copy(x.numerator().begin(), x.numerator().end(), numerator);
+  std::copy(x.denominator().begin(), x.denominator().end(), denominator);
 }

@@ -3,14 +3,12 @@
 #include <optional>
 
 #include "highprecision/decimal/hp_functions.h"
-#include "highprecision/decimal/integer.h"
 #include "highprecision/fraction/fraction_number.h"
 #include "highprecision/fraction/rational.h"
 
 namespace HighPrecision {
 namespace {
 
-using HP::integerOfLimbs;
 using HP::Rational;
 
 // Powers beyond this size are not taken.
@@ -24,18 +22,13 @@ bool isOne(const std::vector<int64_t>& limbs) { return limbs.size() == 1 && limb
 
 FractionNumber_c integer(int64_t n) { return FractionNumber_c(HPNumber_c(n)); }
 
-// In lowest terms.
-FractionNumber_c reduced(const FractionNumber_c& x) {
-  return x.isInfinite || x.isLowest ? x : FractionNumber_c(rationalOf(x));
-}
-
 // The n-th root of a fraction in lowest terms, where it is a fraction.
 std::optional<FractionNumber_c> exactRoot(const FractionNumber_c& x, unsigned long n) {
   if (x.isInfinite || x.isNegative) return std::nullopt;
   Rational root;
-  if (mpz_root(root.up(), integerOfLimbs(x.numerator).get(), n) == 0) return std::nullopt;
-  if (mpz_root(root.down(), integerOfLimbs(x.denominator).get(), n) == 0) return std::nullopt;
-  return FractionNumber_c(root);
+  if (mpz_root(root.up(), x.size().up(), n) == 0) return std::nullopt;
+  if (mpz_root(root.down(), x.size().down(), n) == 0) return std::nullopt;
+  return FractionNumber_c(std::move(root));
 }
 
 std::optional<int64_t> smallInteger(const std::vector<int64_t>& limbs) {
@@ -55,7 +48,7 @@ FractionNumber_c power(const FractionNumber_c& x, int64_t n, bool& exact) {
     return n > 0 ? FractionNumber_c() : FractionNumber_c::infinite(false);
   }
   const FractionNumber_c base = reduced(x);
-  if (isOne(base.numerator) && isOne(base.denominator)) return integer(negative ? -1 : 1);
+  if (isOne(base.numerator()) && isOne(base.denominator())) return integer(negative ? -1 : 1);
   Rational value = rationalOf(base);
   const double bits = static_cast<double>(std::max(mpz_sizeinbase(value.up(), 2), mpz_sizeinbase(value.down(), 2)));
   if (bits * static_cast<double>(count) > kMaxBits) {
@@ -66,13 +59,13 @@ FractionNumber_c power(const FractionNumber_c& x, int64_t n, bool& exact) {
   mpz_pow_ui(value.up(), value.up(), count);
   mpz_pow_ui(value.down(), value.down(), count);
   if (n < 0) mpq_inv(value.get(), value.get());
-  return FractionNumber_c(value);
+  return FractionNumber_c(std::move(value));
 }
 
 FractionNumber_c power(const FractionNumber_c& a, const FractionNumber_c& b, bool& exact) {
   const FractionNumber_c base = reduced(a), exponent = reduced(b);
   if (!exponent.isInfinite) {
-    const std::optional<int64_t> up = smallInteger(exponent.numerator), down = smallInteger(exponent.denominator);
+    const std::optional<int64_t> up = smallInteger(exponent.numerator()), down = smallInteger(exponent.denominator());
     if (up && down) {
       const int64_t n = exponent.isNegative ? -*up : *up;
       if (*down == 1) return power(base, n, exact);

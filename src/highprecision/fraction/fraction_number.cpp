@@ -2,15 +2,13 @@
 #include "highprecision/fraction/fraction_number.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "highprecision/decimal/integer.h"
 #include "highprecision/fraction/rational.h"
 
 namespace HighPrecision {
 namespace {
 
-using HP::Integer;
-using HP::integerOfLimbs;
 using HP::Rational;
 
 // A power of 10^7 in a fraction stands there limb by limb; longer ones are infinite or zero.
@@ -49,24 +47,33 @@ Rational inverses(std::span<const int64_t> values) {
 
 }  // namespace
 
-FractionNumber_c::FractionNumber_c(std::vector<int64_t> numeratorLimbs, std::vector<int64_t> denominatorLimbs,
-                                   bool negative)
-    : numerator(atLeastOne(std::move(numeratorLimbs))), denominator(atLeastOne(std::move(denominatorLimbs))) {
+FractionNumber_c::FractionNumber_c() {
+  static const auto zero =
+      std::make_shared<const FractionParts>(std::vector<int64_t>{0}, std::vector<int64_t>{1}, true);
   typeCode = 12;
-  const std::size_t most = std::min(numerator.size(), denominator.size()) - 1;
-  std::size_t zeros = 0;
-  while (zeros < most && numerator[zeros] == 0 && denominator[zeros] == 0) ++zeros;
-  numerator.erase(numerator.begin(), numerator.begin() + static_cast<std::ptrdiff_t>(zeros));
-  denominator.erase(denominator.begin(), denominator.begin() + static_cast<std::ptrdiff_t>(zeros));
-  if (denominator.size() == 1 && denominator[0] == 0) *this = infinite(negative);
-  isNegative = negative && !isZero();
-  isLowest = denominator.size() == 1 && denominator[0] == 1;
+  parts = zero;
 }
 
-FractionNumber_c::FractionNumber_c(const Rational& x) : FractionNumber_c() {
+FractionNumber_c::FractionNumber_c(std::vector<int64_t> up, std::vector<int64_t> down, bool negative) {
+  typeCode = 12;
+  up = atLeastOne(std::move(up));
+  down = atLeastOne(std::move(down));
+  const std::size_t most = std::min(up.size(), down.size()) - 1;
+  std::size_t zeros = 0;
+  while (zeros < most && up[zeros] == 0 && down[zeros] == 0) ++zeros;
+  up.erase(up.begin(), up.begin() + static_cast<std::ptrdiff_t>(zeros));
+  down.erase(down.begin(), down.begin() + static_cast<std::ptrdiff_t>(zeros));
+  isInfinite = down.size() == 1 && down[0] == 0;
+  if (isInfinite) up = {1};
+  const bool integer = down.size() == 1 && down[0] == 1;
+  parts = std::make_shared<const FractionParts>(std::move(up), std::move(down), integer || isInfinite);
+  isNegative = negative && !isZero();
+}
+
+FractionNumber_c::FractionNumber_c(Rational&& x) {
+  typeCode = 12;
   isNegative = mpq_sgn(x.get()) < 0;
-  numerator = atLeastOne(HP::limbsOfInteger(x.up()));
-  denominator = HP::limbsOfInteger(x.down());
+  parts = std::make_shared<const FractionParts>(std::move(x));
 }
 
 FractionNumber_c::FractionNumber_c(const HPNumber_c& x) : FractionNumber_c() {
@@ -77,36 +84,44 @@ FractionNumber_c::FractionNumber_c(const HPNumber_c& x) : FractionNumber_c() {
   else if (x.exponent >= 0)
     *this = FractionNumber_c(shifted(x.limbs, x.exponent), {1}, x.isNegative);
   else
-    *this = FractionNumber_c(rationalOf({x.limbs, shifted({1}, -x.exponent), x.isNegative}));
+    *this = reduced({x.limbs, shifted({1}, -x.exponent), x.isNegative});
 }
 
 Rational rationalOf(const FractionNumber_c& x) {
   Rational result;
-  mpz_set(result.up(), integerOfLimbs(x.numerator).get());
-  mpz_set(result.down(), integerOfLimbs(x.denominator).get());
-  if (x.isNegative) mpz_neg(result.up(), result.up());
-  if (!x.isLowest) mpq_canonicalize(result.get());
+  mpq_set(result.get(), x.size().get());
+  if (x.isNegative) mpq_neg(result.get(), result.get());
   return result;
 }
 
-FractionNumber_c FractionNumber_c::infinite(bool negative) {
-  FractionNumber_c x;
-  x.isInfinite = true;
-  x.isNegative = negative;
-  x.numerator = {1};
-  x.denominator = {0};
-  return x;
+FractionNumber_c reduced(const FractionNumber_c& x) {
+  return x.isInfinite || x.isLowest() ? x : FractionNumber_c(rationalOf(x));
+}
+
+FractionNumber_c FractionNumber_c::infinite(bool negative) { return {{1}, {0}, negative}; }
+
+FractionNumber_c FractionNumber_c::reciprocal() const {
+  Rational inverse;
+  mpq_inv(inverse.get(), size().get());
+  FractionNumber_c result(std::move(inverse));
+  result.isNegative = isNegative;
+  return result;
 }
 
 FractionNumber_c fractionOfWords(std::span<const int64_t> numerator, std::span<const int64_t> denominator,
                                  bool negative) {
+  const auto isLimb = [](int64_t word) { return word >= 0 && word < kBase; };
+  if (std::ranges::all_of(numerator, isLimb) && std::ranges::all_of(denominator, isLimb)) {
+    const bool zero = std::ranges::all_of(numerator, [](int64_t limb) { return limb == 0; });
+    return {{numerator.begin(), numerator.end()}, {denominator.begin(), denominator.end()}, negative && !zero};
+  }
   const HPNumber_c up = numberOfWords(numerator, 0, negative), down = numberOfWords(denominator, 0, false);
   return {shifted(up.limbs, up.exponent), shifted(down.limbs, down.exponent), up.isNegative != down.isNegative};
 }
 
 HPNumber_c numberOf(const FractionNumber_c& x, int32_t precision) {
   if (x.isInfinite) return HPNumber_c::infinite(x.isNegative);
-  return divide(HPNumber_c(x.numerator, 0, x.isNegative), HPNumber_c(x.denominator, 0, false), precision);
+  return divide(HPNumber_c(x.numerator(), 0, x.isNegative), HPNumber_c(x.denominator(), 0, false), precision);
 }
 
 FractionNumber_c negated(FractionNumber_c x) {
@@ -124,36 +139,33 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
     if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
     return FractionNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
   }
-  Rational sum = rationalOf(a);
-  mpq_add(sum.get(), sum.get(), rationalOf(b).get());
-  return FractionNumber_c(sum);
+  Rational sum;
+  (a.isNegative == b.isNegative ? mpq_add : mpq_sub)(sum.get(), a.size().get(), b.size().get());
+  if (a.isNegative) mpq_neg(sum.get(), sum.get());
+  return FractionNumber_c(std::move(sum));
 }
 
 FractionNumber_c multiply(const FractionNumber_c& a, const FractionNumber_c& b) {
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return FractionNumber_c::infinite(negative);
-  Rational product = rationalOf(a);
-  mpq_mul(product.get(), product.get(), rationalOf(b).get());
-  return FractionNumber_c(product);
+  Rational product;
+  mpq_mul(product.get(), a.size().get(), b.size().get());
+  if (negative) mpq_neg(product.get(), product.get());
+  return FractionNumber_c(std::move(product));
 }
 
 FractionNumber_c divide(const FractionNumber_c& a, const FractionNumber_c& b) {
   if (a.isInfinite && b.isInfinite) return FractionNumber_c(HPNumber_c(1));
   if (b.isInfinite) return {};
   if (a.isInfinite || b.isZero()) return FractionNumber_c::infinite(a.isNegative != b.isNegative);
-  FractionNumber_c swapped = b;
-  std::swap(swapped.numerator, swapped.denominator);
-  return multiply(a, swapped);
+  return multiply(a, b.reciprocal());
 }
 
 int compare(const FractionNumber_c& a, const FractionNumber_c& b) {
   if (a.sign() != b.sign()) return a.sign() < b.sign() ? -1 : 1;
   int size = int(a.isInfinite) - int(b.isInfinite);
   if (!a.isInfinite && !b.isInfinite) {
-    Integer left = integerOfLimbs(a.numerator), right = integerOfLimbs(b.numerator);
-    mpz_mul(left.get(), left.get(), integerOfLimbs(b.denominator).get());
-    mpz_mul(right.get(), right.get(), integerOfLimbs(a.denominator).get());
-    const int order = mpz_cmp(left.get(), right.get());
+    const int order = mpq_cmp(a.size().get(), b.size().get());
     size = (order > 0) - (order < 0);
   }
   return a.isNegative ? -size : size;
@@ -164,7 +176,7 @@ FractionNumber_c inverseSum(std::span<const int64_t> values) {
   if (std::find(values.begin(), values.end(), 0) != values.end()) return FractionNumber_c::infinite(false);
   Rational sum = inverses(values);
   mpq_canonicalize(sum.get());
-  return FractionNumber_c(sum);
+  return FractionNumber_c(std::move(sum));
 }
 
 }  // namespace HighPrecision

@@ -2,15 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "frame/base_data.h"
 #include "highprecision/decimal/hp_number.h"
-
-namespace HP {
-class Rational;
-}  // namespace HP
+#include "highprecision/fraction/fraction_parts.h"
 
 namespace HighPrecision {
 
@@ -18,28 +16,37 @@ namespace HighPrecision {
 /// least one limb each; zero has the numerator limb 0 and no sign. An infinite fraction is 1/0.
 class FractionNumber_c : public BaseData {
  public:
-  FractionNumber_c() { typeCode = 12; }
+  FractionNumber_c();
   /// Strips the low limbs that are zero in both; does not reduce. A zero denominator makes it infinite.
   FractionNumber_c(std::vector<int64_t> numeratorLimbs, std::vector<int64_t> denominatorLimbs, bool negative);
   /// A number in lowest terms.
-  explicit FractionNumber_c(const HP::Rational& x);
+  explicit FractionNumber_c(HP::Rational&& x);
   explicit FractionNumber_c(const HPNumber_c& x);
   static FractionNumber_c infinite(bool negative);
 
   /// -1, 0 or 1.
   int sign() const { return isZero() ? 0 : isNegative ? -1 : 1; }
-  bool isZero() const { return !isInfinite && numerator.size() == 1 && numerator[0] == 0; }
+  bool isZero() const { return !isInfinite && parts->isZero; }
+  const std::vector<int64_t>& numerator() const { return parts->numerator(); }
+  const std::vector<int64_t>& denominator() const { return parts->denominator(); }
+  /// The size of a finite fraction, in lowest terms.
+  const HP::Rational& size() const { return parts->value(); }
+  /// Known to be in lowest terms, so that no common factor need be looked for.
+  bool isLowest() const { return parts->isLowest; }
+  FractionNumber_c reciprocal() const;  ///< of a finite number other than zero, in lowest terms
 
   bool isInfinite = false;
   bool isNegative = false;
-  std::vector<int64_t> numerator{0};
-  std::vector<int64_t> denominator{1};
-  /// Known to be in lowest terms, so that no common factor need be looked for.
-  bool isLowest = true;
+
+ private:
+  std::shared_ptr<const FractionParts> parts;
 };
 
 /// A finite fraction in lowest terms.
 HP::Rational rationalOf(const FractionNumber_c& x);
+
+/// The same in lowest terms.
+FractionNumber_c reduced(const FractionNumber_c& x);
 
 /// Any 64-bit words as limbs: carries make them 0..9999999, and the values stay.
 FractionNumber_c fractionOfWords(std::span<const int64_t> numerator, std::span<const int64_t> denominator,

@@ -48,7 +48,7 @@ struct GELU {
   static constexpr double kFlat = 100;  // both tails are reached, and no product overflows
   static double inner(double x) { return kRate * x * (1 + kCube * x * x); }
   // 1 + tanh u = 2 sigmoid(2u)
-  static double value(double x) { return 2 * x * sigmoid(2 * inner(x)); }
+  static double value(double x) { return x * (2 * sigmoid(2 * inner(x))); }
   static double slope(double x, double) {
     const double c = std::clamp(x, -kFlat, kFlat), u = 2 * inner(c);
     return 2 * (sigmoid(u) + c * sigmoidSlope(u) * 2 * kRate * (1 + 3 * kCube * c * c));

@@ -43,14 +43,14 @@ struct EquationTerms {
   double kernelAt(double at, double s) const {
     x->value = at;
     t->value = s;
-    return kernel.fnValue();
+    return kernel.value();
   }
   double freeTermAt(double at) const {
     x->value = at;
-    return freeTerm.fnValue();
+    return freeTerm.value();
   }
 
-  const SymObject &kernel, &freeTerm;
+  Program kernel, freeTerm;
   VarPtr x = recordOf("x"), t = recordOf("t");
 };
 
@@ -102,18 +102,21 @@ void solveODE(const SymMatrix2d_t& rightSide, std::string_view names, double sta
               std::span<const double> positions, double* out, double tolerance) {
   const size_t n = initial.size();
   const std::vector<VarPtr> variables = recordsOf(names, n + 1);
-  std::vector<const SymObject*> elements;
+  std::vector<Program> elements;
+  bool fits = variables.size() == n + 1;
   for (const auto& row : rightSide.data)
-    for (const NodePtr& element : row) elements.push_back(element.get());
-  const bool fits =
-      elements.size() == n && variables.size() == n + 1 && !std::count(elements.begin(), elements.end(), nullptr);
+    for (const NodePtr& element : row) {
+      fits = fits && element;
+      if (fits) elements.emplace_back(*element);
+    }
+  fits = fits && elements.size() == n;
   std::fill(out, out + n * positions.size(), kNaN);
   if (!fits) return;
 
   auto derivative = [&](double t, const double* y, double* dy) {
     variables[0]->value = t;
     for (size_t i = 0; i < n; ++i) variables[i + 1]->value = y[i];
-    for (size_t i = 0; i < n; ++i) dy[i] = elements[i]->fnValue();
+    for (size_t i = 0; i < n; ++i) dy[i] = elements[i].value();
   };
   ODE::ODESolverByRKF45 solver(derivative, start, {initial.begin(), initial.end()});
   if (std::abs(tolerance) > 1e-15) solver.errorLimit = std::abs(tolerance);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "sym/kinds/program.h"
 #include "sym/store/store.h"
 
 namespace Sym {
@@ -13,14 +14,14 @@ namespace Sym {
 /// An expression as a function of one variable. It writes the variable's value, which stays at the last argument.
 class SymFun {
  public:
-  SymFun(const SymObject& node, const VarPtr& variable) : node(node), variable(variable) {}
+  SymFun(const SymObject& node, const VarPtr& variable) : program(node), variable(variable) {}
   double operator()(double x) const {
     variable->value = x;
-    return node.fnValue();
+    return program.value();
   }
 
  private:
-  const SymObject& node;
+  Program program;
   const VarPtr& variable;
 };
 

@@ -12,7 +12,8 @@ namespace {
 
 bool anyHolds(const SymObject& node, const std::vector<int>& positions, const VarPtr& variable) {
   if (positions.empty())
-    return std::any_of(node.args.begin(), node.args.end(), [&](const NodePtr& a) { return containsVar(*a, variable); });
+    return std::any_of(node.args.begin(), node.args.end(),
+                       [&](const ConstNodePtr& a) { return containsVar(*a, variable); });
   return std::any_of(positions.begin(), positions.end(), [&](int i) {
     return i < static_cast<int>(node.args.size()) && containsVar(*node.args[i], variable);
   });

@@ -58,7 +58,7 @@ DerivativeSum::Monomial DerivativeSum::describe(const SymObject& node) {
   } else if (node.kind == Code::Mul) {
     product.coef = node.coef;
     product.powers.reserve(node.args.size());
-    for (const NodePtr& factor : node.args) {
+    for (const ConstNodePtr& factor : node.args) {
       if (isNumber(*factor))
         product.coef *= factor->coef;
       else
@@ -145,7 +145,7 @@ NodePtr DerivativeSum::buildProduct(const Monomial& product) const {
     multiplyValue(*factors[0], product.coef);
     return std::move(factors[0]);
   }
-  NodePtr node = std::make_shared<SymObject>(Code::Mul, product.coef);
+  NodePtr node = newNode(Code::Mul, product.coef);
   node->args = std::move(factors);
   node->fnUpdate();
   return node;
@@ -173,7 +173,7 @@ NodePtr DerivativeSum::build(double factor) {
     return std::move(terms[0]);
   }
   if (!noNumber) terms.push_back(makeNumber(number));
-  NodePtr node = std::make_shared<SymObject>(Code::Add, factor);
+  NodePtr node = newNode(Code::Add, factor);
   node->args = std::move(terms);
   node->fnUpdate();
   return node;

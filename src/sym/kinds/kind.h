@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "special/table.h"
 #include "sym/node/node.h"
 #include "sym/text/writers.h"
 
@@ -28,9 +29,10 @@ struct Kind {
   uint8_t undoes;  ///< the kind g with f(g(u)) = u that the common update rule cancels; 0 for none
   double (*value)(const SymObject& node);
   void (*update)(SymObject& node);
-  void (*text)(SymObject& node);
+  void (*text)(const SymObject& node);
   LatexForm latex;
   const Rule* diff;
+  const SpecialFunction::Routine *fewest = nullptr, *most = nullptr;  ///< what value calls; null for the structures
 
   bool is(uint8_t property) const { return (properties & property) != 0; }
 };

@@ -18,7 +18,9 @@ struct Row : Kind {
   constexpr Row undoing(uint8_t kind) const { return with(&Kind::undoes, kind); }
   constexpr Row by(void (*rule)(SymObject&)) const { return with(&Kind::update, rule); }
   constexpr Row as(LatexForm form) const { return with(&Kind::latex, form); }
-  constexpr Row as(void (*writer)(SymObject&), LatexForm form) const { return as(form).with(&Kind::text, writer); }
+  constexpr Row as(void (*writer)(const SymObject&), LatexForm form) const {
+    return as(form).with(&Kind::text, writer);
+  }
 
  private:
   template <class T>
@@ -31,7 +33,7 @@ struct Row : Kind {
 
 /// A kind of structure: what it does is written for it.
 constexpr Row structure(uint8_t code, const char* name, uint8_t most, double (*value)(const SymObject&),
-                        void (*update)(SymObject&), void (*text)(SymObject&),
+                        void (*update)(SymObject&), void (*text)(const SymObject&),
                         void (*latex)(const SymObject&, std::string&), const Rule& diff) {
   return {{code, name, 0, most, none, 0, value, update, text, texBy(latex), &diff}};
 }
@@ -40,7 +42,9 @@ constexpr Row structure(uint8_t code, const char* name, uint8_t most, double (*v
 template <uint8_t kCode>
 constexpr Row call(const char* name, const Rule& diff) {
   constexpr Counts counts = countsOf<kCode>();
-  return {{kCode, name, counts.fewest, counts.most, none, 0, routine<kCode>, updateCommon, textCall, texName, &diff}};
+  constexpr Routines places = routinesOf<kCode>();
+  return {{kCode, name, counts.fewest, counts.most, none, 0, routine<kCode>, updateCommon, textCall, texName, &diff,
+           &SpecialFunction::kFunctions[places.fewest].routine, &SpecialFunction::kFunctions[places.most].routine}};
 }
 
 /// One with values of its own, without coef.

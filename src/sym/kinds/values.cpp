@@ -9,13 +9,13 @@ double variableValue(const SymObject& node) { return node.coef * node.var->value
 
 double addValue(const SymObject& node) {
   double sum = 0;
-  for (const NodePtr& term : node.args) sum += valueOf(*term);
+  for (const ConstNodePtr& term : node.args) sum += valueOf(*term);
   return node.coef * sum;
 }
 
 double mulValue(const SymObject& node) {
   double product = node.coef;
-  for (const NodePtr& factor : node.args) product *= valueOf(*factor);
+  for (const ConstNodePtr& factor : node.args) product *= valueOf(*factor);
   return product;
 }
 

@@ -20,50 +20,49 @@ NodePtr sum(std::vector<NodePtr> terms) { return makeNode(Code::Add, std::move(t
 
 NodePtr product(const NodePtr& a, const NodePtr& b) { return makeBinary(Code::Mul, cloneNode(*a), cloneNode(*b)); }
 
-// Minors of the rows from a first one on, each kept by its set of columns, so that equal ones are computed once.
+using Places = std::vector<std::size_t>;
+
+Places allBut(std::size_t n, std::size_t left) {
+  Places indices;
+  for (std::size_t i = 0; i < n; ++i)
+    if (i != left) indices.push_back(i);
+  return indices;
+}
+
+// Minors of a matrix, each kept by its rows and columns, so that equal ones are computed once.
 class Minors {
  public:
-  Minors(const SymMatrix2d_t& from, std::vector<std::size_t> which) : matrix(from), rows(std::move(which)) {}
+  explicit Minors(const SymMatrix2d_t& from) : matrix(from) {}
 
-  // Expansion along the first of the remaining rows.
-  NodePtr of(const std::vector<std::size_t>& cols) { return cloneNode(*kept(cols)); }
+  // Expansion along the first of the rows.
+  NodePtr of(const Places& rows, const Places& cols) { return cloneNode(*kept(rows, cols)); }
+  NodePtr whole() {
+    const Places all = allBut(matrix.rows(), matrix.rows());
+    return all.empty() ? makeNumber(1) : of(all, all);
+  }
 
  private:
   const SymMatrix2d_t& matrix;
-  std::vector<std::size_t> rows;
-  std::map<std::vector<std::size_t>, NodePtr> done;
+  std::map<std::pair<Places, Places>, NodePtr> done;
 
-  const NodePtr& kept(const std::vector<std::size_t>& cols) {
-    const std::size_t row = rows[rows.size() - cols.size()];
-    if (cols.size() == 1) return matrix.at(row, cols[0]);
-    NodePtr& value = done[cols];
+  const NodePtr& kept(const Places& rows, const Places& cols) {
+    if (cols.size() == 1) return matrix.at(rows[0], cols[0]);
+    NodePtr& value = done[{rows, cols}];
     if (value) return value;
+    const Places below(rows.begin() + 1, rows.end());
     std::vector<NodePtr> terms;
     for (std::size_t j = 0; j < cols.size(); ++j) {
-      const NodePtr& element = matrix.at(row, cols[j]);
+      const NodePtr& element = matrix.at(rows[0], cols[j]);
       if (element->kind == Code::Number && element->coef == 0) continue;
-      std::vector<std::size_t> rest = cols;
+      Places rest = cols;
       rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(j));
-      NodePtr term = makeBinary(Code::Mul, cloneNode(*element), of(rest));
+      NodePtr term = makeBinary(Code::Mul, cloneNode(*element), of(below, rest));
       if (j % 2 == 1) multiplyValue(*term, -1);
       terms.push_back(std::move(term));
     }
     return value = sum(std::move(terms));
   }
 };
-
-std::vector<std::size_t> allBut(std::size_t n, std::size_t left) {
-  std::vector<std::size_t> indices;
-  for (std::size_t i = 0; i < n; ++i)
-    if (i != left) indices.push_back(i);
-  return indices;
-}
-
-NodePtr determinantNode(const SymMatrix2d_t& matrix) {
-  const std::size_t n = matrix.rows();
-  if (n == 0) return makeNumber(1);
-  return Minors(matrix, allBut(n, n)).of(allBut(n, n));
-}
 
 // The elements of a vector, lying or standing.
 std::vector<NodePtr> elements(const SymMatrix2d_t& vector) {
@@ -120,16 +119,17 @@ MatrixPtr sumOfAll(const SymMatrix2d_t& matrix) {
   return makeMatrix(sum(std::move(terms)));
 }
 
-MatrixPtr determinant(const SymMatrix2d_t& matrix) { return makeMatrix(determinantNode(matrix)); }
+MatrixPtr determinant(const SymMatrix2d_t& matrix) { return makeMatrix(Minors(matrix).whole()); }
 
 MatrixPtr inverse(const SymMatrix2d_t& matrix) {
   const std::size_t n = matrix.rows();
-  const NodePtr whole = determinantNode(matrix);
+  Minors minors(matrix);
+  const NodePtr whole = minors.whole();
   auto result = std::make_shared<SymMatrix2d_t>(n, n);
   for (std::size_t i = 0; i < n; ++i) {
-    Minors minors(matrix, allBut(n, i));
+    const Places rows = allBut(n, i);
     for (std::size_t j = 0; j < n; ++j) {
-      NodePtr cofactor = n == 1 ? makeNumber(1) : minors.of(allBut(n, j));
+      NodePtr cofactor = n == 1 ? makeNumber(1) : minors.of(rows, allBut(n, j));
       if ((i + j) % 2 == 1) multiplyValue(*cofactor, -1);
       distributeCoef(*cofactor);
       result->at(j, i) = makeNode2(*cofactor, *whole, Code::Divide);

@@ -4,6 +4,7 @@
 #include "sym/handles.h"
 #include "sym/matrix/matrix.h"
 #include "sym/node/replace.h"
+#include "sym/normal/growing.h"
 
 namespace {
 
@@ -24,22 +25,24 @@ SymObject* sym_createBaseSymVar(const char* name) { return kept(Sym::makeNamed(n
 SymObject* sym_funOneParam(SymObject* node, uint8_t code) { return kept(Sym::applyOne(find(node), code)); }
 
 SymObject* sym_funTwoParam(SymObject* a, SymObject* b, uint8_t code) {
-  return kept(Sym::applyTwo(find(a), find(b), code));
+  return kept(Sym::combine(pointerOf(a), pointerOf(b), code));
 }
 
 SymObject* sym_funMulParam(SymObject* const* nodes, int32_t count, uint8_t code) {
+  if (count == 2 && (code == ORVANE_KIND_ADD || code == ORVANE_KIND_MUL))
+    return sym_funTwoParam(nodes[0], nodes[1], code);
   Sym::Args clones;
   clones.reserve(span(nodes, count).size());
   for (SymObject* node : span(nodes, count)) {
-    const NodePtr* known = store().tempNodes.find(pointerOf(node));
-    clones.push_back(known == nullptr ? nullptr : Sym::cloneNode(**known));
+    const NodePtr known = find(node);
+    clones.push_back(known ? Sym::cloneNode(*known) : nullptr);
   }
   return kept(Sym::applyMany(std::move(clones), code));
 }
 
 void sym_clearTempVar(void) { store().tempNodes.clear(); }
 
-double sym_calcExpress(const SymObject* node) { return native(node).fnValue(); }
+double sym_calcExpress(const SymObject* node) { return Sym::built(native(node)).fnValue(); }
 
 SymMatrix2d* sym_replaceSym(const SymMatrix2d* matrix, const char* const* names, const char* const* replacements,
                             const uint8_t* flags, int32_t count) {

@@ -14,35 +14,9 @@ namespace {
 
 // Moves out the children that have children of their own and no other owner: what is left falls without recursion.
 void gather(Args& args, std::vector<NodePtr>& pending) {
+  if (args.shared()) return;
   for (NodePtr& arg : args)
-    if (arg && arg.use_count() == 1 && !arg->args.empty()) pending.push_back(std::move(arg));
-}
-
-// A node like the source but for its arguments.
-NodePtr shell(const SymObject& source) {
-  // A node that was read back from a block has no arguments for the handlers of its kind: its copy is the number that
-  // it is worth.
-  const bool hollow = source.bound().code != source.kind && source.kind > Code::Variable;
-  if (hollow) return makeNumber(source.coef);
-  NodePtr copy = newNode(source.kind, source.coef);
-  if (source.var) copy->var = source.var;
-  if (!source.text.empty()) copy->text = source.text;
-  return copy;
-}
-
-void cloneArguments(const SymObject& source, SymObject& copy, int depth,
-                    std::vector<std::pair<const SymObject*, SymObject*>>& pending) {
-  constexpr int kDeep = 100;
-  if (source.args.empty()) return;
-  copy.args.reserve(source.args.size());
-  for (const NodePtr& arg : source.args) {
-    copy.args.push_back(arg ? shell(*arg) : nullptr);
-    if (!arg || arg->args.empty()) continue;
-    if (depth < kDeep)
-      cloneArguments(*arg, *copy.args.back(), depth + 1, pending);
-    else
-      pending.emplace_back(arg.get(), copy.args.back().get());
-  }
+    if (arg && arg.alone() && !arg->args.empty()) pending.push_back(std::move(arg));
 }
 
 }  // namespace
@@ -60,6 +34,13 @@ SymObject::~SymObject() {
   }
 }
 
+void Args::copy() {
+  Args own;
+  own.block_ = newBlock(std::max<std::size_t>(size(), 1));
+  for (std::size_t i = 0; i < size(); ++i) own.push_back(nodes()[i] ? cloneNode(*nodes()[i]) : nullptr);
+  swap(own);
+}
+
 void SymObject::bindHandlers() {
   const Kind* row = findKind(kind);
   if (row == nullptr) throw std::out_of_range("invalid map<K, T> key");
@@ -73,16 +54,16 @@ void SymObject::fnUpdate() {
   if (row_->maxArgs != kAnyArgs) args.shorten(row_->maxArgs);
   if (args.size() < row_->minArgs) throw std::invalid_argument(std::string("too few arguments for ") + row_->name);
   // A null argument: nothing to normalise, and the writers of the host's mistake find it later.
-  for (const NodePtr& arg : args)
+  for (const ConstNodePtr& arg : args.read())
     if (!arg) return;
   row_->update(*this);
 }
 
 double SymObject::fnValue() const { return row_->value(*this); }
 
-void SymObject::fnText() { row_->text(*this); }
+void SymObject::fnText() const { row_->text(*this); }
 
-std::string SymObject::fnLatex() {
+std::string SymObject::fnLatex() const {
   std::string out;
   writeLatex(*this, out);
   return out;
@@ -92,9 +73,7 @@ NodePtr SymObject::fnDiff(const VarPtr& variable, std::string& message) const {
   return differentiate(*this, *row_->diff, variable, message);
 }
 
-NodePtr newNode(uint8_t kind, double coef) {
-  return std::allocate_shared<SymObject>(PoolAllocator<SymObject>(), kind, coef);
-}
+NodePtr newNode(uint8_t kind, double coef) { return NodePtr(new SymObject(kind, coef)); }
 
 NodePtr makeNumber(double value) { return newNode(Code::Number, value); }
 
@@ -135,20 +114,17 @@ NodePtr makeNode2(const SymObject& a, const SymObject& b, uint8_t code) {
 }
 
 NodePtr cloneNode(const SymObject& node, double scale) {
-  NodePtr top = shell(node);
-  if (!(std::abs(scale - 1) < kTol)) {
-    top->coef *= scale;
-    top->text.clear();
-  }
-  // Below a depth that the stack bears for certain, copies wait for their arguments.
-  std::vector<std::pair<const SymObject*, SymObject*>> pending;
-  cloneArguments(node, *top, 0, pending);
-  while (!pending.empty()) {
-    const auto [source, copy] = pending.back();
-    pending.pop_back();
-    cloneArguments(*source, *copy, 0, pending);
-  }
-  return top;
+  // A node that was read back from a block has no arguments for the handlers of its kind: its copy is the number that
+  // it is worth.
+  const bool hollow = node.bound().code != node.kind && node.kind > Code::Variable;
+  NodePtr copy = newNode(hollow ? uint8_t{Code::Number} : node.kind, node.coef);
+  const bool same = std::abs(scale - 1) < kTol;
+  if (!same) copy->coef *= scale;
+  if (hollow) return copy;
+  if (node.var) copy->var = node.var;
+  if (same && !node.text.empty()) copy->text = node.text;
+  copy->args.share(node.args);
+  return copy;
 }
 
 void scaleNode(SymObject& node, double factor) {
@@ -163,7 +139,7 @@ bool containsVar(const SymObject& node, const VarPtr& variable) {
     const SymObject* at = pending.back();
     pending.pop_back();
     if (at->kind == Code::Variable && at->var == variable) return true;
-    for (const NodePtr& arg : at->args)
+    for (const ConstNodePtr& arg : at->args)
       if (arg) pending.push_back(arg.get());
   }
   return false;

@@ -15,8 +15,8 @@ void forEachNode(Node& root, Visit&& visit) {
     Node* node = pending.back();
     pending.pop_back();
     visit(*node);
-    for (auto arg = node->args.rbegin(); arg != node->args.rend(); ++arg)
-      if (*arg) pending.push_back(arg->get());
+    for (std::size_t i = node->args.size(); i-- > 0;)
+      if (node->args[i]) pending.push_back(node->args[i].get());
   }
 }
 

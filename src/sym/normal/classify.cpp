@@ -24,7 +24,7 @@ bool isLineExpress(const SymObject& node) {
   if (node.kind == Code::Number || node.kind == Code::Variable) return true;
   if (node.kind != Code::Add) return false;
   return std::all_of(node.args.begin(), node.args.end(),
-                     [](const NodePtr& term) { return term->kind == Code::Number || linearTerm(*term).first; });
+                     [](const ConstNodePtr& term) { return term->kind == Code::Number || linearTerm(*term).first; });
 }
 
 bool isQuadTerm(const SymObject& node) {
@@ -38,7 +38,7 @@ bool isQuadExpress(const SymObject& node) {
   if (isQuadTerm(node)) return true;
   if (node.kind != Code::Add) return false;
   bool found = false;
-  for (const NodePtr& term : node.args) {
+  for (const ConstNodePtr& term : node.args) {
     const bool quadratic = isQuadTerm(*term);
     if (!quadratic && term->kind != Code::Number && term->kind != Code::Variable) return false;
     found = found || quadratic;
@@ -53,7 +53,7 @@ std::vector<std::pair<VarPtr, double>> getLineExpress(const SymObject& node) {
     return {{node.var, node.coef}};
   }
   std::vector<std::pair<VarPtr, double>> terms;
-  for (const NodePtr& term : node.args) {
+  for (const ConstNodePtr& term : node.args) {
     const auto [variable, coefficient] = linearTerm(*term);
     if (variable) terms.emplace_back(variable, coefficient * node.coef);
   }

@@ -84,10 +84,10 @@ uint64_t hashOf(const SymObject& node) {
   if (node.kind == Code::Variable) return mix(h ^ reinterpret_cast<uintptr_t>(node.var.get()));
   if (node.kind == Code::Add || node.kind == Code::Mul) {
     uint64_t members = 0;
-    for (const NodePtr& arg : node.args) members += hashWithCoefficient(*arg);
+    for (const ConstNodePtr& arg : node.args) members += hashWithCoefficient(*arg);
     return mix(h ^ members);
   }
-  for (const NodePtr& arg : node.args) h = mix(h * 31 + hashWithCoefficient(*arg));
+  for (const ConstNodePtr& arg : node.args) h = mix(h * 31 + hashWithCoefficient(*arg));
   return h;
 }
 
@@ -102,7 +102,7 @@ void sortNodes(Args& nodes) {
 bool neverNegative(const SymObject& node) {
   if (!(node.coef >= 0)) return false;
   const auto all = [&] {
-    return std::all_of(node.args.begin(), node.args.end(), [](const NodePtr& arg) { return neverNegative(*arg); });
+    return std::all_of(node.args.begin(), node.args.end(), [](const ConstNodePtr& arg) { return neverNegative(*arg); });
   };
   switch (node.kind) {
     case Code::Number:

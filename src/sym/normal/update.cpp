@@ -17,8 +17,8 @@ void updateVariable(SymObject& node) {
 
 void updateCommon(SymObject& node) {
   const Kind& row = node.bound();
-  const auto isNumber = [](const NodePtr& arg) { return arg->kind == Code::Number; };
-  if (std::all_of(node.args.begin(), node.args.end(), isNumber)) return setConstant(node, node.fnValue());
+  const auto isNumber = [](const ConstNodePtr& arg) { return arg->kind == Code::Number; };
+  if (std::all_of(node.args.read().begin(), node.args.read().end(), isNumber)) return setConstant(node, node.fnValue());
   SymObject& inner = *node.args[0];
   if (row.undoes != 0 && inner.kind == row.undoes && within(inner.coef, 1, kTol)) {
     const NodePtr argument = inner.args[0];

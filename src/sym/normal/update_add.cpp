@@ -8,6 +8,7 @@
 #include "sym/kinds/kind.h"
 #include "sym/node/edit.h"
 #include "sym/normal/compare.h"
+#include "sym/normal/identity_forms.h"
 #include "sym/normal/update.h"
 
 namespace Sym {
@@ -19,11 +20,6 @@ struct Term {
   double largest;  // size of what was added into coef
   uint64_t hash;
 };
-
-// What is left of a sum that cancels. A sum that is small because its parts are is no rounding residue and stays.
-bool isResidue(double sum, double largest) {
-  return sum == 0 || (std::abs(sum) < kEpsilon && std::abs(sum) <= 4 * kEpsilon * largest);
-}
 
 bool sameCoefficient(double a, double b) {
   return within(a, b, kTol) && std::abs(a - b) <= kTol * std::max(std::abs(a), std::abs(b));
@@ -76,7 +72,7 @@ class Sum {
     bool arose = false;
     std::vector<std::pair<std::size_t, Form>> forms;
     for (std::size_t i = 0; i < terms.size(); ++i)
-      if (const Form form = formOf(*terms[i].node); form.name != Name::none) forms.emplace_back(i, form);
+      if (const Form form = identityFormOf(*terms[i].node); form.name != Name::none) forms.emplace_back(i, form);
     for (std::size_t p = 1; p < forms.size(); ++p)
       for (std::size_t q = 0; q < p; ++q) arose = applyIdentity(forms[q], forms[p]) || arose;
     removeMarked();
@@ -88,43 +84,8 @@ class Sum {
   double largestNumber = 0;
 
  private:
-  enum class Name { none, sinSquared, cosSquared, sinhSquared, coshSquared, erf, erfc, sinh, cosh };
-
-  struct Form {
-    Name name;
-    const SymObject* argument;
-    uint64_t hash;
-  };
-
-  static Form formOf(const SymObject& node) {
-    switch (node.kind) {
-      case Code::Pow: {
-        const SymObject &base = *node.args[0], &exponent = *node.args[1];
-        if (exponent.kind != Code::Number || !within(exponent.coef, 2, kTol)) break;
-        if (base.kind == Code::Sin) return form(Name::sinSquared, base);
-        if (base.kind == Code::Cos) return form(Name::cosSquared, base);
-        if (base.kind == Code::Sinh) return form(Name::sinhSquared, base);
-        if (base.kind == Code::Cosh) return form(Name::coshSquared, base);
-        break;
-      }
-      case Code::Erf:
-        return form(Name::erf, node);
-      case Code::Erfc:
-        return form(Name::erfc, node);
-      case Code::Sinh:
-        return form(Name::sinh, node);
-      case Code::Cosh:
-        return form(Name::cosh, node);
-      default:
-        break;
-    }
-    return {Name::none, nullptr, 0};
-  }
-
-  static Form form(Name name, const SymObject& function) {
-    const SymObject& argument = *function.args[0];
-    return {name, &argument, hashWithCoefficient(argument)};
-  }
+  using Form = IdentityForm;
+  using Name = IdentityForm::Name;
 
   bool applyIdentity(std::pair<std::size_t, Form>& left, std::pair<std::size_t, Form>& right) {
     auto *p = &left, *q = &right;
@@ -141,7 +102,7 @@ class Sum {
     p->second.name = q->second.name = Name::none;  // both are spent
     s.node->flag = 1;
     if (toExp) {
-      NodePtr u = cloneNode(*c.node->args[0]);
+      NodePtr u = cloneNode(*c.node->args.read()[0]);
       if (opposite) {
         multiplyValue(*u, -1);
         distributeCoef(*u);
@@ -169,15 +130,46 @@ class Sum {
   }
 };
 
-// Writes the coefficient into the term's node.
-void settle(SymObject& node, double coef) {
+// A form by the argument of its function.
+IdentityForm form(IdentityForm::Name name, const SymObject& function) {
+  const SymObject& argument = *function.args[0];
+  return {name, &argument, hashWithCoefficient(argument)};
+}
+
+}  // namespace
+
+IdentityForm identityFormOf(const SymObject& term) {
+  using Name = IdentityForm::Name;
+  switch (term.kind) {
+    case Code::Pow: {
+      const SymObject &base = *term.args[0], &exponent = *term.args[1];
+      if (exponent.kind != Code::Number || !within(exponent.coef, 2, kTol)) break;
+      if (base.kind == Code::Sin) return form(Name::sinSquared, base);
+      if (base.kind == Code::Cos) return form(Name::cosSquared, base);
+      if (base.kind == Code::Sinh) return form(Name::sinhSquared, base);
+      if (base.kind == Code::Cosh) return form(Name::coshSquared, base);
+      break;
+    }
+    case Code::Erf:
+      return form(Name::erf, term);
+    case Code::Erfc:
+      return form(Name::erfc, term);
+    case Code::Sinh:
+      return form(Name::sinh, term);
+    case Code::Cosh:
+      return form(Name::cosh, term);
+    default:
+      break;
+  }
+  return {Name::none, nullptr, 0};
+}
+
+void settleTerm(SymObject& node, double coef) {
   if (coefficientOf(node) == coef && !node.bound().is(Property::bare)) return;
   takeCoefficient(node);
   multiplyValue(node, coef);
   if (node.kind == Code::Mul && node.args.size() == 1) node.fnUpdate();
 }
-
-}  // namespace
 
 void updateAdd(SymObject& node) {
   node.text.clear();
@@ -191,7 +183,7 @@ void updateAdd(SymObject& node) {
     // A new exponential may be a number, a sum or like another term.
     args.clear();
     for (Term& term : sum.terms) {
-      settle(*term.node, term.coef);
+      settleTerm(*term.node, term.coef);
       args.push_back(std::move(term.node));
     }
     sum.terms.clear();
@@ -202,7 +194,7 @@ void updateAdd(SymObject& node) {
   args.clear();
   args.reserve(sum.terms.size() + 1);
   for (Term& term : sum.terms) {
-    settle(*term.node, term.coef * c);
+    settleTerm(*term.node, term.coef * c);
     args.push_back(std::move(term.node));
   }
   if (!isResidue(sum.number, sum.largestNumber)) args.push_back(makeNumber(sum.number * c));

@@ -88,17 +88,18 @@ bool applyToInverse(SymObject& node) {
 // Number of quarter turns (1, 2, 3) that an argument x + number is shifted by; 0 for none of them. Drops the number.
 int takeQuarters(SymObject& argument) {
   if (argument.kind != Code::Add) return 0;
-  const auto term = std::find_if(argument.args.begin(), argument.args.end(),
-                                 [](const NodePtr& t) { return t->kind == Code::Number; });
-  if (term == argument.args.end()) return 0;
-  const double shift = std::fmod((*term)->coef * argument.coef, kTurn);
+  const Args& terms = argument.args;
+  const auto term = std::find_if(terms.begin(), terms.end(), [](const auto& t) { return t->kind == Code::Number; });
+  if (term == terms.end()) return 0;
+  const double shift = std::fmod(term->get()->coef * argument.coef, kTurn);
   const auto is = [shift](double angle) { return within(shift, angle, kTol); };
   int quarters = 0;
   if (is(1.5707963267948966) || is(-4.71238898038469)) quarters = 1;
   if (is(3.141592653589793) || is(-3.141592653589793)) quarters = 2;
   if (is(4.71238898038469) || is(-1.5707963267948966)) quarters = 3;
   if (quarters == 0) return 0;
-  argument.args.erase(term);
+  const std::ptrdiff_t place = term - terms.begin();
+  argument.args.erase(argument.args.begin() + place);
   argument.fnUpdate();
   return quarters;
 }

@@ -49,11 +49,12 @@ void updateExp(SymObject& node) {
     return setBinary(node, u, makeNumber(c), Code::Pow);
   }
   if (inner->kind == Code::Mul) {
-    Args& factors = inner->args;
-    const auto ln = std::find_if(factors.begin(), factors.end(), [](const NodePtr& f) { return f->kind == Code::Ln; });
+    const Args& factors = inner->args;
+    const auto ln = std::find_if(factors.begin(), factors.end(), [](const auto& f) { return f->kind == Code::Ln; });
     if (ln == factors.end()) return;
-    const NodePtr u = (*ln)->args[0];
-    factors.erase(ln);
+    const NodePtr u = cloneNode(*ln->get()->args[0]);
+    const std::ptrdiff_t place = ln - factors.begin();
+    inner->args.erase(inner->args.begin() + place);
     inner->fnUpdate();
     return setBinary(node, u, inner, Code::Pow);
   }

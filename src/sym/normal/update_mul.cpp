@@ -8,6 +8,7 @@
 #include "sym/kinds/kind.h"
 #include "sym/node/edit.h"
 #include "sym/normal/compare.h"
+#include "sym/normal/growing.h"
 #include "sym/normal/update.h"
 
 namespace Sym {
@@ -31,21 +32,15 @@ bool isNumber(const SymObject& node, double value) {
 Factor describe(NodePtr node) {
   Factor factor{std::move(node), nullptr, 1, {}, Factor::plain};
   const SymObject& f = *factor.node;
-  factor.base = &f;
+  factor.base = baseOf(f);
   if (f.kind == Code::Sqrt) {
-    factor.base = f.args[0].get();
     factor.number = 0.5;
     factor.shape = Factor::root;
   } else if (f.kind == Code::Pow) {
     const SymObject& exponent = *f.args[1];
-    factor.base = f.args[0].get();
     factor.number = exponent.kind == Code::Number ? exponent.coef : 0;
     factor.shape = Factor::power;
-    // A power of a root is a power of what stands under it; the root gives the sign that its domain allows.
-    if (exponent.kind == Code::Number && factor.base->kind == Code::Sqrt && factor.base->coef == 1) {
-      factor.base = factor.base->args[0].get();
-      factor.number /= 2;
-    }
+    if (factor.base != f.args[0].get()) factor.number /= 2;
   } else if (f.kind == Code::Exp) {
     factor.shape = Factor::exponential;
   }
@@ -98,7 +93,8 @@ class Product {
     } else if (factor->kind == Code::Mul) {
       coef *= factor->coef;
       collect(factor->args);
-    } else if (factor->kind == Code::Pow && factor->args[0]->kind == Code::Mul && isNumber(*factor->args[1], -1)) {
+    } else if (factor->kind == Code::Pow && factor->args.read()[0]->kind == Code::Mul &&
+               isNumber(*factor->args.read()[1], -1)) {
       SymObject& inner = *factor->args[0];
       coef *= factor->coef / inner.coef;
       for (NodePtr& arg : inner.args) take(makeBinary(Code::Pow, std::move(arg), makeNumber(-1)));
@@ -112,8 +108,8 @@ class Product {
     if (into.node->flag) return false;
     if (into.shape == Factor::exponential || from.shape == Factor::exponential) {
       if (into.shape != from.shape) return false;
-      if (!into.merged) into.symbols.push_back(std::move(into.node->args[0]));
-      into.symbols.push_back(std::move(from.node->args[0]));
+      if (!into.merged) into.symbols.push_back(cloneNode(*into.node->args.read()[0]));
+      into.symbols.push_back(cloneNode(*from.node->args.read()[0]));
     } else {
       // x Sqrt(x) stays as it is.
       const bool plainAndRoot =
@@ -129,9 +125,9 @@ class Product {
   }
 
   // The symbolic exponent of one factor joins those of another.
-  static void giveExponent(Factor& from, Factor& into) {
-    if (from.shape == Factor::power && from.node->args[1]->kind != Code::Number)
-      into.symbols.push_back(std::move(from.node->args[1]));
+  static void giveExponent(const Factor& from, Factor& into) {
+    const Args& args = from.node->args;
+    if (from.shape == Factor::power && args[1]->kind != Code::Number) into.symbols.push_back(cloneNode(*args[1]));
   }
 
   // Makes the node of a merged factor anew. True when it is more than a power of the same base.
@@ -150,11 +146,20 @@ class Product {
     }
     const uint8_t kind = base->kind;
     factor.node = makeBinary(Code::Pow, std::move(base), std::move(exponent));
-    return factor.node->kind != Code::Pow || factor.node->args[0]->kind != kind || factor.node->coef != 1;
+    return factor.node->kind != Code::Pow || factor.node->args.read()[0]->kind != kind || factor.node->coef != 1;
   }
 };
 
 }  // namespace
+
+const SymObject* baseOf(const SymObject& factor) {
+  if (factor.kind == Code::Sqrt) return factor.args[0].get();
+  if (factor.kind != Code::Pow) return &factor;
+  const SymObject &base = *factor.args[0], &exponent = *factor.args[1];
+  // A power of a root is a power of what stands under it; the root gives the sign that its domain allows.
+  const bool ofRoot = exponent.kind == Code::Number && base.kind == Code::Sqrt && base.coef == 1;
+  return ofRoot ? base.args[0].get() : &base;
+}
 
 void updateMul(SymObject& node) {
   node.text.clear();

@@ -24,11 +24,11 @@ void updateSqrt(SymObject& node) {
     node.text.clear();
     takeCoefficient(*inner);
   }
-  if (inner->kind != Code::Pow || inner->args[1]->kind != Code::Number) return;
+  if (inner->kind != Code::Pow || inner->args.read()[1]->kind != Code::Number) return;
   // Sqrt(b^e): an odd e or one that is no integer is defined for b >= 0 only; an even one leaves |b|, whose sign an
   // even half forgets.
-  const double half = inner->args[1]->coef / 2;
-  NodePtr base = inner->args[0];
+  const double half = inner->args.read()[1]->coef / 2;
+  NodePtr base = cloneNode(*inner->args.read()[0]);
   if (isInteger(half) && !isInteger(half / 2) && !neverNegative(*base)) base = makeUnary(Code::Abs, std::move(base));
   setBinary(node, std::move(base), makeNumber(half), Code::Pow);
 }

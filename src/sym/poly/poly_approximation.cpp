@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "frame/function_ref.h"
+#include "sym/kinds/program.h"
 #include "sym/matrix/matrix.h"
 #include "sym/poly/poly_roots.h"
 #include "sym/poly/polynomial.h"
@@ -50,7 +51,7 @@ std::optional<double> degreeOf(const SymObject& node) {
   }
   if (node.kind != Code::Add && node.kind != Code::Mul) return std::nullopt;
   double degree = 0;
-  for (const NodePtr& arg : node.args) {
+  for (const ConstNodePtr& arg : node.args) {
     const std::optional<double> part = degreeOf(*arg);
     if (!part) return std::nullopt;
     degree = node.kind == Code::Add ? std::max(degree, *part) : degree + *part;
@@ -118,9 +119,10 @@ NodePtr chebyshevApproximation(const SymObject& element, double a, double b, int
   if (variables.empty()) return cloneNode(element);
   if (variables.size() > 1) return nullptr;
   const VarPtr& x = variables[0];
+  const Program program(element);
   const auto f = [&](double at) {
     x->value = at;
-    return element.fnValue();
+    return program.value();
   };
   const double half = (b - a) / 2, centre = (b + a) / 2;
   std::vector<double> series = chebyshevSeries(f, half, centre, degree + 1);

@@ -55,7 +55,7 @@ PolyTerms termsOf(const SymObject& node) {
     if (std::abs(monomial.coefficient) > kSmall) terms[monomial.exponent] = monomial.coefficient;
     return terms;
   }
-  for (const NodePtr& term : node.args) {
+  for (const ConstNodePtr& term : node.args) {
     const Monomial monomial = term ? monomialOf(*term) : Monomial{};
     if (!(std::abs(monomial.coefficient) > kSmall)) return {};
     terms[monomial.exponent] += monomial.coefficient * node.coef;

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "sym/normal/growing.h"
+
 namespace Sym {
 namespace {
 
@@ -41,7 +43,9 @@ SymMatrix2d_t* SymManger::keep(MatrixPtr matrix) {
 
 NodePtr SymManger::find(SymObject* address) const {
   const NodePtr* node = tempNodes.find(address);
-  return node == nullptr ? nullptr : *node;
+  if (node == nullptr) return nullptr;
+  buildGrown(**node);
+  return *node;
 }
 
 VarPtr SymManger::variable(const std::string& name) {
@@ -72,6 +76,14 @@ NodePtr applyTwo(const NodePtr& a, const NodePtr& b, uint8_t code) {
   if (code == Code::Subtract) code = Code::Add;
   if (code == Code::Divide) code = Code::Mul;
   return makeNode(code, {cloneOrNull(a), cloneOrNull(b)});
+}
+
+NodePtr combine(SymObject* a, SymObject* b, uint8_t code) {
+  const SymManger& store = SymManger::instance();
+  const NodePtr second = store.find(b);
+  if (const NodePtr* first = store.tempNodes.find(a); first != nullptr && second)
+    if (NodePtr grown = grow(**first, *second, code)) return grown;
+  return applyTwo(store.find(a), second, code);
 }
 
 NodePtr applyMany(Args clones, uint8_t code) {

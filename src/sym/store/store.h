@@ -44,7 +44,7 @@ class SymManger {
 
   SymObject* keep(NodePtr node);             ///< enters it in tempNodes
   SymMatrix2d_t* keep(MatrixPtr matrix);     ///< enters it in matrices; null stays null
-  NodePtr find(SymObject* address) const;    ///< of tempNodes; null when unknown
+  NodePtr find(SymObject* address) const;    ///< of tempNodes, built; null when unknown
   VarPtr variable(const std::string& name);  ///< the record of that name, made when there is none
 };
 
@@ -53,6 +53,8 @@ NodePtr makeNamed(const std::string& name);
 
 /// New nodes on clones of the arguments; a null argument stays null and leaves the node as it is.
 NodePtr applyOne(const NodePtr& argument, uint8_t code);  ///< with the reciprocal kinds 38 to 45
+NodePtr combine(SymObject* a, SymObject* b,
+                uint8_t code);  ///< of two addresses in the store; a sum or product may grow
 NodePtr applyTwo(const NodePtr& a, const NodePtr& b, uint8_t code);
 NodePtr applyMany(Args clones, uint8_t code);  ///< takes the arguments as they are
 

@@ -24,7 +24,7 @@ void writeNode(DataStream& stream, const SymObject* root) {
       continue;
     }
     stream.put(static_cast<uint32_t>(node->args.size()));
-    for (auto arg = node->args.rbegin(); arg != node->args.rend(); ++arg) pending.push_back(arg->get());
+    for (std::size_t i = node->args.size(); i-- > 0;) pending.push_back(node->args[i].get());
   }
 }
 
@@ -41,7 +41,7 @@ struct Contents {
 // KEPT: a node read back has its kind and coefficient but neither arguments nor the behaviour of its kind: it is worth
 // its coefficient; expected: the expression (kept.csv: Read_node)
 NodePtr readNode(DataStream& stream, const Contents& contents) {
-  auto top = std::make_shared<SymObject>();
+  NodePtr top = newNode(Code::Number);
   uint64_t pending = 1;
   for (bool first = true; pending > 0 && !stream.bad(); first = false) {
     --pending;

@@ -44,7 +44,7 @@ void writeReciprocalOf(const SymObject& power, bool alone, std::string& out) {
   writePower(base, exponent, -1, out);
 }
 
-void writeFactors(const std::vector<SymObject*>& factors, std::string& out) {
+void writeFactors(const std::vector<const SymObject*>& factors, std::string& out) {
   if (factors.empty()) out += "1";
   for (std::size_t i = 0; i < factors.size(); ++i) {
     if (i > 0) out += kTimes;

@@ -19,7 +19,7 @@ std::string shortNumber(double x) {
 
 std::string bracketed(const std::string& text) { return "(" + text + ")"; }
 
-std::string operandText(SymObject& operand) {
+std::string operandText(const SymObject& operand) {
   return needsBrackets(operand) ? bracketed(plainText(operand)) : plainText(operand);
 }
 
@@ -54,13 +54,13 @@ std::string polynomialText(const PolyForm& poly) {
 
 // A factor below the line: the base, and the exponent with its sign changed unless that is 1.
 std::string denominatorText(const SymObject& power) {
-  SymObject& exponent = *power.args[1];
+  const SymObject& exponent = *power.args[1];
   std::string text = operandText(*power.args[0]);
   if (isNumber(exponent, -1)) return text;
   return text + "^" + operandText(*cloneNode(exponent, -1));
 }
 
-std::string numeratorText(const SymObject& product, const std::vector<SymObject*>& factors) {
+std::string numeratorText(const SymObject& product, const std::vector<const SymObject*>& factors) {
   if (factors.empty()) return within(product.coef, -1, kTol) ? "-1" : numberText(product.coef);
   std::string text;
   coefPrefix(product.coef, "*", text);
@@ -89,26 +89,26 @@ bool needsBrackets(const SymObject& operand) {
 bool factorNeedsBrackets(const SymObject& factor) { return factor.kind == Code::Add || !within(factor.coef, 1, kTol); }
 
 Fraction::Fraction(const SymObject& product) {
-  for (const NodePtr& factor : product.args) {
+  for (const ConstNodePtr& factor : product.args) {
     const bool below = factor->kind == Code::Pow && factor->args[1]->coef < 0 && within(factor->coef, 1, kTol);
     (below ? denominator : numerator).push_back(factor.get());
   }
 }
 
-const std::string& plainText(SymObject& node) {
+const std::string& plainText(const SymObject& node) {
   if (node.text.empty()) node.fnText();
   return node.text;
 }
 
-void textNumber(SymObject& node) { node.text = numberText(node.coef); }
+void textNumber(const SymObject& node) { node.text = numberText(node.coef); }
 
-void textVariable(SymObject& node) {
+void textVariable(const SymObject& node) {
   node.text.clear();
   coefPrefix(node.coef, "*", node.text);
   node.text += node.var->name;
 }
 
-void textCall(SymObject& node) {
+void textCall(const SymObject& node) {
   std::string text;
   coefPrefix(node.coef, "*", text);
   text.append(node.bound().name).append("(");
@@ -119,13 +119,13 @@ void textCall(SymObject& node) {
   node.text = text + ")";
 }
 
-void textAdd(SymObject& node) {
+void textAdd(const SymObject& node) {
   if (node.poly != nullptr && !node.poly->terms.empty()) {
     node.text = polynomialText(*node.poly);
     return;
   }
   std::string text;
-  for (const NodePtr& term : node.args) {
+  for (const ConstNodePtr& term : node.args) {
     const std::string& s = plainText(*term);
     if (!text.empty() && !bringsSign(s)) text += "+";
     text += s;
@@ -138,7 +138,7 @@ void textAdd(SymObject& node) {
     node.text = numberText(node.coef) + "*" + bracketed(text);
 }
 
-void textMul(SymObject& node) {
+void textMul(const SymObject& node) {
   const Fraction parts(node);
   std::string text = numeratorText(node, parts.numerator);
   std::string below;
@@ -153,8 +153,8 @@ void textMul(SymObject& node) {
   node.text = std::move(text);
 }
 
-void textPow(SymObject& node) {
-  SymObject &base = *node.args[0], &exponent = *node.args[1];
+void textPow(const SymObject& node) {
+  const SymObject &base = *node.args[0], &exponent = *node.args[1];
   if (isNumber(exponent, -1)) {
     node.text = numberText(node.coef) + "/" + operandText(base);
     return;

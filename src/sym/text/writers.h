@@ -9,15 +9,15 @@
 namespace Sym {
 
 // Text columns of the table of kinds: each fills the cached text of a node.
-void textNumber(SymObject& node);
-void textVariable(SymObject& node);
-void textAdd(SymObject& node);
-void textMul(SymObject& node);
-void textPow(SymObject& node);
-void textCall(SymObject& node);  ///< the kind's name and the arguments in brackets
+void textNumber(const SymObject& node);
+void textVariable(const SymObject& node);
+void textAdd(const SymObject& node);
+void textMul(const SymObject& node);
+void textPow(const SymObject& node);
+void textCall(const SymObject& node);  ///< the kind's name and the arguments in brackets
 
 /// The cached text, built when there is none.
-const std::string& plainText(SymObject& node);
+const std::string& plainText(const SymObject& node);
 
 /// The LaTeX form of a kind, a column of the table of kinds.
 struct LatexForm {
@@ -60,7 +60,7 @@ bool needsBrackets(const SymObject& operand);
 /// The factors of a product, those to a negative power apart.
 struct Fraction {
   explicit Fraction(const SymObject& product);
-  std::vector<SymObject*> numerator, denominator;  ///< the latter as powers
+  std::vector<const SymObject*> numerator, denominator;  ///< the latter as powers
 };
 
 /// Whether a factor above the fraction line stands in brackets.

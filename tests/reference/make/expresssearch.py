@@ -97,10 +97,11 @@ for code, budget in itertools.product(TRANSFORMS, (1, 3, 4)):
 # Kind 60: planes and quadrics, solved for -1 and for the largest term; idx is the term that is solved for.
 v = rng.standard_normal((3, 60))
 v = v / np.linalg.norm(v, axis=0) * np.array([[1], [2], [3]]) * (1 + 0.01 * rng.standard_normal(60)) + np.array([[3], [1], [2]])
-data("column", v)
-for budget, pairs in ((4, []), (7, [(i, i) for i in range(3)]),
-                      (10, [(i, i) for i in range(3)] + [(0, 1), (0, 2), (1, 2)])):
-    rows = list(v) + [v[i] * v[j] for i, j in pairs]
+squares = [(i, i) for i in range(3)]
+flat = np.array([v[0], v[1], 2 * v[0] - 3 * v[1] + 0.1 * rng.standard_normal(60)])  # through the origin: no -1 fits
+for columns, budget, pairs in ((v, 4, []), (v, 7, squares), (v, 10, squares + [(0, 1), (0, 2), (1, 2)]), (flat, 4, [])):
+    data("column", columns)
+    rows = list(columns) + [columns[i] * columns[j] for i, j in pairs]
     T = np.array(rows).T
     first = np.linalg.lstsq(T, -np.ones(60), rcond=None)[0]
     target = int(np.argmax(abs(first)))

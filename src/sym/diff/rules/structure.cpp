@@ -17,7 +17,7 @@ NodePtr diffVariable(const SymObject& node, const VarPtr& variable, std::string&
 
 NodePtr diffAdd(const SymObject& node, const VarPtr& variable, std::string& message) {
   DerivativeSum sum(variable, message);
-  for (const NodePtr& term : node.args)
+  for (const ConstNodePtr& term : node.args)
     if (!sum.addDerivative(*term)) return nullptr;
   return sum.build(node.coef);
 }

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "highprecision/fraction/rational.h"
+
+namespace HighPrecision {
+
+/// Numerator and denominator of a fraction without its sign, as limbs and as GMP's number. One of the two is given, the
+/// other is made by the first who asks: a chain of operations never changes the radix. Fractions that differ by their
+/// sign share them; any number of threads may read.
+class FractionParts {
+ public:
+  /// Integers in base 10^7, at least one limb each; `lowest`: known to be in lowest terms.
+  FractionParts(std::vector<int64_t> numerator, std::vector<int64_t> denominator, bool lowest);
+  /// In lowest terms; the sign does not count.
+  explicit FractionParts(HP::Rational&& x);
+
+  const std::vector<int64_t>& numerator() const { return makeLimbs(), up; }
+  const std::vector<int64_t>& denominator() const { return makeLimbs(), down; }
+  const HP::Rational& value() const { return makeValue(), *number; }  ///< in lowest terms
+
+  const bool isZero;
+  const bool isLowest;
+
+ private:
+  void makeLimbs() const;
+  void makeValue() const;
+
+  const bool hasLimbs;
+  mutable std::once_flag once;  // of what was not given
+  mutable std::vector<int64_t> up, down;
+  mutable std::optional<HP::Rational> number;
+};
+
+}  // namespace HighPrecision
