@@ -106,7 +106,8 @@ ORVANE_API int32_t fir_getCoefficientSize(const FirFilter* filter);
 /**
  * The coefficients h.
  *
- * @param out  [fir_getCoefficientSize] out
+ * @param filter  filter
+ * @param out     [fir_getCoefficientSize] out
  * @return     their number
  */
 ORVANE_API int32_t fir_getCoefficient(const FirFilter* filter, double* out);
@@ -114,7 +115,8 @@ ORVANE_API int32_t fir_getCoefficient(const FirFilter* filter, double* out);
 /**
  * Sets the coefficients.
  *
- * @param in  [fir_getCoefficientSize] new values
+ * @param filter  filter
+ * @param in      [fir_getCoefficientSize] new values
  * @return    false, with nothing changed, if there are none or more of them than the number that the sampling frequency
  *            is
  */
@@ -129,7 +131,9 @@ ORVANE_API void fir_setWindowParam(FirFilter* filter, double value);
 /**
  * Parameters 1..n of the window; nothing without one. Windows of fixed coefficients take them too.
  *
+ * @param filter  filter
  * @param values  [n]
+ * @param n       number of parameters
  */
 ORVANE_API void fir_setWindowParam2(FirFilter* filter, const double* values, int32_t n);
 
@@ -174,9 +178,10 @@ ORVANE_API bool fir_judgeCoefficient(const FirFilter* filter);
  *     centred     y[i] = sum over k of h[k] x[i - (K-1)/2 + k], (K-1)/2 an integer division
  *     recursive   y[i] = sum over k >= 0 of b[k] x[i-k] - sum over k >= 1 of a[k] y[i-k]
  *
- * @param x  [n] samples
- * @param y  [n] out; must not overlap x
- * @param n  number of samples; 0 or less does nothing
+ * @param filter  filter
+ * @param x       [n] samples
+ * @param y       [n] out; must not overlap x
+ * @param n       number of samples; 0 or less does nothing
  * @return   false when there are no coefficients, and when a value is NaN or beyond 1e100 in size: the values before it
  *           are there, it and all behind it are 0
  */
@@ -202,8 +207,9 @@ ORVANE_API void fir_createIIR(FirFilter* filter);
  *     Chebyshev I       22          30          11          14
  *     Chebyshev II      30          24          15          12
  *
- * @param gain  factor of the numerator
- * @param kind  ORVANE_IIR_...; any other value is Butterworth
+ * @param filter  filter
+ * @param gain    factor of the numerator
+ * @param kind    ORVANE_IIR_...; any other value is Butterworth
  * @return      whether the filter is the one asked for. False unless 0 < edge < fs/2, for a band 0 < low < high < fs/2:
  *              the coefficients are then what the formulas give, a filter that as a rule is not stable. False, with a
  *              filter without coefficients, for n above 200, for ORVANE_FILTER_NONE, and for frequencies that are not
@@ -214,6 +220,7 @@ ORVANE_API bool fir_solveByIIR(FirFilter* filter, double gain, uint8_t kind);
 /**
  * Coefficients of the recursive filter.
  *
+ * @param filter  filter
  * @param b, a    out; null asks for the counts alone
  * @param nb, na  out: how many there are, 0 without a recursive filter; null skips b or a
  */
@@ -232,6 +239,7 @@ ORVANE_API void fir_lineSolverClear(FirFilter* filter);
  * The K = fir_getCoefficientSize coefficients that bring the centred convolution of all records closest to what shall
  * come out, by least squares over the points with a full window. They become the coefficients and the live filter.
  *
+ * @param filter  filter
  * @param method  ORVANE_FIR_SYMMETRIC: h[k] = h[K-1-k]; ORVANE_FIR_ANTISYMMETRIC: h[k] = -h[K-1-k] but for the centre
  * of an odd K, which is free; else all free
  * @return        sum of squared deviations over all points of all records; 1e300 without records or coefficients or
@@ -277,7 +285,8 @@ ORVANE_API void filter_setSampleSize(FilterObjective* objective, int32_t m);
  * with Bc, Bs the sums of b[i] cos(i w), b[i] sin(i w), and Ac, As those of a; 0 for an empty grid. For FIR filters
  * this is the distance of the response from the target; with a it is not that of B/A.
  *
- * @param p  [nb + na] as in filter_setParam
+ * @param objective  objective
+ * @param p          [nb + na] as in filter_setParam
  */
 ORVANE_API double filter_optFun(FilterObjective* objective, const double* p);
 

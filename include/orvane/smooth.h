@@ -24,7 +24,9 @@ enum { ORVANE_RADIAL_FIRST = 1, ORVANE_RADIAL_LAST = 19 };
  *
  * @param in      [n]
  * @param out     [n] out
+ * @param n       number of values
  * @param kernel  [width]
+ * @param width   length of the kernel
  */
 ORVANE_API void filterByConvFilter(const double* in, double* out, int32_t n, const double* kernel, int32_t width);
 
@@ -63,6 +65,9 @@ ORVANE_API void filterByLimitAmpFilter(const double* in, double* out, int32_t n,
  * Local least squares: at the points 0, step, 2 step, ... a polynomial is fitted to the window around the point; it
  * gives the values at the point and at the step - 1 points behind it.
  *
+ * @param in      [n]
+ * @param out     [n] out
+ * @param n       number of values
  * @param width   of the window
  * @param degree  of the polynomial; below 0: 0; width - 1 at most
  * @param step    below 1: 1. Beyond width/2 the polynomial is continued outside its window
@@ -80,9 +85,13 @@ ORVANE_API void filterByEKF(const double* in, double* out, int32_t n, double a, 
  * Savitzky-Golay smoothing: the value at its middle of the least-squares polynomial over the abscissae k dt,
  * k = -h..h, h = width/2; an even width counts as one more.
  *
+ * @param in      [n]
+ * @param out     [n] out
+ * @param n       number of values
  * @param dt      spacing; the result does not depend on it, but 0 leaves a constant to fit, and NaN or infinity gives
  * NaN
  * @param degree  below 0: 0; from 2h on every point keeps its value
+ * @param width   of the window
  */
 ORVANE_API void filterBySavitzkyGolay(const double* in, double* out, int32_t n, double dt, int32_t degree,
                                       int32_t width);
@@ -102,8 +111,12 @@ ORVANE_API void filterBySavitzkyGolay(const double* in, double* out, int32_t n, 
  *      9  (1-r)^5 (5r+1)                  19  (1-r)^7 (5r^6+35r^5+101r^4+147r^3+101r^2+35r+5)
  *     10  (1-r)^7 (16r^2+7r+1)
  *
- * @param half  below 0 copies
- * @param kind  1..19; any other leaves out as it is
+ * @param in     [n]
+ * @param out    [n] out
+ * @param n      number of values
+ * @param half   below 0 copies
+ * @param delta  added to the scale by its size
+ * @param kind   1..19; any other leaves out as it is
  */
 ORVANE_API void filterByRadialFun(const double* in, double* out, int32_t n, int32_t half, double delta, uint8_t kind);
 
@@ -112,7 +125,9 @@ ORVANE_API void filterByRadialFun(const double* in, double* out, int32_t n, int3
  *
  * @param x        [n]
  * @param y        [n] out
+ * @param n        number of values
  * @param weights  [width], of any length; null or a width below 1 copies. A sum of 0 gives infinity or NaN
+ * @param width    number of weights
  */
 ORVANE_API void data_Smooth1D(const double* x, double* y, int32_t n, const double* weights, int32_t width);
 
@@ -123,6 +138,7 @@ ORVANE_API void data_Smooth1D2(const double* x, double* y, int32_t n, const doub
  * Whittaker's smoothing: the y that minimises sum (x - y)^2 + lambda sum (y[i] - 2 y[i+1] + y[i+2])^2, in time O(n).
  *
  * @param x       [n]
+ * @param n       number of values
  * @param lambda  below 0 copies
  * @param y       [n] out; a copy for n < 4
  */
@@ -133,6 +149,7 @@ ORVANE_API void data_SmoothWhittaker1D(const double* x, int32_t n, double lambda
  * mirror that of the last i + 1.
  *
  * @param x      [n]
+ * @param n      number of values
  * @param width  below 2, or n - 1 and more: copies
  * @param y      [n] out
  */
@@ -147,6 +164,8 @@ ORVANE_API void data_smoothByWindowMedian(const double* x, int32_t n, int32_t wi
  * @param rowPointers  [rows] rows of [cols] values
  * @param out          [rows*cols] row-major; must not overlap the rows
  * @param a, b         lambda down the columns, and along the rows; below 0 leaves that direction as it is
+ * @param rows         number of rows
+ * @param cols         number of columns
  */
 ORVANE_API void api_DataSmooth(const double* const* rowPointers, double* out, double a, double b, int32_t rows,
                                int32_t cols);
@@ -157,6 +176,7 @@ ORVANE_API void api_DataSmooth(const double* const* rowPointers, double* out, do
  * which the one passes into the other by 3t^2 - 2t^3.
  *
  * @param data  [n] samples, copied; a value that is not finite is followed by short pieces
+ * @param n     number of samples
  * @param m     degree; below 0: 0
  * @param tol   with 0, below it or NaN the line goes through the samples
  * @return      handle, released by api_FreeHandle
@@ -166,7 +186,8 @@ ORVANE_API SmoothLine* api_SmoothLine_Create(const double* data, int32_t n, int3
 /**
  * The line at the samples.
  *
- * @param out  [n] out; null asks for the count alone
+ * @param line  smoothing line
+ * @param out   [n] out; null asks for the count alone
  * @return     n
  */
 ORVANE_API int32_t api_SmoothLine_GetRes(const SmoothLine* line, double* out);
@@ -176,8 +197,15 @@ ORVANE_API int32_t api_SmoothLine_GetRes(const SmoothLine* line, double* out);
  * lines outside. The points may stand in either order; between points of one abscissa there is nothing, it belongs to
  * the left.
  *
- * @param x  [n] abscissae
- * @param y  [n] out
+ * @param x0      abscissa of the first point
+ * @param y0      value there
+ * @param slope0  slope there
+ * @param x1      abscissa of the second point
+ * @param y1      value there
+ * @param slope1  slope there
+ * @param x       [n] abscissae
+ * @param y       [n] out
+ * @param n       number of abscissae
  */
 ORVANE_API void data_calcSmoothLineIn2Point(double x0, double y0, double slope0, double x1, double y1, double slope1,
                                             const double* x, double* y, int32_t n);
@@ -185,6 +213,8 @@ ORVANE_API void data_calcSmoothLineIn2Point(double x0, double y0, double slope0,
 /**
  * First differences out[i] = x[i+1] - x[i].
  *
+ * @param x    [n]
+ * @param n    number of values
  * @param out  [n-1] out
  * @return     n - 1; 0 for n below 1
  */
@@ -195,6 +225,7 @@ ORVANE_API int32_t calFirstOrderDiff(const double* x, int32_t n, double* out);
  * points in all (error of order dh^4), or n where there are fewer; 0 for a single one.
  *
  * @param y   [n]
+ * @param n   number of values
  * @param dh  spacing; 0 gives infinity or NaN
  * @param dy  [n] out; must not be y
  */
@@ -209,6 +240,7 @@ ORVANE_API void data_calcDataDiffByUnSameDh(const double* x, const double* y, in
  *
  * @param x       [n] abscissae, in order
  * @param y       [n]
+ * @param n       number of values
  * @param degree  below 0: 0; at most one less than the distinct abscissae of a window
  * @param width   held to 1..n
  * @param dy      [n] out; must not be x or y

@@ -85,7 +85,15 @@ ORVANE_API uint8_t stock_searchStockByName(const char* name, StockData** out);
  * @param year   calendar date
  * @param month  calendar date
  * @param day    calendar date
- * @param value0 to value8: the nine values, rounded as the table above tells
+ * @param value0 field 0, rounded as the table above tells
+ * @param value1 field 1
+ * @param value2 field 2
+ * @param value3 field 3
+ * @param value4 field 4
+ * @param value5 field 5
+ * @param value6 field 6
+ * @param value7 field 7
+ * @param value8 field 8
  */
 ORVANE_API void stock_setData(StockData* stock, uint32_t year, uint32_t month, uint32_t day, double value0,
                               double value1, double value2, double value3, double value4, double value5, double value6,

@@ -24,15 +24,18 @@ enum { ORVANE_HILBERT_ENVELOPE = 0, ORVANE_HILBERT_PHASE = 1, ORVANE_HILBERT_PHA
 /** Weights of data_Filter2D. */
 typedef struct Filter2DKernel {
   const double* values; /**< [rows*cols] row-major */
-  int32_t rows, cols;
-  uint8_t normalise; /**< not 0: divided by their sum, unless that is within 1e-15 of 0 */
+  int32_t rows;         /**< number of rows */
+  int32_t cols;         /**< number of columns */
+  uint8_t normalise;    /**< not 0: divided by their sum, unless that is within 1e-15 of 0 */
 } Filter2DKernel;
 
 /**
  * Forward transform, not scaled, of n = max(nre, nim) values.
  *
  * @param re     [nre] real part; null or a count of 0 or less is empty
+ * @param nre    length of re
  * @param im     [nim] imaginary part; the shorter part is continued by zeros
+ * @param nim    length of im
  * @param outRe  [n] out
  * @param outIm  [n] out
  *
@@ -49,6 +52,8 @@ ORVANE_API void data_InvFFT(const double* re, int32_t nre, const double* im, int
  * @param re       [rows*cols] row-major
  * @param im       [rows*cols]; not read, and taken as 0, unless hasIm
  * @param rows     below 1: nothing happens, as for cols
+ * @param cols     number of columns
+ * @param hasIm    whether im is read
  * @param outRe    [rows*cols] out
  * @param outIm    [rows*cols] out
  * @param threads  contiguous blocks of rows, later of columns, on so many threads (256 at most); below 2 on the
@@ -65,6 +70,7 @@ ORVANE_API void data_InvFFT2D(const double* re, const double* im, int32_t rows, 
  * Amplitudes |X[i]| of n real samples, not scaled, and their frequencies i fs/n, for i < n/2.
  *
  * @param x     [n]
+ * @param n     number of values
  * @param fs    sampling frequency
  * @param freq  [n/2] out
  * @param amp   [n/2] out
@@ -82,6 +88,7 @@ ORVANE_API int32_t data_plotFFT(const double* x, int32_t n, double fs, double* f
  * @param highF  below 0: 0; NaN or above fs/2: no upper edge
  * @param value  0 as a rule
  * @param fs     sampling frequency
+ * @param n      number of values
  */
 ORVANE_API void data_FilterByFFT(const double* x, double* y, double lowF, double highF, double value, double fs,
                                  int32_t n);
@@ -97,6 +104,7 @@ ORVANE_API void data_InvShift(const double* x, double* y, int32_t n);
  *
  * @param x      [n]; with a value that is not finite all of y is NaN
  * @param y      [n] out; 0 but for rounding when order >= n - 1
+ * @param n      number of values
  * @param order  below 0 copies
  */
 ORVANE_API void data_Detrend(const double* x, double* y, int32_t n, int32_t order);
@@ -105,6 +113,7 @@ ORVANE_API void data_Detrend(const double* x, double* y, int32_t n, int32_t orde
  * The analytic signal a + ib of n real samples (Gabor 1946; a = x).
  *
  * @param x     [n]
+ * @param n     number of values
  * @param out   [n] out
  * @param mode  ORVANE_HILBERT_ENVELOPE: sqrt(a^2 + b^2). ORVANE_HILBERT_PHASE: atan2(b, a) in radians.
  *              ORVANE_HILBERT_PHASE_STEP: differences of that phase, (p[i+1] - p[i-1])/2 inside, one-sided at the ends;
@@ -123,6 +132,7 @@ ORVANE_API void data_getHilbertInfo(const double* x, int32_t n, double* out, uin
  * @param out      [rows*cols] out
  * @param kernel   weights; null, without values or with a size below 1 nothing happens
  * @param rows     below 1: nothing happens, as for cols
+ * @param cols     number of columns
  * @param threads  contiguous blocks of rows on so many threads (256 at most); the values do not depend on it
  */
 ORVANE_API void data_Filter2D(const double* in, double* out, const Filter2DKernel* kernel, int32_t rows, int32_t cols,

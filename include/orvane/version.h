@@ -11,8 +11,11 @@
 
 #include <orvane/export.h>
 
+/** First part of the version. */
 #define ORVANE_VERSION_MAJOR 0
+/** Second part of the version. */
 #define ORVANE_VERSION_MINOR 1
+/** Third part of the version. */
 #define ORVANE_VERSION_PATCH 0
 
 /** The version of these headers as a number to compare: 10000 major + 100 minor + patch. */
@@ -20,7 +23,9 @@
 
 /** The version of these headers as text, such as "0.1.0". */
 #define ORVANE_VERSION ORVANE_VERSION_TEXT(ORVANE_VERSION_MAJOR, ORVANE_VERSION_MINOR, ORVANE_VERSION_PATCH)
+/** Helper of ORVANE_VERSION: its arguments after their expansion. */
 #define ORVANE_VERSION_TEXT(major, minor, patch) ORVANE_VERSION_JOINED(major, minor, patch)
+/** Helper of ORVANE_VERSION_TEXT. */
 #define ORVANE_VERSION_JOINED(major, minor, patch) #major "." #minor "." #patch
 
 /**
