@@ -126,6 +126,8 @@ def by_rust(prefix, work, library_dir):
     if not shutil.which("cargo") or not shutil.which("bindgen"):
         print("without cargo or bindgen: no program in Rust")
         return
+    if "sanitize" in ENV["CFLAGS"]:
+        return  # its run-time must come first, which a program in Rust does not know
     shutil.copytree(CONSUMER / "rust", work / "rust")
     environment = dict(ENV, PKG_CONFIG_PATH=str(library_dir / "pkgconfig"), LD_LIBRARY_PATH=str(library_dir),
                        ORVANE_INCLUDE=str(prefix / "include"))
