@@ -18,7 +18,7 @@ import numpy as np
 import scipy
 from scipy import optimize, stats
 
-SIZE, RUNS = 500, 5
+SIZE, RUNS = 300, 3
 BUDGETS = [(20, 50), (20, 200), (30, 500)]  # candidates, iterations
 # By code. The schedule of kind 0 takes minutes at any budget, and kind 8 runs like 7.
 SOLVERS = {1: "lg", 2: "lg2", 3: "gto", 4: "run", 5: "sc0", 6: "sc1", 7: "swo", 9: "iswo", 10: "ins"}

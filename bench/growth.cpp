@@ -184,7 +184,7 @@ void inverse(int n) {
 
 void singularValues(int n) {
   const std::vector<double> a = scattered(n * n);
-  std::vector<double> u(places(n * n)), s(places(n)), v(places(n * n));
+  std::vector<double> u(places(n * n)), s(places(n * n)), v(places(n * n));
   matrixSVD2(a.data(), n, n, u.data(), s.data(), v.data());
 }
 
@@ -219,7 +219,7 @@ constexpr Workload kWorkloads[] = {
     {"sym_product", 500, 2000, symProduct},
     {"sym_derivative", 20, 60, symDerivative},
     {"sym_text", 50, 200, symText},
-    {"sym_values", 100, 400, symValues},
+    {"sym_values", 400, 1600, symValues},
     {"sym_inverse", 4, 6, symInverse},
     {"hp_product", 50, 400, hpProduct},
     {"hp_quotient", 50, 400, hpQuotient},
@@ -227,7 +227,7 @@ constexpr Workload kWorkloads[] = {
     {"fraction_sum", 200, 800, fractionSum},
     {"hypergeometric", 50, 200, hypergeometric},
     {"pdf_sample", 2000, 20000, pdfSample},
-    {"pdf_values", 500, 5000, pdfValues},
+    {"pdf_values", 5000, 20000, pdfValues},
     {"sort", 2000, 20000, sorted},
     {"fft", 1024, 8192, transform},
     {"median", 1000, 5000, median},

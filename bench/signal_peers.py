@@ -9,47 +9,17 @@ peer's, the two taking turns: below 1 Orvane is quicker.
 """
 import ctypes
 import sys
-import time
 
 import numpy as np
 import scipy.fft
 import scipy.ndimage
 import scipy.signal
+from peer_rows import at, head, row
 
 lib = ctypes.CDLL(sys.argv[1])
 lib.fir_Create.restype = ctypes.c_void_p
 rng = np.random.default_rng(1)
 D, I = ctypes.c_double, ctypes.c_int
-
-
-def at(array):
-    return ctypes.c_void_p(array.ctypes.data)
-
-
-def least(f, g, turns=9):
-    """Least times of f and g, each turn long enough for the clock."""
-    def count(h):
-        h()
-        start = time.thread_time()
-        h()
-        return max(1, int(0.01 / (time.thread_time() - start + 1e-9)))
-
-    calls = [(f, count(f)), (g, count(g))]
-    best = [1e9, 1e9]
-    for _ in range(turns):
-        for k, (h, n) in enumerate(calls):
-            start = time.thread_time()
-            for _ in range(n):
-                h()
-            best[k] = min(best[k], (time.thread_time() - start) / n)
-    return best
-
-
-def row(name, ours, theirs, peer):
-    if len(sys.argv) > 2 and not any(name.startswith(want) for want in sys.argv[2:]):
-        return
-    a, b = least(ours, theirs)
-    print(f"| {name} | {1e6 * a:.4g} | {1e6 * b:.4g} | {a / b:.2f} | {peer} |", flush=True)
 
 
 def transforms():
@@ -78,7 +48,7 @@ def filters():
 def windows():
     x = rng.standard_normal(1_000_000)
     y = np.empty_like(x)
-    for width in (5, 101, 1001, 10001):
+    for width in (5, 25, 101, 1001, 10001):
         row(f"median, width {width}, 10^6", lambda: lib.filterByMedianFilter(at(x), at(y), x.size, width),
             lambda: scipy.ndimage.median_filter(x, width, mode="nearest"), "scipy.ndimage.median_filter")
         row(f"maximum, width {width}, 10^6", lambda: lib.filterByMaxFilter(at(x), at(y), x.size, width),
@@ -105,7 +75,7 @@ def smoothers():
             lambda: scipy.signal.savgol_filter(x, 31, 3, mode="nearest"), "scipy.signal.savgol_filter")
 
 
-print("| case | Orvane us | peer us | ratio | peer |\n|---|---|---|---|---|")
+head()
 transforms()
 filters()
 windows()

@@ -69,13 +69,13 @@ double calcKurtosis(std::span<const double> x) {
 double calcMeanAngle(std::span<const double> angles) {
   if (angles.empty()) return kNaN;
   constexpr double kTurn = 2 * std::numbers::pi;
-  std::vector<double> sorted(angles.size());
-  std::transform(angles.begin(), angles.end(), sorted.begin(), reducedAngle);
-  std::sort(sorted.begin(), sorted.end(), ascending);
-  const double n = sizeOf(sorted), mean = calcMean(sorted);
+  std::vector<double> reduced(angles.size());
+  std::transform(angles.begin(), angles.end(), reduced.begin(), reducedAngle);
+  reduced = sorted(reduced);
+  const double n = sizeOf(reduced), mean = calcMean(reduced);
   double below = 0, leastChange = 0, best = mean;  // the sum of the distances of the angles below the cut
-  for (std::size_t cut = 1; cut < sorted.size(); ++cut) {
-    below += sorted[cut - 1] - mean;
+  for (std::size_t cut = 1; cut < reduced.size(); ++cut) {
+    below += reduced[cut - 1] - mean;
     const auto moved = static_cast<double>(cut);
     const double change = kTurn * (2 * below + kTurn * moved * (1 - moved / n));
     if (change < leastChange) {
@@ -127,14 +127,12 @@ void countSegments(std::span<const double> x, std::span<double> centres, std::sp
 std::size_t normalQQ(std::span<const double> x, double* values, double* ranks, double* normal) {
   constexpr double kSame = 1e-8;
   if (x.size() < 2) return 0;
-  std::vector<double> sorted(x.begin(), x.end());
-  std::sort(sorted.begin(), sorted.end(), ascending);
-
+  const std::vector<double> all = sorted(x);
   std::size_t distinct = 0;
-  for (std::size_t from = 0, to; from < sorted.size(); from = to, ++distinct) {
+  for (std::size_t from = 0, to; from < all.size(); from = to, ++distinct) {
     to = from + 1;
-    while (to < sorted.size() && sorted[to] - sorted[from] < kSame) ++to;
-    values[distinct] = sorted[from];
+    while (to < all.size() && all[to] - all[from] < kSame) ++to;
+    values[distinct] = all[from];
     ranks[distinct] = static_cast<double>(from + to) / 2 / sizeOf(x);  // the middle of its step
   }
   const CentralSums sums({values, distinct});

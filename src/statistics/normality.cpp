@@ -110,9 +110,7 @@ double normTestByJarqueBera(std::span<const double> x) {
 
 double twoTestByKolmogorovSmirnov(std::span<const double> x, std::span<const double> y) {
   if (x.size() < kLeast || y.size() < kLeast) return 0;
-  std::vector<double> a(x.begin(), x.end()), b(y.begin(), y.end());
-  std::sort(a.begin(), a.end(), ascending);
-  std::sort(b.begin(), b.end(), ascending);
+  const std::vector<double> a = sorted(x), b = sorted(y);
   if (std::isnan(a.back()) || std::isnan(b.back())) return kNaN;
   const auto na = static_cast<double>(a.size()), nb = static_cast<double>(b.size());
   double distance = 0;
@@ -127,14 +125,13 @@ double twoTestByKolmogorovSmirnov(std::span<const double> x, std::span<const dou
 }
 
 ShapiroWilk normTestByShapiroWilk(std::span<const double> x, bool exactScores) {
-  std::vector<double> sorted(x.begin(), x.end());
-  std::sort(sorted.begin(), sorted.end(), ascending);
-  const std::size_t n = sorted.size();
-  const double spread = CentralSums(sorted).second;
+  const std::vector<double> values = sorted(x);
+  const std::size_t n = values.size();
+  const double spread = CentralSums(values).second;
   if (spread < 1e-32) return {0, 0, kNaN, kNaN};  // all values are one
   const std::vector<double> a = weights(n, exactScores);
   double sum = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * (sorted[n - a.size() + i] - sorted[a.size() - 1 - i]);
+  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * (values[n - a.size() + i] - values[a.size() - 1 - i]);
   return judged(std::min(sum * sum / spread, 1.0), n, exactScores);
 }
 

@@ -31,8 +31,8 @@ const std::vector<double>& StatFun::getData(uint8_t code) {
   return place->second;
 }
 
-std::vector<double> StatFun::transformedAscending(uint8_t code, std::vector<double> values) const {
-  std::sort(values.begin(), values.end(), ascending);
+std::vector<double> StatFun::transformedAscending(uint8_t code, std::span<const double> x) const {
+  std::vector<double> values = sorted(x);
   for (double& value : values) value = calcFun(code, value);
   return values;
 }
@@ -42,11 +42,11 @@ double StatFun::testByKS(uint8_t code) { return kolmogorovSmirnov(getData(evenCo
 double StatFun::testByAD(uint8_t code) { return andersonDarling(getData(evenCode(code))); }
 
 double StatFun::testByKS(uint8_t code, std::span<const double> x) const {
-  return kolmogorovSmirnov(transformedAscending(code, {x.begin(), x.end()}));
+  return kolmogorovSmirnov(transformedAscending(code, x));
 }
 
 double StatFun::testByAD(uint8_t code, std::span<const double> x) const {
-  return andersonDarling(transformedAscending(code, {x.begin(), x.end()}));
+  return andersonDarling(transformedAscending(code, x));
 }
 
 std::string describe(uint8_t code) {

@@ -35,7 +35,7 @@ class StatFun final : public BaseData {
   std::size_t size() const { return sample.size(); }
 
  private:
-  std::vector<double> transformedAscending(uint8_t code, std::vector<double> values) const;
+  std::vector<double> transformedAscending(uint8_t code, std::span<const double> x) const;
 
   std::vector<double> sample;
   Params params{};

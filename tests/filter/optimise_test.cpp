@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "filter/support.h"
-#include "solver/host.h"
 
 namespace {
 
@@ -80,7 +79,7 @@ TEST(Objective, ErrorOfGivenSamples) {
   EXPECT_EQ(filter_calcErrorByIIR(o.handle, nullptr, nullptr, 0, 0), 1.25);
 }
 
-TEST(Objective, GridOfTheSpecification) {
+TEST(Objective, GridFromWhatIsAsked) {
   const auto error = [](uint8_t type, int32_t m, double gain) {
     Objective o;
     fir_setType(o.handle, type);
@@ -99,29 +98,6 @@ TEST(Objective, GridOfTheSpecification) {
   }
   EXPECT_EQ(error(4, 8, 1.0), 9);
   for (const int32_t none : {0, -5}) EXPECT_EQ(error(0, none, 1.0), 0);
-}
-
-FilterObjective* solved = nullptr;
-
-TEST(Objective, AnOptimiserDesignsByIt) {
-  // Zero phase is out of reach for coefficients on one side but for the first; without the imaginary part the best
-  // ones are those of the cosine series of the target.
-  Objective o;
-  solved = o.handle;
-  fir_setLimitFrequency(o.handle, 256);
-  filter_setFIROpt(o.handle, 3);
-  filter_setImagWeight(o.handle, 0.0);
-  Numbers angle, target;
-  for (int k = 0; k < 40; ++k) {
-    angle.push_back((k + 0.5) * kPi / 40);
-    target.push_back(k < 20 ? 1.0 : 0.0);
-  }
-  filter_setSampleData(o.handle, angle.data(), target.data(), 40);
-  Host os;
-  os.fun([](const double* p) { return filter_optFun(solved, p); }, 3, -1.0, 1.0);
-  os.solver(6, 20, 150, 1e-16);
-  os.run();
-  expectNear(os.x, {0.5, 2 / kPi, 0.0}, 1e-3, "optimum");
 }
 
 }  // namespace

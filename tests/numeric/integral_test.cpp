@@ -104,7 +104,6 @@ TEST(Integral, InfiniteRanges) {
   check(lorentz, -3, kInf, kPi / 2 + std::atan(3.0));
   check(lorentz, -kInf, 3, kPi / 2 + std::atan(3.0));
   check(lorentz, -kInf, kInf, kPi);
-  check([](double x) { return std::pow(1 + x, -1.5); }, 0, kInf, 2);  // beyond 1e3 there is still 0.06
   EXPECT_EQ(math_Integral1D(gauss, kInf, kInf, -1), 0.0);
   EXPECT_EQ(math_Integral1D(gauss, -kInf, -kInf, -1), 0.0);
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <orvane/statistics.h>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <map>
 #include <numbers>
 #include <span>
@@ -11,6 +13,7 @@
 namespace {
 
 using Values = std::vector<double>;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct Fun {
   explicit Fun(const Values& x = {}, const Values& params = {})
@@ -127,6 +130,7 @@ TEST(Tests, AgreeWithReferences) {
       {"shapiroP", [&](auto& x, auto&) { return shapiro(x, false); }},
       {"ks", [](auto& x, auto&) { return data_normTestByKolmogorovSmirnov(x.data(), size(x)); }},
       {"ad", [&](auto& x, auto&) { return stat_testByADForFun(Fun(x, ownNormal(x)).handle, ORVANE_STAT_NORMAL); }},
+      {"adNormal", [](auto& x, auto&) { return data_normTestByAndersonDarling(x.data(), size(x)); }},
       {"ks2", [](auto& x, auto& y) { return data_twoTestByKolmogorovSmirnov(x.data(), size(x), y.data(), size(y)); }},
   };
   for (const std::string& line : readLines("statistics/tests.csv")) {
@@ -175,6 +179,18 @@ TEST(Descriptive, QuantilePlotSegmentsOrderAngles) {
   EXPECT_DOUBLE_EQ(b[1], 2.5 / 7);
   const double mean = 24.0 / 5, sd = std::sqrt((3.8 * 3.8 + 2.8 * 2.8 + 0.2 * 0.2 + 2.2 * 2.2 + 4.2 * 4.2) / 4);
   EXPECT_NEAR(p[3], std::erfc((mean - 7) / (sd * std::numbers::sqrt2)) / 2, 1e-15);
+
+  Values many(1000), order(1000), ranks(1000), law(1000);  // enough of them for another way of sorting
+  for (std::size_t i = 0; i < many.size(); ++i)
+    many[i] = std::sin(static_cast<double>(i * i)) * std::pow(10, i % 7) / 3;
+  many[17] = -kInfinity;
+  ASSERT_EQ(data_normQQData(many.data(), 1000, order.data(), ranks.data(), law.data()), 1000);
+  std::sort(many.begin(), many.end());
+  EXPECT_EQ(order, many);
+  many[3] = many[500] = std::nan("");
+  data_normQQData(many.data(), 1000, order.data(), ranks.data(), law.data());
+  EXPECT_EQ(order[500], many[502]);
+  EXPECT_TRUE(std::isnan(order[998]) && std::isnan(order[999]));
 
   Values centres(4), counts(4);
   data_segmentCount(x.data(), 7, 4, centres.data(), counts.data());

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "filter/apply/wide_registers.h"
+#include "frame/wide_registers.h"
 
 namespace Filter {
 

@@ -32,7 +32,7 @@ void slidingFold(std::span<const double> padded, std::size_t width, double* out,
 }
 
 /// out[i] = median of padded[i], ..., padded[i + width - 1] for i < n, the mean of the two middle values for an even
-/// width. A NaN counts as greater than every number. O(n log width).
+/// width. A NaN counts as greater than every number. Time O(n log width) at most.
 void slidingMedian(std::span<const double> padded, std::size_t width, double* out, std::size_t n);
 
 }  // namespace Filter

@@ -33,7 +33,9 @@ struct Substitution {
 
 /// tan(pi f/fs), which folds at fs.
 Wide bentEdge(double frequency, double sampling) {
-  const HP::SineCosine angle = sineCosine(pi() * Wide(std::remainder(frequency, sampling)) / Wide(sampling));
+  const double folded = std::remainder(frequency, sampling);
+  if (folded == 0.0) return Wide(0.0);
+  const HP::SineCosine angle = sineCosine(pi() * Wide(folded) / Wide(sampling));
   return Wide(angle.sine) / Wide(angle.cosine);
 }
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "filter/apply/wide_registers.h"
 #include "filter/transform/roots_of_unity.h"
 #include "filter/transform/scratch.h"
+#include "frame/wide_registers.h"
 
 namespace Filter {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "filter/apply/wide_registers.h"
 #include "filter/transform/butterfly.h"
 #include "filter/transform/roots_of_unity.h"
+#include "frame/wide_registers.h"
 
 namespace Filter {
 

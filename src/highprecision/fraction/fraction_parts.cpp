@@ -16,24 +16,25 @@ FractionParts::FractionParts(std::vector<int64_t> numerator, std::vector<int64_t
 
 FractionParts::FractionParts(HP::Rational&& x)
     : isZero(mpq_sgn(x.get()) == 0), isLowest(true), hasLimbs(false), number(std::move(x)) {
-  mpq_abs(number.get(), number.get());
+  mpq_abs(number->get(), number->get());
 }
 
 void FractionParts::makeLimbs() const {
   if (hasLimbs) return;
   std::call_once(once, [this] {
-    up = HP::limbsOfInteger(number.up());
+    up = HP::limbsOfInteger(number->up());
     if (up.empty()) up.push_back(0);
-    down = HP::limbsOfInteger(number.down());
+    down = HP::limbsOfInteger(number->down());
   });
 }
 
 void FractionParts::makeValue() const {
   if (!hasLimbs) return;
   std::call_once(once, [this] {
-    mpz_swap(number.up(), HP::integerOfLimbs(up).get());
-    mpz_swap(number.down(), HP::integerOfLimbs(down).get());
-    if (!isLowest) mpq_canonicalize(number.get());
+    number.emplace();
+    mpz_swap(number->up(), HP::integerOfLimbs(up).get());
+    mpz_swap(number->down(), HP::integerOfLimbs(down).get());
+    if (!isLowest) mpq_canonicalize(number->get());
   });
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "highprecision/fraction/rational.h"
@@ -21,7 +22,7 @@ class FractionParts {
 
   const std::vector<int64_t>& numerator() const { return makeLimbs(), up; }
   const std::vector<int64_t>& denominator() const { return makeLimbs(), down; }
-  const HP::Rational& value() const { return makeValue(), number; }  ///< in lowest terms
+  const HP::Rational& value() const { return makeValue(), *number; }  ///< in lowest terms
 
   const bool isZero;
   const bool isLowest;
@@ -33,7 +34,7 @@ class FractionParts {
   const bool hasLimbs;
   mutable std::once_flag once;  // of what was not given
   mutable std::vector<int64_t> up, down;
-  mutable HP::Rational number;
+  mutable std::optional<HP::Rational> number;
 };
 
 }  // namespace HighPrecision

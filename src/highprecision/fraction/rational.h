@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <utility>
+
 #include "highprecision/binary/hp_by_gmp.h"
 
 namespace HP {
@@ -9,10 +11,12 @@ namespace HP {
 class Rational {
  public:
   Rational() { mpq_init(value); }
-  Rational(Rational&& other) noexcept : Rational() { mpq_swap(value, other.value); }
+  Rational(Rational&& other) noexcept : owns(std::exchange(other.owns, false)) { *value = *other.value; }
   Rational(const Rational&) = delete;
   Rational& operator=(const Rational&) = delete;
-  ~Rational() { mpq_clear(value); }
+  ~Rational() {
+    if (owns) mpq_clear(value);
+  }
 
   mpq_ptr get() { return value; }
   mpq_srcptr get() const { return value; }
@@ -22,6 +26,7 @@ class Rational {
   mpz_srcptr down() const { return mpq_denref(value); }
 
  private:
+  bool owns = true;  // false of one that was moved from: it is good for nothing more
   mpq_t value;
 };
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes tests/reference/statistics: families.csv by mpmath, samples.csv and tests.csv by SciPy.
+"""Writes tests/reference/statistics: families.csv by mpmath, samples.csv and tests.csv by SciPy and R.
 
 families.csv: code, a, b, c, x; the integral of the density from the lower end of the support to x, in ulps.
 samples.csv: name and values. tests.csv: what, sample, second sample; value and the largest error.
@@ -8,6 +8,7 @@ The density of a family is written here as the library's text has it, so that te
 """
 import math
 import pathlib
+import subprocess
 
 import mpmath as mp
 import numpy as np
@@ -137,6 +138,29 @@ def test_rows(all_samples):
         yield f"ks2,{one},{two},{p:.17g},1e-6"
 
 
+R_SCRIPT = """
+suppressMessages(library(nortest))
+for (line in readLines(file("stdin"))) {
+  cells <- strsplit(line, ",")[[1]]; x <- as.numeric(cells[-1])
+  say <- function(what, value, error) cat(sprintf("%s,%s,,%.17g,%g\n", what, cells[1], value, error))
+  s <- shapiro.test(x)
+  say("shapiroW", s$statistic, 1e-13)
+  say("shapiroP", s$p.value, 1e-12)
+  if (length(x) > 7) say("adNormal", ad.test(x)$p.value, 1e-12)
+  if (!anyDuplicated(x)) say("ks", ks.test(x, "pnorm", mean(x), sd(x), exact = TRUE)$p.value, 1e-11)
+}"""
+
+
+def witness_rows(all_samples):
+    """R with nortest, whose tests are written in doubles by the same papers."""
+    lines = [f"{name}," + ",".join(f"{v:.17g}" for v in x)
+             for name, x in all_samples.items() if len(x) > 2 and name != "constant"]
+    run = subprocess.run(["Rscript", "-e", R_SCRIPT], input="\n".join(lines) + "\n", capture_output=True, text=True)
+    if run.returncode != 0:
+        raise SystemExit(run.stderr)
+    return run.stdout.splitlines()
+
+
 def write(name, rows, head):
     (OUT / name).write_text(f"# make/statistics.py, mpmath {mp.__version__}, SciPy {scipy.__version__}\n# {head}\n" + "\n".join(rows) + "\n")
 
@@ -144,4 +168,4 @@ def write(name, rows, head):
 every = dict(samples())
 write("families.csv", family_rows(), "cdf,code,a,b,c,x,value,ulps")
 write("samples.csv", (",".join([name, *(float(v).hex() for v in x)]) for name, x in every.items()), "name,values")
-write("tests.csv", test_rows(every), "what,sample,other,value,error")
+write("tests.csv", [*test_rows(every), *witness_rows(every)], "what,sample,other,value,error")

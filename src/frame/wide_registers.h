@@ -3,8 +3,6 @@
 
 #include "frame/processor.h"
 
-namespace Filter {
-
 /// Loops over doubles compiled twice: for the base instruction set and for AVX2 where the processor may have it.
 /// Without fused multiply-add both give the same bits.
 
@@ -25,5 +23,3 @@ auto onWidest(const Body& body) {
 #endif
   return body();
 }
-
-}  // namespace Filter
