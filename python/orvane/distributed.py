@@ -50,8 +50,10 @@ def _gather(client: Any, call: Callable[[Any], Any], jobs: Sequence[Any], retrie
         except KeyboardInterrupt:
             pass
         return
-    from distributed import as_completed
-    from distributed.diagnostics.progressbar import progress as bar
+    import distributed as dask
+
+    as_completed: Any = dask.as_completed
+    bar: Any = dask.progress
 
     futures = [client.submit(call, job, retries=retries, pure=False) for job in jobs]
     places = {future.key: place for place, future in enumerate(futures)}

@@ -36,6 +36,7 @@ _KERNELS = {
     "inverse_multiquadric": 7, "circular": 8, "spherical": 9, "cauchy": 10,
 }
 _TRANSFORMS = {"none": 0, "exp": 1, "ln": 2, "sqrt": 3}
+_Side = list[tuple[float, tuple[int, ...]]]  # coefficients, and the columns that each multiplies
 _ACTIVATIONS = {"tanh": 66, "relu": 78, "sigmoid": 77, "gelu": 87, "selu": 86, "softplus": 80, "mish": 91, "sin": 61}
 
 
@@ -80,7 +81,8 @@ class _Binary(ClassifierMixin, _Model):  # type: ignore[misc]
         return np.where(places == 1, 1.0, -1.0)
 
     def _named(self, positive: NDArray[np.bool_]) -> NDArray[Any]:
-        return self.classes_[positive.astype(int)]
+        found: NDArray[Any] = self.classes_[positive.astype(int)]
+        return found
 
 
 class SVMClassifier(_Binary):
@@ -97,7 +99,7 @@ class SVMClassifier(_Binary):
         p0, p1, p2 of the kernel.
     rate : float, optional
         Share of right samples at which the training ends; above 1 it goes on to the optimum.
-    max_iter : int, optional
+    max_steps : int, optional
         Joint steps; 0 for no limit.
 
     Examples
@@ -108,8 +110,8 @@ class SVMClassifier(_Binary):
     """
 
     def __init__(self, kernel: str = "gauss", C: float = 10.0, parameters: Sequence[float] = (1.0, 0.0, 2.0),
-                 rate: float = 1.01, max_iter: int = 1000000) -> None:
-        self.kernel, self.C, self.parameters, self.rate, self.max_iter = kernel, C, parameters, rate, max_iter
+                 rate: float = 1.01, max_steps: int = 1000000) -> None:
+        self.kernel, self.C, self.parameters, self.rate, self.max_steps = kernel, C, parameters, rate, max_steps
 
     def fit(self, X: ArrayLike, y: ArrayLike) -> "SVMClassifier":
         """Trains on samples and labels."""
@@ -117,7 +119,7 @@ class SVMClassifier(_Binary):
         self._x, self._y = features, self._signs(target)
         machine = self._machine(trained=False)
         pointer = machine.pointer
-        lib.svm_limit(pointer, real(self.rate, "rate"), integer(self.max_iter, "max_iter", 0), 10**9)
+        lib.svm_limit(pointer, real(self.rate, "rate"), integer(self.max_steps, "max_steps", 0), 10**9)
         self.converged_, self.outcome_ = beside(lambda: bool(lib.svm_solve(pointer)), lambda: lib.svm_stop(pointer))
         self.multipliers_ = np.zeros(len(features))
         lib.svm_getA(pointer, _double(self.multipliers_))
@@ -282,13 +284,15 @@ class _Graph:
     def variables(self, values: Floats) -> None:
         lib.api_NetWorkSetVar(self.net.pointer, _double(values))
 
-    def train(self, x: Floats, y: Floats, steps: int, batch: int, rate: float, weight: float, bar: bool) -> str:
+    def train(self, x: Floats, y: Floats, steps: int, batch: int, rate: float, weight: float, seed: int,
+              bar: bool) -> str:
         pointer = self.net.pointer
         with Handle(lib.api_CreateOptimizer()) as optimiser, Handle(lib.api_CreateSolver(_ADAM)) as stepper:
             opt = optimiser.pointer
             lib.api_SetSolverVar(stepper.pointer, 0.9, 0.999, 1e-8, rate, rate / 20, steps)
             lib.api_SetSolver(opt, stepper.pointer)
             lib.api_SetNewWork(opt, pointer)
+            lib.api_optSetSeed(opt, seed)
             lib.api_SetPreprocessType(opt, 255)
             lib.api_SetTrainData(opt, _double(x), _double(y), len(x), x.shape[1], y.shape[1])
             lib.api_SetIterCount(opt, steps, max(1, steps // 64), min(batch, len(x)))
@@ -324,9 +328,9 @@ class _Network(_Model):
     """Standardised features, a dense network, Adam."""
 
     def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int = 32,
-                 rate: float = 0.01, weight_decay: float = 0.0, progress: bool = False) -> None:
+                 rate: float = 0.01, weight_decay: float = 0.0, seed: int = 0, progress: bool = False) -> None:
         self.hidden, self.activation, self.steps, self.batch = hidden, activation, steps, batch
-        self.rate, self.weight_decay, self.progress = rate, weight_decay, progress
+        self.rate, self.weight_decay, self.seed, self.progress = rate, weight_decay, seed, progress
 
     def _learn(self, x: Floats, y: Floats) -> None:
         self._centre, self._scale = x.mean(axis=0), x.std(axis=0)
@@ -336,7 +340,8 @@ class _Network(_Model):
         self.outcome_ = self._native.train(
             np.ascontiguousarray((x - self._centre) / self._scale), np.ascontiguousarray(y),
             integer(self.steps, "steps", 1, 2**31), integer(self.batch, "batch", 1, 2**31),
-            real(self.rate, "rate", 0.0), real(self.weight_decay, "weight_decay"), self.progress)
+            real(self.rate, "rate", 0.0), real(self.weight_decay, "weight_decay"),
+            integer(self.seed, "seed", 0, 2**32 - 1), self.progress)
         self.variables_ = self._native.variables
 
     def _graph(self) -> _Graph:
@@ -362,6 +367,9 @@ class NetworkRegressor(RegressorMixin, _Network):  # type: ignore[misc]
     steps, batch : int, optional
         Steps of Adam and rows of a step.
     rate, weight_decay : float, optional
+    seed : int, optional
+        Of the step limit's generator. After the first round the rows are taken in an order of the system's choice, so
+        that two fits differ a little.
     progress : bool, optional
         Shows a tqdm bar.
 
@@ -411,7 +419,9 @@ class NetworkClassifier(ClassifierMixin, _Network):  # type: ignore[misc]
 
     def predict(self, X: ArrayLike) -> NDArray[Any]:
         """The class of the largest output."""
-        return self.classes_[self._outputs(X).argmax(axis=1)]
+        places = self._outputs(X).argmax(axis=1)
+        found: NDArray[Any] = self.classes_[places]
+        return found
 
 
 def terms_of(features: Floats, degree: int) -> tuple[list[tuple[int, ...]], Floats]:
@@ -429,7 +439,7 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
         Parameters of the formula, the constant among them.
     degree : int, optional
         Features in one product.
-    transform : {"none", "exp", "ln", "sqrt"}, optional
+    target : {"none", "exp", "ln", "sqrt"}, optional
         What is searched for instead of y.
     time : float, optional
         Seconds after which the search ends.
@@ -451,9 +461,12 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
     '2 + 3*x0'
     """
 
-    def __init__(self, max_terms: int = 3, degree: int = 2, transform: str = "none", time: float | None = None,
+    numerator_: _Side
+    denominator_: _Side
+
+    def __init__(self, max_terms: int = 3, degree: int = 2, target: str = "none", time: float | None = None,
                  progress: bool = False) -> None:
-        self.max_terms, self.degree, self.transform = max_terms, degree, transform
+        self.max_terms, self.degree, self.target = max_terms, degree, target
         self.time, self.progress = time, progress
 
     def fit(self, X: ArrayLike, y: ArrayLike) -> "FormulaRegressor":
@@ -461,7 +474,7 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
         features, target = self._training(X, y, True)
         target = np.ascontiguousarray(target, np.float64)
         places, terms = terms_of(features, integer(self.degree, "degree", 1, 8))
-        code = choice(self.transform, "transform", _TRANSFORMS)
+        code = choice(self.target, "target", _TRANSFORMS)
         size = integer(self.max_terms, "max_terms", 1, 64)
         with Handle(lib.api_ES_Create()) as search:
             pointer = search.pointer
@@ -490,9 +503,9 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
             n = int(info[2])
             above, below = ffi.new("double[]", n + 2), ffi.new("double[]", n + 2)
             numerator, denominator = ffi.new("int32_t[]", n + 1), ffi.new("int32_t[]", n + 1)
-            count = lib.api_ES_GetResultForTwoIndex(best, above, numerator, below, denominator)
+            lib.api_ES_GetResultForTwoIndex(best, above, numerator, below, denominator)
             self.numerator_ = _side(above, numerator, places)
-            self.denominator_ = _side(below, denominator, places, count)
+            self.denominator_ = _side(below, denominator, places)
             self._map, self.error_ = (int(info[1]), float(info[3]), float(info[4])), float(info[5])
         text = _text(self.numerator_)
         if len(self.denominator_) > 1:
@@ -518,15 +531,15 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
         return found
 
 
-def _side(coefficients: Any, terms: Any, places: list[tuple[int, ...]], count: int = -1) -> list[tuple[float, tuple[int, ...]]]:
-    values = []
+def _side(coefficients: Any, terms: Any, places: list[tuple[int, ...]]) -> _Side:
+    values: list[float] = []
     while coefficients[len(values)] < 1e300:
         values.append(float(coefficients[len(values)]))
-    side: list[tuple[float, tuple[int, ...]]] = [(values[-1], ())]
+    side: _Side = [(values[-1], ())]
     return side + [(value, places[terms[i]]) for i, value in enumerate(values[:-1])]
 
 
-def _text(side: list[tuple[float, tuple[int, ...]]]) -> str:
+def _text(side: _Side) -> str:
     parts = []
     for coefficient, columns in side:
         names = [f"x{c}" + (f"^{columns.count(c)}" if columns.count(c) > 1 else "") for c in sorted(set(columns))]

@@ -16,7 +16,9 @@ from orvane import learn
 HERE = pathlib.Path(__file__).parent
 MODULES = list(orvane._MODULES)
 # Checks that an estimator does not pass, with the reason.
-EXPECTED_FAILURES = {}
+NOT_REPEATED = "after the first round the library takes the rows in an order of the system's choice"
+EXPECTED_FAILURES = {"NetworkRegressor": dict.fromkeys(
+    ["check_regressor_data_not_an_array", "check_regressors_int", "check_fit_idempotent"], NOT_REPEATED)}
 
 
 @pytest.mark.parametrize("name", MODULES)
