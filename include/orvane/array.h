@@ -4,9 +4,9 @@
  * Functions over whole arrays, chosen by a code; sorting, copying and shuffling.
  *
  * A host that works with vectors crosses the boundary once an array. Each value has the bits that the function of the
- * same name gives for the element alone. Nothing is reported: a code without a function does nothing (apiFun_calcPoly
- * fills NaN). Arrays are the host's; a count of 0 or less does nothing. The functions keep no state and may be called
- * from any thread; generators live in the call.
+ * same name gives for the element alone, but for acoth and coth (codes 4 and 43), whose last bits may differ. Nothing
+ * is reported: a code without a function does nothing (apiFun_calcPoly fills NaN). Arrays are the host's; a count of 0
+ * or less does nothing. The functions keep no state and may be called from any thread; generators live in the call.
  */
 #ifndef ORVANE_ARRAY_H
 #define ORVANE_ARRAY_H
