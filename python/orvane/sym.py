@@ -306,8 +306,9 @@ class Expression(_Table):
         --------
         >>> from orvane import sym
         >>> x = sym.var("x")
-        >>> round(sym.exp(-x * x).integrate(x, float("-inf"), float("inf")), 9)
-        1.772453851
+        >>> area = sym.exp(-x * x).integrate(x, float("-inf"), float("inf"))
+        >>> f"{area:.9f}"
+        '1.772453851'
         """
         name = _name_of(variable, "variable")
         self._only(name, "integrate")
