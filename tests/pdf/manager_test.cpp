@@ -297,8 +297,13 @@ TEST(FitThreads, HandleMayBeReleasedDuringItsFit) {
     const uint8_t code = 1;
     EXPECT_EQ(pdfManger_optimizer(manager, funs.bare.data(), 2, &code, 1, 40, 3000, 2, 0.0), 1);
   });
+  PDFFun* ranked[2] = {};
+  double errors[2] = {1e300, 1e300};
   while (!pdfManger_isRun(manager)) std::this_thread::sleep_for(100us);
-  std::this_thread::sleep_for(5ms);
+  for (int turn = 0; turn < 5000 && !(errors[1] < 1e300); ++turn) {  // until both have found something
+    std::this_thread::sleep_for(1ms);
+    pdfManger_getSortPDF(manager, ranked, errors);
+  }
   pdfManger_stop(manager);
   api_FreeHandle(manager);
   fit.join();
