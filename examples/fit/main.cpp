@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: fits distributions to a column of a CSV file and writes a report.
-#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -8,6 +7,7 @@
 #include <string>
 #include <thread>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "csv_column.h"
 #include "fit_run.h"
@@ -19,17 +19,6 @@ namespace {
 
 constexpr int kBadInput = 2;
 constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
-
-volatile sig_atomic_t interrupted = 0;
-
-/// Ctrl-C asks for an early end; a second one ends the program at once.
-void catchInterrupt() {
-  struct sigaction action {};
-  action.sa_handler = [](int) { interrupted = 1; };
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  sigaction(SIGINT, &action, nullptr);
-  sigaction(SIGTERM, &action, nullptr);
-}
 
 void drawProgress(const Progress& progress) {
   constexpr int kCells = 30;

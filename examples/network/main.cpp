@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: learns handwritten digits by a stack of networks and writes a page about it.
-#include <signal.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <string>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "digits.h"
 #include "options.h"
@@ -17,17 +17,6 @@ namespace {
 
 constexpr int kBadInput = 2;
 constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
-
-volatile sig_atomic_t interrupted = 0;
-
-/// Ctrl-C asks for an early end; a second one ends the program at once.
-void catchInterrupt() {
-  struct sigaction action {};
-  action.sa_handler = [](int) { interrupted = 1; };
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  sigaction(SIGINT, &action, nullptr);
-  sigaction(SIGTERM, &action, nullptr);
-}
 
 /// A terminal sees the progress; a file or a pipe is spared the control characters.
 void drawProgress(const Progress& progress) {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: finds laws in data.
-#include <signal.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <string>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "csv.h"
 #include "formula.h"
@@ -82,37 +82,12 @@ void set(Options& options, const std::string& option, const std::string& value) 
 }
 
 Options readOptions(int argc, char** argv) {
-  static const std::string kNames[] = {"--report", "--data",       "--study",  "--kind",
-                                       "--degree", "--parameters", "--seconds"};
+  static constexpr const char* kNames[] = {"--report", "--data",       "--study",  "--kind",
+                                           "--degree", "--parameters", "--seconds"};
   Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string option = argv[k];
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option.empty() || option[0] != '-') {
-      if (!options.file.empty()) throw Complaint("more than one file given");
-      options.file = option;
-      continue;
-    }
-    if (std::find(std::begin(kNames), std::end(kNames), option) == std::end(kNames))
-      throw Complaint("unknown option " + option);
-    if (++k == argc) throw Complaint(option + " needs a value");
-    set(options, option, argv[k]);
-  }
+  options.help = !readCommandLine(argc, argv, kNames, options.file,
+                                  [&options](const auto& option, const auto& value) { set(options, option, value); });
   return options;
-}
-
-volatile std::atomic<bool> interrupted = false;
-
-/// Ctrl-C asks for an early end; a second one ends the program at once.
-void catchInterrupt() {
-  struct sigaction action {};
-  action.sa_handler = [](int) { interrupted = true; };
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  sigaction(SIGINT, &action, nullptr);
-  sigaction(SIGTERM, &action, nullptr);
 }
 
 int parametersOf(const Options& options) {

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <span>
+#include <string>
+
+/// Hands out each option with its value, and puts what is no option into `file`, once. False when help is asked for;
+/// throws Complaint for an option that `names` does not hold, one without a value, and a second file.
+bool readCommandLine(int argc, char** argv, std::span<const char* const> names, std::string& file,
+                     const std::function<void(const std::string& option, const std::string& value)>& take);
+
+/// Whether Ctrl-C or a request to end has come since catchInterrupt.
+extern std::atomic<bool> interrupted;
+
+/// Ctrl-C asks for an early end; a second one ends the program at once.
+void catchInterrupt();
