@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "page.h"
 #include "portfolio.h"
@@ -44,28 +45,17 @@ double number(const std::string& option, const std::string& text, double least, 
 }
 
 Options readOptions(int argc, char** argv) {
+  static constexpr const char* kNames[] = {"--report", "--return", "--lots", "--threads"};
   Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string option = argv[k];
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option.empty() || option[0] != '-') {
-      if (!options.cities.empty()) throw Complaint("more than one file given");
-      options.cities = option;
-      continue;
-    }
-    if (option != "--report" && option != "--return" && option != "--lots" && option != "--threads")
-      throw Complaint("unknown option " + option);
-    if (++k == argc) throw Complaint(option + " needs a value");
-    const std::string value = argv[k];
-    if (option == "--report") options.report = value;
-    if (option == "--return")
-      options.wantedReturn = number(option, value, returnRange().first, returnRange().second, false);
-    if (option == "--lots") options.lots = static_cast<int>(number(option, value, 1, 100, true));
-    if (option == "--threads") options.threads = static_cast<int>(number(option, value, 1, 256, true));
-  }
+  options.help =
+      !readCommandLine(argc, argv, kNames, options.cities, [&options](const auto& option, const auto& value) {
+        if (option == "--report") options.report = value;
+        if (option == "--return")
+          options.wantedReturn = number(option, value, returnRange().first, returnRange().second, false);
+        if (option == "--lots") options.lots = static_cast<int>(number(option, value, 1, 100, true));
+        if (option == "--threads") options.threads = static_cast<int>(number(option, value, 1, 256, true));
+      });
+  if (options.help) return options;
   if (options.cities.empty()) throw Complaint("no file given");
   return options;
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "filters.h"
 #include "page.h"
@@ -48,31 +49,17 @@ double number(const std::string& option, const std::string& text, double least, 
 }
 
 Options readOptions(int argc, char** argv) {
+  static constexpr const char* kNames[] = {"--column", "--window", "--report", "--output", "--rate", "--edge"};
   Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string option = argv[k];
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option.empty() || option[0] != '-') {
-      if (!options.file.empty()) throw Complaint("more than one file given");
-      options.file = option;
-      continue;
-    }
-    const std::pair<const char*, std::string*> texts[] = {{"--column", &options.column},
-                                                          {"--window", &options.window},
-                                                          {"--report", &options.report},
-                                                          {"--output", &options.output}};
-    std::string* text = nullptr;
-    for (const auto& [name, place] : texts)
-      if (option == name) text = place;
-    if (text == nullptr && option != "--rate" && option != "--edge") throw Complaint("unknown option " + option);
-    if (++k == argc) throw Complaint(option + " needs a value");
-    if (text != nullptr) *text = argv[k];
-    if (option == "--rate") options.rate = number(option, argv[k], 2, 1000);
-    if (option == "--edge") options.edge = number(option, argv[k], 1e-6, 500);
-  }
+  options.help = !readCommandLine(argc, argv, kNames, options.file, [&options](const auto& option, const auto& value) {
+    if (option == "--column") options.column = value;
+    if (option == "--window") options.window = value;
+    if (option == "--report") options.report = value;
+    if (option == "--output") options.output = value;
+    if (option == "--rate") options.rate = number(option, value, 2, 1000);
+    if (option == "--edge") options.edge = number(option, value, 1e-6, 500);
+  });
+  if (options.help) return options;
   if (options.file.empty()) throw Complaint("no file given");
   return options;
 }
