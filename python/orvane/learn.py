@@ -322,12 +322,13 @@ class _Graph:
 
 
 _ADAM = capi.ORVANE_STEPPER_ADAM
+_FEW = 256  # rows up to which a step takes them all
 
 
 class _Network(_Model):
     """Standardised features, a dense network, Adam."""
 
-    def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int = 32,
+    def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int | None = None,
                  rate: float = 0.01, weight_decay: float = 0.0, seed: int = 0, progress: bool = False) -> None:
         self.hidden, self.activation, self.steps, self.batch = hidden, activation, steps, batch
         self.rate, self.weight_decay, self.seed, self.progress = rate, weight_decay, seed, progress
@@ -339,10 +340,15 @@ class _Network(_Model):
         self._native = self._graph()
         self.outcome_ = self._native.train(
             np.ascontiguousarray((x - self._centre) / self._scale), np.ascontiguousarray(y),
-            integer(self.steps, "steps", 1, 2**31), integer(self.batch, "batch", 1, 2**31),
+            integer(self.steps, "steps", 1, 2**31), self._rows(len(x)),
             real(self.rate, "rate", 0.0), real(self.weight_decay, "weight_decay"),
             integer(self.seed, "seed", 0, 2**32 - 1), self.progress)
         self.variables_ = self._native.variables
+
+    def _rows(self, count: int) -> int:
+        if self.batch is None:
+            return count if count <= _FEW else 32
+        return integer(self.batch, "batch", 1, 2**31)
 
     def _graph(self) -> _Graph:
         return _Graph(self._sizes, choice(self.activation, "activation", _ACTIVATIONS))
@@ -364,12 +370,14 @@ class NetworkRegressor(RegressorMixin, _Network):  # type: ignore[misc]
         Sizes of the hidden layers.
     activation : str, optional
         tanh, relu, sigmoid, gelu, selu, softplus, mish or sin.
-    steps, batch : int, optional
-        Steps of Adam and rows of a step.
+    steps : int, optional
+        Steps of Adam.
+    batch : int, optional
+        Rows of a step; without it all of up to 256 rows, otherwise 32.
     rate, weight_decay : float, optional
     seed : int, optional
-        Of the step limit's generator. After the first round the rows are taken in an order of the system's choice, so
-        that two fits differ a little.
+        Of the generator of the first weights. With all rows in a step the same seed gives the same network. Otherwise
+        the library takes the rows in an order of the system's choice after the first round, and two fits differ a little.
     progress : bool, optional
         Shows a tqdm bar.
 
