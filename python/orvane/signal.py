@@ -337,3 +337,20 @@ def derivative(y: ArrayLike, dx: float = 1.0) -> Floats:
     out = np.empty(values.size)
     lib.data_calcDataDiffBySameDh(_double(values), values.size, real(dx, "dx"), _double(out))
     return out
+
+
+def fftshift(x: ArrayLike) -> Floats:
+    """Moves the frequency 0 of a real spectrum to the middle."""
+    return _shifted(lib.data_Shift, x)
+
+
+def ifftshift(x: ArrayLike) -> Floats:
+    """Takes :func:`fftshift` back."""
+    return _shifted(lib.data_InvShift, x)
+
+
+def _shifted(call: Any, x: ArrayLike) -> Floats:
+    values = vector(x, "x")
+    out = np.empty(values.size)
+    call(_double(values), _double(out), values.size)
+    return out

@@ -5,13 +5,16 @@ from fractions import Fraction
 
 import numpy as np
 import pytest
+import scipy.interpolate
 import scipy.linalg
+import scipy.ndimage
 import scipy.optimize
 import scipy.signal
 import scipy.spatial
 import scipy.stats
 
-from orvane import distributions, geo, highprecision, integrate, linalg, optimize, signal, spatial, stats, sym
+from orvane import (distributions, geo, highprecision, integrate, learn, linalg, mesh, optimize, signal, smoothing, spatial,
+                    stats, sym)
 from orvane.distributions import Law
 
 
@@ -108,6 +111,9 @@ def test_samples_are_judged_as_by_scipy(rng):
         x.mean(), x.std(ddof=1), scipy.stats.skew(x), scipy.stats.kurtosis(x, fisher=False)], rtol=1e-12)
     exact = scipy.stats.kstest(x, scipy.stats.norm(2.0, 3.0).cdf, mode="exact")
     np.testing.assert_allclose(stats.kstest(x, "norm", 2.0, 3.0), exact[:2], rtol=1e-9)
+    found = stats.anderson(x, "norm", x.mean(), x.std(ddof=1))
+    assert found.statistic == pytest.approx(scipy.stats.anderson(x, "norm", method="interpolate").statistic, rel=1e-9)
+    assert found.pvalue == pytest.approx(stats.anderson_normal(x), rel=1e-9)
     assert stats.ks_2samp(x, x + 1).statistic == pytest.approx(scipy.stats.ks_2samp(x, x + 1).statistic)
     q = [0.01, 0.5, 0.99]
     np.testing.assert_allclose(stats.Family("gamma", 2.0, 3.0).ppf(q), scipy.stats.gamma(2.0, scale=1 / 3).ppf(q), rtol=1e-10)
@@ -200,6 +206,104 @@ def test_signals_are_those_of_numpy_and_scipy(rng):
         signal.iirdesign(2, 0.7)
 
 
+def weighted(x, weights):
+    return scipy.ndimage.correlate1d(x, np.asarray(weights) / np.sum(weights), mode="nearest")
+
+
+X = np.random.default_rng(7).normal(size=40).cumsum()
+AT = np.sort(np.random.default_rng(8).uniform(0, 5, 40))
+DISTANCE = np.abs(np.arange(-3, 4)) / 4.0
+D2 = np.diff(np.eye(40), 2, axis=0)
+
+
+@pytest.mark.parametrize("got, expected, tolerance", [
+    (smoothing.smooth(X, 7), weighted(X, np.sqrt(4 - 4 * DISTANCE)), 1e-12),
+    (smoothing.smooth(X, 7, "squared"), weighted(X, (4 - 4 * DISTANCE) ** 2), 1e-12),
+    (smoothing.smooth(X, 5, "rms"), np.sqrt(weighted((X - min(X.min(), 0.0)) ** 2, np.ones(5))), 1e-12),
+    (smoothing.radial_smooth(X, 3), weighted(X, (1 - DISTANCE) ** 3 * (3 * DISTANCE + 1)), 1e-12),
+    (smoothing.radial_smooth(X, 3, 5), weighted(X, (1 - DISTANCE) ** 4 * (4 * DISTANCE + 1)), 1e-12),
+    (smoothing.correlate1d(X, [3.0, 1.0, -2.0]), scipy.ndimage.correlate1d(X, [3.0, 1.0, -2.0], mode="nearest"), 1e-12),
+    (smoothing.weighted_mean(X, [3.0, 1.0, 2.0], reflect=True), scipy.ndimage.correlate1d(X, [0.5, 1 / 6, 1 / 3], mode="reflect"),
+     1e-12),
+    (smoothing.local_polynomial(X, 7, 2)[3:-3], scipy.signal.savgol_filter(X, 7, 2)[3:-3], 1e-11),
+    (smoothing.whittaker2d(X.reshape(8, 5) * np.ones((1, 1)), 2.0, -1.0),
+     np.linalg.solve(np.eye(8) + 2 * (d := np.diff(np.eye(8), 2, axis=0)).T @ d, X.reshape(8, 5)), 1e-11),
+    (smoothing.gradient(AT**4 - AT, AT), 4 * AT**3 - 1, 1e-6),
+    (smoothing.gradient(AT**3, AT, width=9, degree=3), 3 * AT**2, 1e-6),
+    (smoothing.hermite_line(AT, (0.0, 1.0, -1.0), (5.0, 2.0, 3.0)),
+     scipy.interpolate.CubicHermiteSpline([0, 5], [1, 2], [-1, 3])(AT), 1e-12),
+    (signal.fftshift(X[:9]), np.fft.fftshift(X[:9]), 0), (signal.ifftshift(X[:9]), np.fft.ifftshift(X[:9]), 0),
+    (smoothing.dead_zone(X, 2.0, 1.0), np.where(np.abs(X - 1) < 2, 1.0, X), 0),
+], ids=lambda value: "")
+def test_smoothers_are_those_of_scipy(got, expected, tolerance):
+    np.testing.assert_allclose(got, expected, rtol=tolerance, atol=10 * tolerance)
+
+
+def test_filters_of_jumps_and_noise_follow_their_formulas(rng):
+    z, state, p, accepted, states = rng.normal(size=30), 0.0, 0.0, None, []
+    jumps = smoothing.limit_jumps(z, 1.0)
+    for value, jump in zip(z, jumps):
+        state, p = 0.9 * state + 0.2 * value, 0.81 * p + 0.1
+        gain = p * 1.5 / (2.25 * p + 0.5)
+        state, p = state + gain * (value - 1.5 * state), p * (1 - 1.5 * gain)
+        states.append(state)
+        accepted = value if accepted is None or abs(value - accepted) <= 1.0 else accepted
+        assert jump == accepted
+    np.testing.assert_allclose(smoothing.kalman(z, a=0.9, b=0.2, h=1.5, q=0.1, r=0.5), states, rtol=1e-12)
+    noise = np.sin(np.arange(200) / 20) + 0.01 * rng.normal(size=200)
+    line = smoothing.smoothing_line(noise, 0.05)
+    assert abs(line - noise).max() <= 0.05 and np.abs(np.diff(line, 2)).sum() < 0.5 * np.abs(np.diff(noise, 2)).sum()
+    x = np.linspace(0, 20, 300)
+    found = smoothing.fit_peaks(x, smoothing.Peaks(0.5, np.array([[2.0, 5.0, 0.8]]), np.array([[1.0, 12.0, 0.5]]), 0.0)(x), 2)
+    np.testing.assert_allclose(np.vstack([found.gauss, found.lorentz]), [[2, 5, 0.8], [1, 12, 0.5]], rtol=1e-3)
+    assert found.offset == pytest.approx(0.5, abs=1e-3)
+
+
+def test_the_mesh_finds_what_a_tree_finds(rng, tmp_path):
+    mesh.clear()
+    points, ids = rng.random((60, 2)), rng.permutation(np.arange(-20, 40))
+    mesh.add_nodes(ids, points)
+    parts = {5: [int(i) for i in ids[:3]], 2: [int(i) for i in ids[3:6]]}
+    for name, nodes in parts.items():
+        mesh.add_element(name, nodes)
+    mesh.build()
+    order = np.argsort(ids)
+    np.testing.assert_array_equal(mesh.nodes()[1], points[order])
+    assert mesh.bounds() == (*np.sort(points[:, 0])[[0, -1]], *np.sort(points[:, 1])[[0, -1]]) and mesh.elements() == parts
+    queries = rng.random((50, 2))
+    far, places = scipy.spatial.cKDTree(points).query(queries)
+    assert [mesh.nearest(*q)[0] for q in queries] == ids[places].tolist()
+    np.testing.assert_allclose([mesh.nearest(*q)[1] for q in queries], far, rtol=1e-12)
+    mesh.save(tmp_path / "n", tmp_path / "e")
+    mesh.set_view(0.0, 0.5, 0.0, 1.0)
+    inside = points[order][points[order][:, 0] <= 0.5]
+    np.testing.assert_array_equal(mesh.in_view(), inside)
+    assert mesh.places(ids[order][points[order][:, 0] <= 0.5][:3]).tolist() == [0, 1, 2]
+    mesh.clear()
+    assert mesh.nodes()[0].size == 0
+    mesh.load(tmp_path / "n", tmp_path / "e")
+    np.testing.assert_array_equal(mesh.nodes()[1], points[order])
+    assert mesh.elements() == parts and mesh.view() == mesh.bounds()
+    for call, error, words in ((lambda: mesh.add_nodes([ids[0]], [[0, 0]]), ValueError, "already"),
+                               (lambda: mesh.add_nodes([1.5], [[0, 0]]), TypeError, "ids: must be integers"),
+                               (lambda: mesh.positions([1000]), KeyError, "1000 is no node"),
+                               (lambda: mesh.load(tmp_path / "none"), OSError, "cannot be read")):
+        with pytest.raises(error, match=words):
+            call()
+    mesh.clear()
+
+
+def test_formulas_in_stages_and_the_text_of_a_tree(rng):
+    x = np.sort(rng.uniform(0.1, 2.0, (80, 1)), axis=0)
+    y = np.tanh(x[:, 0]) + 0.2 * np.sqrt(x[:, 0])
+    one, more = (learn.FormulaRegressor(3, 2, stages=stages).fit(x, y) for stages in (1, 3))
+    assert more.error_ < 0.5 * one.error_
+    assert ((more.predict(x) - y) ** 2).sum() == pytest.approx(more.error_, rel=1e-6)
+    tree = learn.TreeClassifier(max_depth=1).fit([[0.0, 1.0], [1.0, 0.0], [4.0, 0.5], [5.0, 0.2]], ["a", "a", "b", "b"])
+    assert tree.export_text(["width", "height"]).splitlines() == [
+        "width < 2.5", "|   a (2 samples)", "width >= 2.5", "|   b (2 samples)"]
+
+
 def test_numbers_of_any_precision_mix_with_others():
     third = highprecision.Number(1, 60) / 3
     assert abs(third.as_fraction() - Fraction(1, 3)) < Fraction(1, 10**60)
@@ -236,6 +340,13 @@ def test_integrals_and_equations_of_python_functions():
     np.testing.assert_allclose(integrate.cumulative(y, 0.01), 1 - np.cos(np.linspace(0, 1, 101)), atol=1e-9)
     found = integrate.solve_ode(lambda t, y: [y[1], -y[0]], 0.0, [0.0, 1.0], [-1.0, 2.0])
     np.testing.assert_allclose(found.y[:, 0], np.sin([-1.0, 2.0]), atol=1e-7)
+    x, t = sym.symbols("x t")
+    at = np.linspace(-1, 1, 5)
+    # y = x + m with m = (integral of y)/4 = (2 + 2m)/4
+    np.testing.assert_allclose(integrate.fredholm(0.25, x, 0.0, 2.0, at), at + 1.0, atol=1e-12)
+    np.testing.assert_allclose(integrate.volterra(t - x, x, 0.0, at), np.sin(at), atol=1e-9)  # y'' = -y
+    with pytest.raises(ValueError, match="free: may have the variables x, not t"):
+        integrate.fredholm(x, t, 0.0, 1.0, at)
     for call in (lambda f: integrate.quad(f, 0, 1), lambda f: integrate.solve_ode(f, 0.0, [1.0], [1.0])):
         with pytest.raises(KeyError, match="mine"):
             call(lambda *arguments: {}["mine"])
