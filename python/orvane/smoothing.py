@@ -23,8 +23,7 @@ def _double(array: Floats) -> Any:
     return ffi.from_buffer("double[]", array.reshape(-1))
 
 
-#: Shapes of :func:`smooth`.
-SHAPES: dict[str, Any] = {
+_SHAPES: dict[str, Any] = {
     "sqrt": lib.filterBySqrtFilter, "squared": lib.filterBySquaredFilter, "rms": lib.filterByMeanSquaredFilter,
 }
 
@@ -50,11 +49,11 @@ def smooth(x: ArrayLike, width: int = 5, shape: str = "sqrt") -> Floats:
     >>> smoothing.smooth([0.0, 0.0, 6.0, 0.0, 0.0], 3, "squared").round(9)
     array([0., 1., 4., 1., 0.])
     """
-    if shape not in SHAPES:
-        raise ValueError(f"shape: {shape!r} is none of {', '.join(map(repr, SHAPES))}")
+    if shape not in _SHAPES:
+        raise ValueError(f"shape: {shape!r} is none of {', '.join(map(repr, _SHAPES))}")
     values = vector(x, "x")
     out = np.empty(values.size)
-    SHAPES[shape](_double(values), _double(out), values.size, integer(width, "width", 1, 2**31 - 1))
+    _SHAPES[shape](_double(values), _double(out), values.size, integer(width, "width", 1, 2**31 - 1))
     return out
 
 
@@ -133,7 +132,7 @@ def kalman(z: ArrayLike, *, a: float = 1.0, b: float = 0.0, h: float = 1.0, q: f
     ----------
     z : array_like
     a, b, h, q, r : float, optional
-        x = a x + b z, P = a^2 P + q, K = P h/(h^2 P + r), x += K (z - h x), P *= 1 - K h.
+        ``x = a x + b z, P = a^2 P + q, K = P h/(h^2 P + r), x += K (z - h x), P *= 1 - K h``.
 
     Examples
     --------
@@ -250,7 +249,7 @@ def hermite_line(x: ArrayLike, left: tuple[float, float, float], right: tuple[fl
 
 
 class Peaks(NamedTuple):
-    """Peaks over a constant: y = offset + sum h exp(-((x - c)/w)^2/2) + sum H/((x - C)^2 + W^2)."""
+    """Peaks over a constant: ``y = offset + sum h exp(-((x - c)/w)^2/2) + sum H/((x - C)^2 + W^2)``."""
 
     offset: float
     gauss: Floats
