@@ -14,7 +14,7 @@ import scipy.spatial
 import scipy.stats
 
 from orvane import (distributions, geo, highprecision, integrate, learn, linalg, mesh, optimize, signal, smoothing, spatial,
-                    stats, sym)
+                    stats, stock, sym)
 from orvane.distributions import Law
 
 
@@ -291,6 +291,35 @@ def test_the_mesh_finds_what_a_tree_finds(rng, tmp_path):
         with pytest.raises(error, match=words):
             call()
     mesh.clear()
+
+
+def test_stocks_keep_their_days(rng, tmp_path):
+    one, days = stock.get(77, type=200), np.datetime64("1900-01-01") + np.arange(0, 113000, 11)
+    one.name = "Größe"
+    table = rng.uniform(-300, 300, (days.size, 9)).round(2)
+    table[:, 7:] = np.round(table[:, 7:]) * 10000
+    for place in rng.permutation(days.size):
+        one.set_day(days[place], table[place])
+    np.testing.assert_array_equal(one.dates(), days)
+    np.testing.assert_allclose([one.values(k) for k in range(9)], table.T, rtol=1e-12)
+    span = (days >= np.datetime64("1999-02-28")) & (days <= np.datetime64("2101-03-01"))
+    np.testing.assert_array_equal(one.dates("1999-02-28", "2101-03-01"), days[span])
+    assert one.values(0, until="1899-12-31").size == 0 and days[3] in one and "2500-01-01" not in one
+    one.add_attribute(3)
+    stock.save(tmp_path / "s", [one])
+    one.delete(0, 10)
+    assert len(one) == days.size - 10 and stock.all(200) == [one] and stock.find("Größe") == one
+    (again,) = stock.load(tmp_path / "s")
+    assert len(again) == days.size and again.name == "Größe" and (again.type, again.code) == (200, 77)
+    assert len(stock.attributes()) == 56 and all(stock.attributes().values())
+    for call, error, words in ((lambda: one.set_day("yesterday", [1]), ValueError, "day: 'yesterday' is no date"),
+                               (lambda: one.values(9), ValueError, "field"), (lambda: stock.get(1, 256), ValueError, "type"),
+                               (lambda: stock.load(tmp_path / "none"), OSError, "none")):
+        with pytest.raises(error, match=words):
+            call()
+    (tmp_path / "bad").write_bytes(b"x" * 100)
+    with pytest.raises(OSError, match="no file of stocks"):
+        stock.load(tmp_path / "bad")
 
 
 def test_formulas_in_stages_and_the_text_of_a_tree(rng):
