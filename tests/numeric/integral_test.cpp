@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <orvane/integral.h>
 
-#include <numbers>
-
 #include "numeric/dense_support.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 using Callback = double (*)(double);
 
 constexpr uint8_t kModes[] = {0, 1, 2};

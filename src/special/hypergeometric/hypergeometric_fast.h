@@ -17,5 +17,6 @@ std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32
 std::optional<double> calcHypergeometricPFQByWide(const double* a, int32_t p, const double* b, int32_t q, double z);
 
 constexpr double kWideCancellation = 0x1p62;
+constexpr int kMaxParameters = 3;  ///< above or below that both roads take
 
 }  // namespace SpecialFunction

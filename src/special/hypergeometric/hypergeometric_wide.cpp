@@ -22,7 +22,6 @@ namespace {
 __extension__ typedef __int128 Int128;
 __extension__ typedef unsigned __int128 UInt128;
 
-constexpr int kMaxParameters = 3;
 constexpr int kPoint = 92;  // binary places of a parameter
 
 /// (negative ? -1 : 1) mantissa 2^exponent; the mantissa has its highest bit set, or is 0.
