@@ -61,6 +61,15 @@ def test_polynomials_and_matrices_of_expressions():
     np.testing.assert_allclose((m @ m.T).evaluate(at), np.array([[3, 2], [5, 15]]) @ [[3, 5], [2, 15]])
     assert m.det().evaluate(at) == 35 and m[-1, 0].evaluate(y=2.0) == 2
     np.testing.assert_allclose(sym.Matrix([[x * y], [x + y]]).jacobian([x, y]).evaluate(at), [[5, 3], [1, 1]])
+    assert (2 * (x - 3 * y) + 7).linear() == ({"x": 2, "y": -6}, 7) and (x * y + x).is_quadratic
+    assert (x**3 + x).is_polynomial and not (x**3 + y).is_polynomial and not sym.sin(x).is_quadratic
+    with pytest.raises(ValueError, match="is not linear"):
+        (x * y).linear()
+    left, right = sym.Matrix([[x, y, 1]]), sym.Matrix([[2, x, x + y]])
+    np.testing.assert_allclose(left.cross(right).evaluate(at), [np.cross([3, 5, 1], [2, 3, 8])])
+    for axis in range(3):
+        turn = scipy.spatial.transform.Rotation.from_rotvec(0.4 * np.eye(3)[axis]).as_matrix()
+        np.testing.assert_allclose(sym.rotation("t", axis + 1).evaluate(t=0.4), turn, atol=1e-15)
     with pytest.raises(ValueError, match=r"\(2, 2\) and \(1, 2\)"):
         m @ sym.Matrix([[x, y]])
     path = sym.solve_ode([y, -x], "t", [x, y], 0.0, [1.0, 0.0], [1.0, 2.0])
