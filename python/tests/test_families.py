@@ -175,6 +175,16 @@ def test_programmes_are_those_of_scipy(rng):
     assert got.fun == pytest.approx(best.fun, abs=1e-6)
 
 
+@pytest.mark.parametrize("kind, formula", [
+    ("huber", lambda r, k: np.where(r < k, r * r, 2 * k * (r - k / 2))), ("cauchy", lambda r, k: k * k / 2 * np.log1p((r / k) ** 2)),
+    ("andrews", lambda r, k: np.where(r < k * np.pi, -k * k * (1 + np.cos(r / k)), 0)), ("l1", lambda r, k: r),
+    ("bisquare", lambda r, k: np.where(r < k, k * k / 6 * (1 - (1 - (r / k) ** 2) ** 3), 0)),
+    ("welsch", lambda r, k: k * k * (1 - np.exp(-((r / k) ** 2)))), ("logistic", lambda r, k: k * k * np.log(np.cosh(r / k)))])
+def test_losses_are_their_formulas(rng, kind, formula):
+    y, t = rng.normal(0, 5, (2, 50))
+    assert optimize.loss(y, t, kind, 3.0) == pytest.approx(formula(np.abs(t - y), 3.0).sum(), rel=1e-12)
+
+
 def test_paths_and_tours(rng):
     weights = np.where(rng.random((8, 8)) < 0.5, rng.random((8, 8)), np.inf)
     edges = [(i, j, weights[i, j]) for i in range(8) for j in range(8) if np.isfinite(weights[i, j])]
@@ -207,10 +217,19 @@ def test_signals_are_those_of_numpy_and_scipy(rng):
         np.testing.assert_allclose(made.b, b, atol=1e-11)
         np.testing.assert_allclose(made.a, a, atol=1e-10)
         np.testing.assert_allclose(made(x.real), scipy.signal.lfilter(b, a, x.real), atol=1e-9)
+        np.testing.assert_allclose(signal.lfilter(3 * b, 2 * a, x.real), scipy.signal.lfilter(3 * b, 2 * a, x.real), atol=1e-9)
         window = signal.firwin(51, edge, btype=btype, window="hamming", parameters=[0.54])
         reference = scipy.signal.firwin(51, edge, pass_zero=btype in ("lowpass", "bandstop"), fs=1.0, scale=False)
         np.testing.assert_allclose(window.b / window.b.sum() if btype == "lowpass" else window.b,
                                    reference / reference.sum() if btype == "lowpass" else reference, atol=2e-3)
+    kernel = rng.normal(size=5)
+    made = signal.fit_fir(x.real, np.convolve(x.real, kernel, "same"), 5)
+    np.testing.assert_allclose(made.b, kernel, atol=1e-9)
+    np.testing.assert_allclose(made(x.imag), np.convolve(x.imag, kernel, "same"), atol=1e-9)
+    even = signal.fit_fir(x.real, np.convolve(x.real, kernel, "same"), 5, symmetric=True).b
+    np.testing.assert_allclose(even, even[::-1])
+    with pytest.raises(ValueError, match="taps: must be odd, not 4"):
+        signal.fit_fir(x.real, x.real, 4)
     with pytest.raises(ValueError, match="cutoff: must ascend between 0 and fs/2 = 0.5, not 0.7"):
         signal.iirdesign(2, 0.7)
 
