@@ -13,8 +13,8 @@ namespace LineProg {
 template <class Real>
 class BasisFactor {
  public:
-  /// Factors the columns of the basic variables and orders these so that basic[i] is the one pivoted in row i. Where the
-  /// columns depend on each other, logical variables take the place of those that are left over.
+  /// Factors the columns of the basic variables and orders these so that basic[i] is the one pivoted in row i. Where
+  /// the columns depend on each other, logical variables take the place of those that are left over.
   void factor(const BoundedProblem& problem, std::vector<int>& basic);
   /// v = B^-1 v.
   void forward(std::vector<Real>& v) const;
@@ -40,7 +40,7 @@ class BasisFactor {
   void eliminate();
 
   Grouped<Real> lowerByRow, lowerByColumn, upperByRow, upperByColumn;
-  std::vector<int> order;   ///< rows in the order of their pivots
+  std::vector<int> order;    ///< rows in the order of their pivots
   std::vector<Real> pivots;  ///< by row
   std::vector<Exchange> exchanges;
   std::vector<typename Grouped<Real>::Entry> exchanged;

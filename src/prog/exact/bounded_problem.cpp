@@ -16,7 +16,7 @@ constexpr double kEven = 16;  // a matrix whose entries lie within this factor o
 
 // The group of a triple is one of its indices, `at` the other.
 template <class Real>
-void group(std::span<const Triple<Real>> triples, int groups, int Triple<Real>::* by, int Triple<Real>::* at,
+void group(std::span<const Triple<Real>> triples, int groups, int Triple<Real>::*by, int Triple<Real>::*at,
            Grouped<Real>& grouped) {
   grouped.start.assign(static_cast<std::size_t>(groups) + 1, 0);
   for (const auto& triple : triples) ++grouped.start[triple.*by];

@@ -12,26 +12,25 @@ namespace LineProg {
 namespace {
 
 constexpr double kIntegral = 1e-9;
-constexpr double kNoGain = 1e-10;           // relative to the best value
-constexpr double kRounding = 1e-9;          // of values that differ by a step
-constexpr double kGreatest = 900000000;     // value that branching knows
+constexpr double kNoGain = 1e-10;        // relative to the best value
+constexpr double kRounding = 1e-9;       // relative, of values that differ by a step
+constexpr double kGreatest = 900000000;  // value that branching knows
 
 }  // namespace
 
 ExactBranching::ExactBranching(const LineProblem& lineProblem, const BoundedProblem& boundedProblem,
                                RevisedSimplex<double>& relaxations)
-    : problem(lineProblem),
-      bounded(boundedProblem),
+    : bounded(boundedProblem),
       simplex(relaxations),
-      step(objectiveStep(problem.objective, problem.allVars) * bounded.costScale),
+      step(objectiveStep(lineProblem.objective, lineProblem.allVars) * bounded.costScale),
       limit(kInfinity) {
-  for (const BaseVar& var : problem.allVars)
+  for (const BaseVar& var : lineProblem.allVars)
     if (var.varKind != kReal) whole.push_back(var.index);
 }
 
-void ExactBranching::setBounds(const Node& node) {
-  for (std::size_t k = 0; k < whole.size(); ++k)
-    simplex.setBounds(whole[k], node.lower[k], node.upper[k]);
+template <class Real>
+void ExactBranching::setBounds(RevisedSimplex<Real>& target, const Node& node) const {
+  for (std::size_t k = 0; k < whole.size(); ++k) target.setBounds(whole[k], node.lower[k], node.upper[k]);
 }
 
 void ExactBranching::readBounds(Node& node) const {
@@ -41,10 +40,10 @@ void ExactBranching::readBounds(Node& node) const {
   }
 }
 
-// The place in `whole` of the variable that is farthest from an integer, and by more than the tolerance; -1 for none.
-int ExactBranching::branching(double tolerance, double& value) const {
+// The place in `whole` of the variable that is farthest from an integer; -1 for an integral point.
+int ExactBranching::branching(double& value) const {
   int far = -1;
-  double most = tolerance;
+  double most = kIntegral;
   for (std::size_t k = 0; k < whole.size(); ++k) {
     const int var = whole[k];
     if (simplex.basis().place[var] != Place::basic) continue;
@@ -58,22 +57,39 @@ int ExactBranching::branching(double tolerance, double& value) const {
   return far;
 }
 
-// Takes an integral point, whose integer variables are rounded, if the others let it stand.
-bool ExactBranching::accept(const Node& node) {
-  Node fixed = node;
-  for (std::size_t k = 0; k < whole.size(); ++k) fixed.lower[k] = fixed.upper[k] = std::round(simplex.value(whole[k]));
-  setBounds(fixed);
-  simplex.setCutoff(kInfinity);
-  const bool stands = simplex.solve() == Status::optimal;
-  const double value = simplex.objective(), size = std::max(1.0, std::abs(value));
-  if (stands && value < limit) {
-    best = fixed.lower;
-    bestBasis = simplex.basis();
-    limit = step > 4 * kRounding * size ? value - step + 2 * kRounding * size : value - kNoGain * size;
+// The place in `whole` of a variable that is not fixed yet, to be cut off beside its value; -1 for none.
+int ExactBranching::unfixed(double& value) const {
+  for (std::size_t k = 0; k < whole.size(); ++k) {
+    const double low = simplex.lower(whole[k]), high = simplex.upper(whole[k]);
+    if (low == high) continue;
+    const double x = std::clamp(std::round(simplex.value(whole[k])), low, high);
+    value = x < high ? x + 0.5 : x - 0.5;
+    return static_cast<int>(k);
   }
-  simplex.setCutoff(limit);
-  setBounds(node);
-  return stands;
+  return -1;
+}
+
+// Takes an integral point if it stands with its integer variables rounded, within the tolerance of long doubles: what
+// doubles let pass may be worth much where coefficients are of very different size.
+bool ExactBranching::accept() {
+  Node fixed;
+  for (const int var : whole) fixed.lower.push_back(std::round(simplex.value(var)));
+  fixed.upper = fixed.lower;
+  fixed.basis = simplex.basis();
+  RevisedSimplex<long double> careful(bounded);
+  if (anyPoint) careful.setCost(std::vector<double>(bounded.cost.size(), 0));
+  setBounds(careful, fixed);
+  careful.load(fixed.basis);
+  if (careful.solve() != Status::optimal) return false;
+  const auto value = static_cast<double>(careful.objective());
+  const double rounding = kRounding * std::max(bounded.costScale, std::abs(value));
+  if (value < limit) {
+    best = std::move(fixed);
+    best.basis = careful.basis();
+    limit = step > 4 * rounding ? value - step + 2 * rounding : value - kNoGain / kRounding * rounding;
+    simplex.setCutoff(limit);
+  }
+  return value <= simplex.objective() + 2 * rounding;
 }
 
 // A variable whose reduced cost takes the objective beyond the limit stays that near to its bound.
@@ -102,12 +118,9 @@ void ExactBranching::explore() {
     if (solved && simplex.objective() < limit) {
       tighten();
       readBounds(node);
-      branch = branching(kIntegral, value);
-      if (branch < 0) {
-        const int doubtful = branching(0, value);
-        if (!accept(node)) branch = doubtful;  // rounding takes the point out of the rows: not integral yet
-      }
-      if (anyPoint && !best.empty()) return;
+      branch = branching(value);
+      if (branch < 0 && !accept()) branch = unfixed(value);
+      if (anyPoint && !best.lower.empty()) return;
     }
     if (branch >= 0) {
       node.basis = simplex.basis();
@@ -127,26 +140,25 @@ void ExactBranching::explore() {
       waiting.pop_back();
       simplex.load(node.basis);
     }
-    setBounds(node);
+    setBounds(simplex, node);
     solved = simplex.solve() == Status::optimal;
   }
 }
 
-bool ExactBranching::search() {
+bool ExactBranching::search(RevisedSimplex<long double>& careful) {
   explore();
-  return !best.empty();
+  if (best.lower.empty()) return false;
+  setBounds(careful, best);
+  careful.load(best.basis);
+  return true;
 }
 
 bool ExactBranching::hasPoint() {
   simplex.setCost(std::vector<double>(bounded.cost.size(), 0));
   step = 0;
   anyPoint = true;
-  return simplex.solve() == Status::optimal && search();
-}
-
-void ExactBranching::fixBest(RevisedSimplex<long double>& exact) const {
-  for (std::size_t k = 0; k < whole.size(); ++k) exact.setBounds(whole[k], best[k], best[k]);
-  exact.load(bestBasis);
+  if (simplex.solve() == Status::optimal) explore();
+  return !best.lower.empty();
 }
 
 }  // namespace LineProg

@@ -12,16 +12,14 @@ namespace LineProg {
 /// parent by the dual method. Once a point is known, reduced costs fix variables that a better one cannot move.
 class ExactBranching {
  public:
+  /// `relaxations` holds the optimum of the relaxation, or has found it unbounded.
   ExactBranching(const LineProblem& lineProblem, const BoundedProblem& boundedProblem,
                  RevisedSimplex<double>& relaxations);
 
-  /// Searches from the basis in hand, which is the optimum of the relaxation; false without an integer point.
-  bool search();
+  /// False without an integer point; else `careful` holds the best one.
+  bool search(RevisedSimplex<long double>& careful);
   /// Whether there is any integer point.
   bool hasPoint();
-
-  /// The bounds that hold each integer variable at its value in the best point, and a basis of that point.
-  void fixBest(RevisedSimplex<long double>& simplex) const;
 
  private:
   struct Node {
@@ -29,22 +27,22 @@ class ExactBranching {
     std::vector<double> lower, upper;  ///< by integer variable
   };
 
-  void setBounds(const Node& node);
+  template <class Real>
+  void setBounds(RevisedSimplex<Real>& target, const Node& node) const;
   void readBounds(Node& node) const;
-  int branching(double tolerance, double& value) const;
-  bool accept(const Node& node);
+  int branching(double& value) const;
+  int unfixed(double& value) const;
+  bool accept();
   void tighten();
   void explore();
 
-  const LineProblem& problem;
   const BoundedProblem& bounded;
   RevisedSimplex<double>& simplex;
   std::vector<int> whole;  ///< the integer and binary variables
   double step;             ///< by which values of the objective differ, 0 where it is not known
-  std::vector<double> best;  ///< values of the integer variables; empty while there is no point
-  Basis bestBasis;
-  double limit;  ///< what a better point stays below
-  bool anyPoint = false;
+  bool anyPoint = false;   ///< the first point ends the search
+  Node best;               ///< fixes each integer variable at its value in the best point; empty while there is none
+  double limit;            ///< what a better point stays below
 };
 
 }  // namespace LineProg

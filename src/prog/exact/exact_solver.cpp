@@ -40,8 +40,7 @@ Status ExactSolver::solve(const LineProblem& problem, std::vector<double>& solut
     // An unbounded relaxation tells nothing of a problem without an integer point.
     if (status == Status::unbounded && !branching.hasPoint()) return Status::failed;
     if (status != Status::optimal) return status;
-    if (!branching.search()) return Status::failed;
-    branching.fixBest(careful);
+    if (!branching.search(careful)) return Status::failed;
   }
   status = careful.solve();
   if (status != Status::optimal) return status;

@@ -82,9 +82,9 @@ class RevisedSimplex {
   Basis standing;
   std::vector<Real> x, d;  ///< values and reduced costs
   std::vector<Real> lo, up, cost, trueLower, trueUpper, trueCost;
-  std::vector<Real> column;     ///< B^-1 a of the entering variable
-  std::vector<Real> multiplier;  ///< a row of B^-1
-  std::vector<Real> row;        ///< that row times (A, I), by variable
+  std::vector<Real> column;              ///< B^-1 a of the entering variable
+  std::vector<Real> multiplier;          ///< a row of B^-1
+  std::vector<Real> row;                 ///< that row times (A, I), by variable
   std::vector<Real> weight, dualWeight;  ///< by variable: of nonbasic ones, of basic ones
   Real cutoff = 0;
   bool perturbed = false;  ///< bounds or costs are not the true ones

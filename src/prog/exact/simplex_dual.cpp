@@ -62,8 +62,8 @@ int RevisedSimplex<Real>::dualLimit(Real sign) const {
   return best;
 }
 
-// Moves the costs so that no reduced cost is wrong, or, against steps of length 0, that none vanishes; by shares that no
-// two have in common.
+// Moves the costs so that no reduced cost is wrong, or, against steps of length 0, that none vanishes; by shares that
+// no two have in common.
 template <class Real>
 void RevisedSimplex<Real>::shiftCosts(bool all) {
   for (int var = 0; var < total; ++var) {

@@ -5,8 +5,8 @@
 
 namespace LineProg {
 
-/// What a bound or the sign of a reduced cost may be missed by, in the scaled problem: the rounding of the numbers stays
-/// below.
+/// What a bound or the sign of a reduced cost may be missed by, in the scaled problem: the rounding of the numbers
+/// stays below.
 template <class Real>
 inline constexpr Real kTolerance = std::is_same_v<Real, double> ? Real(1e-9) : Real(1e-12);
 /// Entries of a column or row below this part of the greatest are no pivots, unless there is no other;
