@@ -68,6 +68,7 @@ TEST(ZetaFamily, ClausenSums) {
   for (const double n : {3.0, 5.0}) {
     EXPECT_EQ(math_Clausen(n, 0.8), math_ClausenC(n, 0.8));
     EXPECT_EQ(math_Clausen(n + 1, 0.8), math_ClausenS(n + 1, 0.8));
+    EXPECT_TRUE(std::isnan(math_Clausen(n + 0.0005, 0.8)));
   }
   // Clausen_tail: the terms from k^3 >= 1e17 on are missing, sum about K^-2/2 with K = 1e17^(1/3).
   const double missing = 1.2020569031595942854 - math_ClausenC(3, 0);
