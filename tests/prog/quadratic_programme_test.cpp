@@ -371,6 +371,13 @@ TEST(QuadraticProgramme, SumsThatIntegersDoNotReach) {
   EXPECT_EQ(solve(1, 1), -8);
   EXPECT_EQ(solve(0.5, 1.5), -8);
   EXPECT_EQ(solve(0.5, 2.5), 1);  // (1, 0)
+  // Each row alone has integer points, both meet in (1/2, 1/2) only.
+  Stepwise steps(2);
+  steps.minimise({0, 1}, {0, 1}, {1, 1}, {}, {});
+  steps.kinds({1, 1});
+  steps.row({0, 1}, {1, 1}, 1, 2);
+  steps.row({0, 1}, {1, -1}, 0, 2);
+  EXPECT_EQ(steps.solve(), 8);
 }
 
 }  // namespace

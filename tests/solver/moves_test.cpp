@@ -55,7 +55,7 @@ TEST(Kept, PullBack_draws) {
       const double u1 = u(), u2 = u();
       EXPECT_DOUBLE_EQ(tr[0], 1.0 - 6.0 * u2 * (u1 * 0.5 + 0.5));
     }
-    EXPECT_EQ(solver->rng, same);
+    EXPECT_EQ(solver->rng(), same());
   }
 }
 
@@ -169,17 +169,34 @@ TEST(Kept, SC_centre) {
   EXPECT_EQ(solver->zeroPoint, std::vector<double>(2, -7.0));
 }
 
-TEST(Draw, LocalGeneratorsGiveTheWordsOfAMersenneTwister) {
-  for (const uint32_t seed : {0u, 1u, 5489u, 0xffffffffu}) {
-    LocalMersenne local(seed);
-    std::mt19937 whole(seed);
-    for (int i = 0; i < 2000; ++i) ASSERT_EQ(local(), whole()) << seed << ": " << i;  // three rounds of the state
-    std::vector<int> a(50), b(50);
-    std::iota(a.begin(), a.end(), 0);
-    std::iota(b.begin(), b.end(), 0);
-    std::shuffle(a.begin(), a.end(), local);
-    std::shuffle(b.begin(), b.end(), whole);
-    EXPECT_EQ(a, b);
+TEST(Draw, GeneratorsGiveTheWordsOfAMersenneTwister) {
+  static uint32_t seed;
+  const auto seeds = [] { return seed += 0x9e3779b9u; };
+  LocalMersennes locals;
+  for (const std::size_t ahead : {std::size_t{1}, std::size_t{3}, LocalMersennes::kLanes})
+    for (std::size_t lane = 0; lane < ahead; ++lane) {
+      if (lane == 0) seed = 0;  // the seeds of a batch are drawn with its first one
+      LocalMersenne local = locals.next(seeds, ahead);
+      std::mt19937 whole(static_cast<uint32_t>(lane + 1) * 0x9e3779b9u);
+      const int words = lane % 2 == 0 ? 2000 : 15;  // three rounds of the state, and the usual few
+      for (int i = 0; i < words; ++i) ASSERT_EQ(local(), whole()) << ahead << ", " << lane << ": " << i;
+      std::vector<int> a(50), b(50);
+      std::iota(a.begin(), a.end(), 0);
+      std::iota(b.begin(), b.end(), 0);
+      std::shuffle(a.begin(), a.end(), local);
+      std::shuffle(b.begin(), b.end(), whole);
+      ASSERT_EQ(a, b);
+    }
+  for (const uint32_t start : {0u, 1u, 5489u, 0xffffffffu}) {
+    BlockMersenne blocks(start);
+    std::mt19937 whole(start);
+    const UniformDistribution uniform;
+    for (int i = 0; i < 100000; ++i) {
+      ASSERT_EQ(uniform(blocks), uniform(whole)) << start << ": " << i;
+      if (i % 700 == 0) {  // from odd words, too
+        ASSERT_EQ(blocks(), whole()) << start << ": " << i;
+      }
+    }
   }
 }
 

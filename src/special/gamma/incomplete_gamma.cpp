@@ -156,8 +156,9 @@ double calcRUpperIncompleteGamma(double a, double x) {
   return x > 1 ? overGamma(Kernel::upperGamma(a, x), a) : 1 - lower;
 }
 
-double calcIncompleteGammaLower(double a, double x) {
-  const double full = std::tgamma(a);
+double calcIncompleteGammaLower(double a, double x) { return calcIncompleteGammaLower(a, x, std::tgamma(a)); }
+
+double calcIncompleteGammaLower(double a, double x, double full) {
   if (nearInteger(a, kEpsilon)) {
     const double n = std::round(a);
     if (n == 0) return full - std::expint(x);
