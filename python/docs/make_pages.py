@@ -54,9 +54,8 @@ def gallery(folder: pathlib.Path) -> str:
 
 def public(module: object) -> dict[str, object]:
     """Functions and classes of a module in the order of its source."""
-    found = {name: thing for name, thing in vars(module).items()
-             if not name.startswith("_") and inspect.getmodule(thing) is module and callable(thing)}
-    return dict(sorted(found.items(), key=lambda item: inspect.getsourcelines(item[1])[1]))
+    return {name: thing for name, thing in vars(module).items()
+            if not name.startswith("_") and inspect.getmodule(thing) is module and callable(thing)}
 
 
 def modules(folder: pathlib.Path) -> None:
