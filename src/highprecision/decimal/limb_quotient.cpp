@@ -31,7 +31,8 @@ class Room {
   std::size_t size;
 };
 
-// columns -= factor * limbs, the same loop for every set of instructions; a product of 32 bits each is what vectors have.
+// columns -= factor * limbs, the same loop for every set of instructions; a product of 32 bits each is what vectors
+// have.
 [[gnu::always_inline]] inline void subtractLoop(uint64_t* columns, uint32_t factor, const uint32_t* limbs,
                                                 std::size_t n) {
   const uint64_t wide = factor;
@@ -64,9 +65,7 @@ double lead(const Place* x, std::size_t n) {
 }
 
 // The last limb is the nearest one, so that the sign of the rest alone tells the floor; the others are cut.
-int64_t limbOf(double estimate, bool last) {
-  return last ? std::llround(estimate) : static_cast<int64_t>(estimate);
-}
+int64_t limbOf(double estimate, bool last) { return last ? std::llround(estimate) : static_cast<int64_t>(estimate); }
 
 // Makes places 0..9999999; returns the carry, which has the sign of the whole when it is negative.
 int64_t carried(std::span<int64_t> places) {
