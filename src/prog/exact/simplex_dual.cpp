@@ -11,9 +11,6 @@ namespace LineProg {
 namespace {
 
 constexpr double kShift = 1e-5;
-constexpr double kDoubtful = 1e-5;
-constexpr int kStalled = 100;
-constexpr long kMostTurns = 50;
 
 }  // namespace
 

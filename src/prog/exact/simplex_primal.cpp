@@ -11,9 +11,6 @@ namespace LineProg {
 namespace {
 
 constexpr double kPerturbation = 1e-6;  // of a bound, relative
-constexpr double kDoubtful = 1e-5;      // a pivot as small as that is looked at again with new factors
-constexpr int kStalled = 100;           // steps of length 0 before bounds are perturbed
-constexpr long kMostTurns = 50;         // times the variables
 
 }  // namespace
 
