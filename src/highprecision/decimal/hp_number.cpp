@@ -120,19 +120,29 @@ HPNumber_c combineMagnitudes(const HPNumber_c& a, const HPNumber_c& b, bool minu
   sum.exponent = low;
   sum.limbs.assign(static_cast<std::size_t>(std::max(a.top(), b.top()) - low + 1), 0);
   std::copy(a.limbs.begin(), a.limbs.end(), sum.limbs.begin() + (a.exponent - low));
-  std::size_t i = static_cast<std::size_t>(b.exponent - low);
+  int64_t* place = sum.limbs.data() + (b.exponent - low);
+  // Carries of random limbs are not to be foreseen: no branch on them.
   int64_t carry = 0;
-  for (const int64_t limb : b.limbs) {
-    int64_t& place = sum.limbs[i++];
-    place += minus ? carry - limb : carry + limb;
-    carry = place < 0 ? -1 : place >= kBase ? 1 : 0;
-    place -= carry * kBase;
-  }
-  for (; carry != 0; ++i) {
-    int64_t& place = sum.limbs[i];
-    place += carry;
-    carry = place < 0 ? -1 : place >= kBase ? 1 : 0;
-    place -= carry * kBase;
+  if (minus) {
+    for (const int64_t limb : b.limbs) {
+      const int64_t difference = *place - limb - carry;
+      carry = difference < 0;
+      *place++ = difference + (-carry & kBase);
+    }
+    for (; carry != 0; ++place) {
+      carry = *place == 0;
+      *place += carry != 0 ? kBase - 1 : -1;
+    }
+  } else {
+    for (const int64_t limb : b.limbs) {
+      const int64_t total = *place + limb + carry;
+      carry = total >= kBase;
+      *place++ = total - (-carry & kBase);
+    }
+    for (; carry != 0; ++place) {
+      carry = *place == kBase - 1;
+      *place += carry != 0 ? 1 - kBase : 1;
+    }
   }
   return sum;
 }

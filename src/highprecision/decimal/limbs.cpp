@@ -6,6 +6,7 @@
 #include "highprecision/decimal/hp_number.h"
 #include "highprecision/decimal/integer.h"
 #include "highprecision/decimal/limb_product.h"
+#include "highprecision/decimal/limb_quotient.h"
 
 namespace HighPrecision {
 namespace {
@@ -18,6 +19,10 @@ using HP::limbsOfInteger;
 // change of radix there and back included.
 constexpr std::size_t kGmpProduct = 4000;
 static_assert(kGmpProduct <= kLongestColumns);
+
+// Up to this length, of the divisor or the quotient and of the root, limb by limb is quicker.
+constexpr std::size_t kFewByColumns = 800;
+static_assert(kFewByColumns <= kLongestQuotient);
 
 std::vector<int64_t> padded(std::span<const int64_t> a, std::size_t padding) {
   std::vector<int64_t> result(padding);
@@ -66,12 +71,17 @@ std::vector<int64_t> divideLimbs(std::span<const int64_t> a, std::size_t padding
     }
     return quotient;
   }
+  const std::size_t length = a.size() + padding;
+  if (std::min(b.size(), length - std::min(length, b.size())) <= kFewByColumns && b.back() != 0)
+    return quotientLimbs(a, padding, b);
   Integer quotient = integerOfLimbs(padded(a, padding));
   mpz_tdiv_q(quotient.get(), quotient.get(), integerOfLimbs(b).get());
   return limbsOfInteger(quotient);
 }
 
 std::vector<int64_t> squareRootLimbs(std::span<const int64_t> a, std::size_t padding) {
+  const std::size_t length = a.size() + padding;
+  if (length > 2 && length / 2 <= kFewByColumns && a.back() != 0) return rootLimbs(a, padding);
   Integer root = integerOfLimbs(padded(a, padding));
   mpz_sqrt(root.get(), root.get());
   return limbsOfInteger(root);
