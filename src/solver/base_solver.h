@@ -87,7 +87,7 @@ class BaseSolver {
   std::shared_ptr<BaseOptimizeObject> objective;
   std::function<void(int64_t, double, const std::vector<double>&)> doneFun;
   UniformDistribution uniform;
-  std::mt19937 rng;
+  BlockMersenne rng;
   uint32_t (*localSeed)() = deviceSeed;  ///< of each local generator; a replay puts known seeds in
   std::vector<double> workVar;
   std::vector<double> maxVar, minVar;

@@ -17,8 +17,10 @@ class MovingSolver : public BaseSolver {
 
   int64_t randomIndex(int64_t lo, int64_t hi);
   std::size_t uniformIndex();  ///< unbiased over the population
-  /// A new Mersenne twister for shuffles and picks, which shall not draw on `rng`.
-  LocalMersenne localGenerator() const { return LocalMersenne(localSeed()); }
+  /// A new Mersenne twister for shuffles and picks, which shall not draw on `rng`; good until the next call.
+  LocalMersenne localGenerator() {
+    return locals.next(localSeed, localSeed == deviceSeed ? LocalMersennes::kLanes : 1);
+  }
 
   bool tryCandidate(const Candidate& c, bool force);
   void clip(std::vector<double>& trial);
@@ -34,6 +36,8 @@ class MovingSolver : public BaseSolver {
 
  private:
   bool offerAway(const Candidate& c, double v);
+
+  LocalMersennes locals;
 };
 
 /// Sorts candidates by one of their values, ascending; a NaN stands behind every number. Ties have no defined order.

@@ -35,6 +35,10 @@ bool RUNSolver::iterate() {
   fill(sf);
   const double f = 40.0 * std::exp(-12.0 * iteration() / iterations());
   for (double& value : sf) value = (0.5 - value) * f;
+  narrowing = std::exp(-4.0 * iteration() / iterations());
+  pickBest = std::ranges::min_element(population, {}, [](const Candidate& o) {
+               return std::isnan(o->curValue) ? kInfinity : o->curValue;
+             })->get();
   for (const Candidate& c : population)
     if (!step(c, sf[static_cast<std::size_t>(c->index)])) break;
   gradientStep();
@@ -47,7 +51,7 @@ void RUNSolver::spread(const Candidate& c) {
   fill(v2);
   fill(v3);
   const double r1 = u();
-  const double e = std::exp(-4.0 * iteration() / iterations()) * u();
+  const double e = narrowing * u();
   const auto &x = c->curVar, &best = bestVar->bestVar;
   for (std::size_t d = 0; d < delta.size(); ++d)
     delta[d] =
@@ -57,16 +61,17 @@ void RUNSolver::spread(const Candidate& c) {
 void RUNSolver::pickThree(const Candidate& c) {
   const std::size_t n = population.size();
   if (n == 1) {
-    pickA = pickB = pickC = c;
+    pickA = pickB = pickC = c.get();
     return;
   }
   std::iota(picks.begin(), picks.end(), 0);
   picks[static_cast<std::size_t>(c->index)] = static_cast<int32_t>(n - 1);
   auto local = localGenerator();
   std::shuffle(picks.begin(), picks.end() - 1, local);
-  pickA = at(picks[0]);
-  pickB = n >= 3 ? at(picks[1]) : pickA;
-  pickC = n > 3 ? at(picks[2]) : pickA;
+  const auto picked = [this](std::size_t i) { return population[static_cast<std::size_t>(picks[i])].get(); };
+  pickA = picked(0);
+  pickB = n >= 3 ? picked(1) : pickA;
+  pickC = n > 3 ? picked(2) : pickA;
 }
 
 void RUNSolver::slopes() {
@@ -95,6 +100,9 @@ void RUNSolver::settle(const Candidate& c) {
 // KEPT: an improvement of the best candidate itself leaves bestError behind; expected: it taken (kept.csv: RUN_lag)
 bool RUNSolver::improve(const Candidate& c) {
   c->accept();
+  if (c->curValue < pickBest->curValue || std::isnan(pickBest->curValue) ||
+      (c->curValue == pickBest->curValue && c->index < pickBest->index))
+    pickBest = c.get();
   if (c != bestVar && bestVar->bestValue > c->bestValue) {
     bestVar = c;
     bestError = c->bestValue;
@@ -163,15 +171,12 @@ bool RUNSolver::step(const Candidate& c, double s) {
   if (stopped()) return false;
   spread(c);
   pickThree(c);
-  Candidate lower = pickB->curValue < pickA->curValue ? pickB : pickA;
+  const OptVariable* lower = pickB->curValue < pickA->curValue ? pickB : pickA;
   if (pickC->curValue <= lower->curValue) lower = pickC;
   const bool ahead = lower->curValue > c->curValue;
   better = ahead ? &c->curVar : &lower->curVar;
   worse = ahead ? &lower->curVar : &c->curVar;
   slopes();
-  pickBest = *std::ranges::min_element(population, {}, [](const Candidate& o) {
-    return std::isnan(o->curValue) ? std::numeric_limits<double>::infinity() : o->curValue;
-  });
   move(c, s);
   settle(c);
   if (c->curValue > c->trialValue && !improve(c)) return false;

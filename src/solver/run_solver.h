@@ -11,7 +11,8 @@ class RUNSolver final : public BaseNormSolver {
  public:
   RUNSolver();
 
-  Candidate pickA, pickB, pickC, pickBest;
+  // Members of the population; pickBest is the one of lowest curValue, the first on equal values.
+  const OptVariable *pickA = nullptr, *pickB = nullptr, *pickC = nullptr, *pickBest = nullptr;
   const std::vector<double>* better = nullptr;
   const std::vector<double>* worse = nullptr;
   NormalDistribution normal2;
@@ -20,6 +21,8 @@ class RUNSolver final : public BaseNormSolver {
   std::vector<int32_t> picks;
 
  private:
+  double narrowing = 1;  // exp(-4 t/T) of the iteration
+
   bool init();
   bool iterate();
   bool step(const Candidate& c, double s);

@@ -11,7 +11,10 @@
 /// is named calc and the function's name; what each computes stands at its export in the header of its room.
 namespace SpecialFunction {
 
+using std::numbers::egamma;
 using std::numbers::pi;
+inline constexpr double kSqrtPi = 1.772453850905516;
+inline constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 
 // Gamma family
 double calcGamma(double x);
@@ -25,8 +28,9 @@ inline double calcTgamma(double x) { return std::tgamma(x); }
 double calcBetaByLogs(double a, double b);  ///< expressions take this form
 
 // Incomplete gamma functions
-double calcIncompleteGammaLower(double a, double x);  ///< LG(a, x), not divided by gamma(a)
-double calcIGamma(double a, double x);                ///< UG(a, x)
+double calcIncompleteGammaLower(double a, double x);                 ///< LG(a, x), not divided by gamma(a)
+double calcIncompleteGammaLower(double a, double x, double gammaA);  ///< the same with gamma(a) at hand
+double calcIGamma(double a, double x);                               ///< UG(a, x)
 double calcRLowerIncompleteGamma(double a, double x);
 double calcRUpperIncompleteGamma(double a, double x);
 double calcInverseRUpperIncompleteGamma(double a, double q);

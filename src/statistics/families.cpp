@@ -161,8 +161,8 @@ double inverseUniformCDF(double x, const P& p) {
 
 // Code, density, domains, positive parameters, distribution function, quantile function, ends of the support.
 constexpr Family kFamilies[] = {
-    {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF,
-     betaQuantile, zero, one},
+    {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF, betaQuantile, zero,
+     one},
     {3, "a * b * x^(a-1) / (1 + x^a)^(b+1)", " a:(0, inf); b:(0, inf); x:(0, inf)", "ab",
      [](double x, const P& p) {
        return above(x, 0, [&] { return -std::expm1(-p[1] * std::log1p(std::pow(x, p[0]))); });

@@ -3,14 +3,12 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 
 #include "prog/drawn_problem.h"
+#include "support/numbers.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 using Values = std::vector<double>;
 
 /// Least x'Qx + c.x under A x <= b, x >= 0, with a positive definite Q of size n.

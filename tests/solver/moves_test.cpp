@@ -14,8 +14,6 @@ namespace {
 
 using namespace Solver;
 
-double one(const double* x) { return 1.0 + x[0] * x[0]; }
-
 TEST(Draw, UniformStaysBelowOneAndNormalHasItsMoments) {
   const auto top = [] { return 0xffffffffu; };
   EXPECT_LT(UniformDistribution()(top), 1.0);
@@ -32,7 +30,7 @@ TEST(Draw, UniformStaysBelowOneAndNormalHasItsMoments) {
 }
 
 TEST(Kept, RandomIndex_099) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   solver->rng.seed(99);
   int ones = 0;
   for (int i = 0; i < 40000; ++i) ones += static_cast<int>(solver->randomIndex(2, 0));
@@ -44,7 +42,7 @@ TEST(Kept, RandomIndex_099) {
 }
 
 TEST(Kept, PullBack_draws) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   for (const double trial : {8.0, -8.0}) {
     solver->rng.seed(5);
     std::mt19937 same(5);
@@ -57,12 +55,12 @@ TEST(Kept, PullBack_draws) {
       const double u1 = u(), u2 = u();
       EXPECT_DOUBLE_EQ(tr[0], 1.0 - 6.0 * u2 * (u1 * 0.5 + 0.5));
     }
-    EXPECT_EQ(solver->rng, same);
+    EXPECT_EQ(solver->rng(), same());
   }
 }
 
 TEST(Clip, WidensASingleBoundAndProjects) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   solver->limitFun = [](double* x) { x[2] = 4.5; };
   std::vector<double> tr = {8.0, -8.0, 1.0};
   solver->clip(tr);
@@ -123,7 +121,7 @@ TEST(Kept, Weight_grows) {
 
 TEST(Kept, LG_age) {
   for (const int32_t age : {63, 64, 65}) {
-    const auto solver = stand(std::make_shared<LGSolver>(), 1, 2, -5.0, 5.0, one);
+    const auto solver = stand(std::make_shared<LGSolver>(), 1, 2, -5.0, 5.0, parabola);
     solver->evaluateAll();
     solver->pickBest();
     solver->bestError = -1.0;
@@ -137,7 +135,7 @@ TEST(Kept, LG_age) {
 }
 
 TEST(Descend, IsLeftOutInManyVariables) {
-  const auto large = stand(std::make_shared<LGSolver2>(), 37, 2, -50.0, 50.0, one);
+  const auto large = stand(std::make_shared<LGSolver2>(), 37, 2, -50.0, 50.0, parabola);
   const auto before = large->population[0]->curVar;
   EXPECT_FALSE(large->descend(large->population[0]));
   EXPECT_EQ(large->population[0]->curVar, before);
@@ -157,7 +155,7 @@ TEST(Kept, ConeRoot_120) {
 }
 
 TEST(Kept, SC_centre) {
-  const auto solver = stand(std::make_shared<SocialContact>(uint8_t{1}), 2, 6, -5.0, 5.0, one);
+  const auto solver = stand(std::make_shared<SocialContact>(uint8_t{1}), 2, 6, -5.0, 5.0, parabola);
   solver->maxIter = 3;
   EXPECT_TRUE(solver->run());
   EXPECT_EQ(solver->period, 6);
@@ -171,17 +169,34 @@ TEST(Kept, SC_centre) {
   EXPECT_EQ(solver->zeroPoint, std::vector<double>(2, -7.0));
 }
 
-TEST(Draw, LocalGeneratorsGiveTheWordsOfAMersenneTwister) {
-  for (const uint32_t seed : {0u, 1u, 5489u, 0xffffffffu}) {
-    LocalMersenne local(seed);
-    std::mt19937 whole(seed);
-    for (int i = 0; i < 2000; ++i) ASSERT_EQ(local(), whole()) << seed << ": " << i;  // three rounds of the state
-    std::vector<int> a(50), b(50);
-    std::iota(a.begin(), a.end(), 0);
-    std::iota(b.begin(), b.end(), 0);
-    std::shuffle(a.begin(), a.end(), local);
-    std::shuffle(b.begin(), b.end(), whole);
-    EXPECT_EQ(a, b);
+TEST(Draw, GeneratorsGiveTheWordsOfAMersenneTwister) {
+  static uint32_t seed;
+  const auto seeds = [] { return seed += 0x9e3779b9u; };
+  LocalMersennes locals;
+  for (const std::size_t ahead : {std::size_t{1}, std::size_t{3}, LocalMersennes::kLanes})
+    for (std::size_t lane = 0; lane < ahead; ++lane) {
+      if (lane == 0) seed = 0;  // the seeds of a batch are drawn with its first one
+      LocalMersenne local = locals.next(seeds, ahead);
+      std::mt19937 whole(static_cast<uint32_t>(lane + 1) * 0x9e3779b9u);
+      const int words = lane % 2 == 0 ? 2000 : 15;  // three rounds of the state, and the usual few
+      for (int i = 0; i < words; ++i) ASSERT_EQ(local(), whole()) << ahead << ", " << lane << ": " << i;
+      std::vector<int> a(50), b(50);
+      std::iota(a.begin(), a.end(), 0);
+      std::iota(b.begin(), b.end(), 0);
+      std::shuffle(a.begin(), a.end(), local);
+      std::shuffle(b.begin(), b.end(), whole);
+      ASSERT_EQ(a, b);
+    }
+  for (const uint32_t start : {0u, 1u, 5489u, 0xffffffffu}) {
+    BlockMersenne blocks(start);
+    std::mt19937 whole(start);
+    const UniformDistribution uniform;
+    for (int i = 0; i < 100000; ++i) {
+      ASSERT_EQ(uniform(blocks), uniform(whole)) << start << ": " << i;
+      if (i % 700 == 0) {  // from odd words, too
+        ASSERT_EQ(blocks(), whole()) << start << ": " << i;
+      }
+    }
   }
 }
 

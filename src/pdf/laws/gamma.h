@@ -36,7 +36,7 @@ class LowerShare {
 /// LG(a, t)/gamma(a), also where gamma(a) is beyond the doubles.
 inline double lowerShare(double a, double t, double gammaA) {
   if (std::isinf(gammaA) && a > 0 && t >= 0) return SpecialFunction::Kernel::regularisedGamma(a, t).p;
-  return SpecialFunction::calcIncompleteGammaLower(a, t) / gammaA;
+  return SpecialFunction::calcIncompleteGammaLower(a, t, gammaA) / gammaA;
 }
 
 /// The formulas that the two Amoroso halves share: y = (x-c)/d is positive inside. a, b shapes, c end, d scale.

@@ -50,48 +50,61 @@ class PowerSeries {
     return sum;
   }
 
-  /// sums[i] = (*this)(t[i]) for contained points; both arrays have room up to a multiple of kLanes.
+  bool containsAll(const double* t, std::size_t n) const {
+    bool all = true;
+    for (std::size_t i = 0; i < n; ++i) all &= contains(t[i]);
+    return all;
+  }
+
+  /// sums[i] = (*this)(t[i]) for contained points.
   void values(const double* t, double* sums, std::size_t n) const {
     for (std::size_t from = 0, to = 0; from < n; from = to) {
       const std::size_t mine = part(t[from]);
       for (to = from + 1; to < n && part(t[to]) == mine;) ++to;
-      std::array<double, kLanes> points, results;
-      for (std::size_t i = from; i < to; i += kLanes) {
-        const std::size_t count = std::min(kLanes, to - i);
-        points.fill(0);
-        std::copy_n(t + i, count, points.begin());
-        horner(terms[mine], points.data(), results.data());
-        std::copy_n(results.begin(), count, sums + i);
-      }
+      std::size_t at = from;
+      for (; at + kLanes < to; at += 2 * kLanes) some<2 * kLanes>(terms[mine], t + at, sums + at, to - at);
+      if (at < to) some<kLanes>(terms[mine], t + at, sums + at, to - at);
     }
   }
 
-  static constexpr std::size_t kLanes = 16;
-
  private:
   static constexpr std::size_t kParts = 16, kMostTerms = 4000;
+  static constexpr std::size_t kLanes = 16;  // of a short rest; twice as many keep the multipliers busy
 
   std::size_t part(double t) const {
     return std::min(kParts - 1, static_cast<std::size_t>(t * (static_cast<double>(kParts) / high)));
   }
 
+  template <std::size_t kWidth>
   [[gnu::always_inline]] static inline void hornerLoop(const double* c, std::size_t count, const double* t,
                                                        double* out) {
-    double sum[kLanes] = {};
+    double sum[kWidth] = {};
     for (std::size_t k = count; k-- > 0;)
-      for (std::size_t i = 0; i < kLanes; ++i) sum[i] = sum[i] * t[i] + c[k];
-    std::copy_n(sum, kLanes, out);
+      for (std::size_t i = 0; i < kWidth; ++i) sum[i] = sum[i] * t[i] + c[k];
+    std::copy_n(sum, kWidth, out);
   }
 #if ORVANE_DISPATCH_AVX2
+  template <std::size_t kWidth>
   [[gnu::target("avx2")]] static void hornerAvx2(const double* c, std::size_t count, const double* t, double* out) {
-    hornerLoop(c, count, t, out);
+    hornerLoop<kWidth>(c, count, t, out);
   }
 #endif
+  template <std::size_t kWidth>
   void horner(std::size_t count, const double* t, double* out) const {
 #if ORVANE_DISPATCH_AVX2
-    if (hasAvx2()) return hornerAvx2(coefficients.data(), count, t, out);
+    if (hasAvx2()) return hornerAvx2<kWidth>(coefficients.data(), count, t, out);
 #endif
-    hornerLoop(coefficients.data(), count, t, out);
+    hornerLoop<kWidth>(coefficients.data(), count, t, out);
+  }
+
+  /// The first min(n, kWidth) points.
+  template <std::size_t kWidth>
+  void some(std::size_t count, const double* t, double* sums, std::size_t n) const {
+    if (n >= kWidth) return horner<kWidth>(count, t, sums);
+    std::array<double, kWidth> points{}, results;
+    std::copy_n(t, n, points.begin());
+    horner<kWidth>(count, points.data(), results.data());
+    std::copy_n(results.begin(), n, sums);
   }
 
   std::vector<double> coefficients;
@@ -113,16 +126,22 @@ class SeriesPDFFun : public PlainPDFFun<Self> {
   void distributions(const double* x, double* y, std::size_t n) const {
     constexpr std::size_t kBlock = 128;
     std::array<double, kBlock> points, t, sums;
+    std::array<std::size_t, kBlock> places;
     for (std::size_t from = 0; from < n; from += kBlock) {
-      const std::size_t end = std::min(n, from + kBlock);
+      const std::size_t size = std::min(kBlock, n - from);
+      forPoints([this](double point) { return self().argument(point); }, x + from, t.data(), size);
+      if (series.containsAll(t.data(), size)) {
+        series.values(t.data(), sums.data(), size);
+        finish(x + from, t.data(), sums.data(), size);
+        std::copy_n(sums.begin(), size, y + from);
+        continue;
+      }
       std::size_t inside = 0;
-      std::array<std::size_t, kBlock> places;
-      for (std::size_t i = from; i < end; ++i) {
-        const double point = x[i], argument = self().argument(point);
-        if (series.contains(argument))
-          points[inside] = point, t[inside] = argument, places[inside++] = i;
+      for (std::size_t i = 0; i < size; ++i) {
+        if (series.contains(t[i]))
+          points[inside] = x[from + i], places[inside] = from + i, t[inside++] = t[i];
         else
-          y[i] = self().far(point);
+          y[from + i] = self().far(x[from + i]);
       }
       series.values(t.data(), sums.data(), inside);
       finish(points.data(), t.data(), sums.data(), inside);

@@ -47,7 +47,7 @@ Answer isBelow(const Exponent& x, const Exponent& y) {
   return x.most < y.least ? Answer::yes : x.least >= y.most ? Answer::no : Answer::unknown;
 }
 
-struct Series {
+struct LimbSeries {
   const double* a;
   int32_t p;
   const double* b;
@@ -55,7 +55,7 @@ struct Series {
   double z, turn;
 };
 
-struct Sum {
+struct LimbSum {
   std::optional<double> value;
   Exponent lost{};  ///< of the largest term over the sum
   double rest = 0;  ///< a bound of the terms from the first one below 2^-55 on; infinite when there is none
@@ -64,7 +64,7 @@ struct Sum {
 
 // `bits` are those of the GMP series whose double is wanted.
 template <int kLimbs>
-Sum sumOf(const Series& s, int64_t bits) {
+LimbSum sumOf(const LimbSeries& s, int64_t bits) {
   FixedParameter upper[FixedParameter::kMost], lower[FixedParameter::kMost];
   if (!FixedParameter::set(s.a, s.p, upper) || !FixedParameter::set(s.b, s.q, lower)) return {};
   const Factor argument = Factor::of(s.z);
@@ -109,7 +109,7 @@ Sum sumOf(const Series& s, int64_t bits) {
 }
 
 // In the least count of limbs that holds `digits` bits.
-Sum sumWithDigits(const Series& s, int64_t digits, int64_t bits) {
+LimbSum sumWithDigits(const LimbSeries& s, int64_t digits, int64_t bits) {
   if (digits <= 192) return sumOf<3>(s, bits);
   if (digits <= 256) return sumOf<4>(s, bits);
   if (digits <= 320) return sumOf<5>(s, bits);
@@ -128,10 +128,10 @@ std::optional<double> calcHypergeometricPFQByLimbs(const double* a, int32_t p, c
   double turn = 0;
   for (int32_t j = 0; j < q; ++j) turn = std::fmax(turn, -b[j]);
   if (!(std::abs(z) >= 0x1p-60 && std::abs(z) <= 0x1p60 && turn < kMostTerms && largest < 800)) return std::nullopt;
-  const Series series{a, p, b, q, z, turn};
+  const LimbSeries series{a, p, b, q, z, turn};
   auto kept = static_cast<int64_t>(bits), digits = static_cast<int64_t>(largest) + kGuard;
   for (int round = 0; round < 4; ++round) {
-    const Sum sum = sumWithDigits(series, digits, kept);
+    const LimbSum sum = sumWithDigits(series, digits, kept);
     if (!sum.ended) return std::nullopt;
     // The GMP series is kept when it lost at most all but 64 of its bits, else begun again with twice as many.
     if (sum.lost.least + 64 > kept) {

@@ -11,8 +11,9 @@
 //
 // Let e = 2^-126: a product cut to 128 bits lies within e of the exact one, a sum within e of its larger summand; the
 // parameters a_i + n are exact, held as multiples of 2^-92. Hence each step adds at most (p + q + 2) e to the relative
-// error of t_n and (2 q + 3) e A to S_n, A = sum |t_n|: after N steps N (p + 3 q + 5) e A < N 2^-121 A. The GMP series lies within N 2^-122 A too
-// (hypergeometric_fast.cpp, 6.). The bound taken is N 2^-120 A, and the stops have margins of 2^-40 as there.
+// error of t_n and (2 q + 3) e A to S_n, A = sum |t_n|: after N steps N (p + 3 q + 5) e A < N 2^-121 A. The GMP series
+// lies within N 2^-122 A too (hypergeometric_fast.cpp, 6.). The bound taken is N 2^-120 A, and the stops have margins
+// of 2^-40 as there.
 
 namespace SpecialFunction {
 #ifdef __SIZEOF_INT128__
@@ -65,8 +66,8 @@ std::optional<double> calcHypergeometricPFQByWide(const double* a, int32_t p, co
   constexpr double kMargin = 0x1p-40, kMost = 0x1p900;
   const double size = std::abs(z);
   FixedParameter upper[FixedParameter::kMost], lower[FixedParameter::kMost];
-  if (!(size >= 0x1p-60 && size <= 0x1p60) || !FixedParameter::set(a, p, upper) ||
-      !FixedParameter::set(b, q, lower)) return std::nullopt;
+  if (!(size >= 0x1p-60 && size <= 0x1p60) || !FixedParameter::set(a, p, upper) || !FixedParameter::set(b, q, lower))
+    return std::nullopt;
   const Factor argument = Factor::of(z);
   Wide term = normalised(1, 0, false), sum = term, scale = term;  // T, A, B
   double sizes = 1;

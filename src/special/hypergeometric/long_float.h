@@ -10,8 +10,8 @@
 
 namespace SpecialFunction {
 
-/// (negative ? -1 : 1) sum of limb[i] 2^(64 i) 2^exponent; the highest limb has its highest bit set, or all are 0. Every
-/// result is cut and lies within 2^(1 - 64 kLimbs) of the exact one, a sum within that of its larger summand.
+/// (negative ? -1 : 1) sum of limb[i] 2^(64 i) 2^exponent; the highest limb has its highest bit set, or all are 0.
+/// Every result is cut and lies within 2^(1 - 64 kLimbs) of the exact one, a sum within that of its larger summand.
 template <int kLimbs>
 struct LongFloat {
   uint64_t limb[kLimbs];
@@ -91,7 +91,8 @@ struct LongFloat {
   /// The limbs alone, without what falls off.
   LongFloat shiftedDown(int64_t distance) const {
     LongFloat result;
-    const int limbs = static_cast<int>(std::min<int64_t>(distance / 64, kLimbs)), bits = static_cast<int>(distance % 64);
+    const int limbs = static_cast<int>(std::min<int64_t>(distance / 64, kLimbs)),
+              bits = static_cast<int>(distance % 64);
     const auto at = [&](int i) { return i < kLimbs ? limb[i] : 0; };
     for (int i = 0; i < kLimbs; ++i) result.limb[i] = joined(at(i + limbs + 1), at(i + limbs), bits);
     return result;

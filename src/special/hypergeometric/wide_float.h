@@ -41,9 +41,7 @@ inline Wide multiply(const Wide& x, const Wide& y) {
   return {product << shift, x.exponent + y.exponent + 128 - shift, x.negative != y.negative};
 }
 
-inline int bitsOf(UInt128 x) {
-  return high(x) != 0 ? 128 - std::countl_zero(high(x)) : 64 - std::countl_zero(low(x));
-}
+inline int bitsOf(UInt128 x) { return high(x) != 0 ? 128 - std::countl_zero(high(x)) : 64 - std::countl_zero(low(x)); }
 
 /// An exact number, (negative ? -1 : 1) units 2^exponent, with few bits where that is possible.
 struct Factor {
