@@ -100,6 +100,30 @@ TEST(Hypergeometric, WideFloatsGiveTheSame) {
   EXPECT_GT(beyondDoubleDouble, 250);
 }
 
+// Sums that cancel, from a guess of their largest term that may be wrong and bits that may be too few.
+TEST(Hypergeometric, FloatsOfFixedLimbsGiveTheDoubleOfMoreBits) {
+  std::mt19937_64 random(11);
+  const auto within = [&](double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random);
+  };
+  int decided = 0, refused = 0;
+  for (int i = 0; i < 3000; ++i) {
+    Arguments x{{}, {within(-80, 80)}, 0};
+    const int kind = i % 3;
+    for (int k = 0; k < kind; ++k) x.a.push_back(i % 5 ? within(-100, 100) : std::round(within(-20, 20)) / 2);
+    x.z = kind == 0 ? within(-3000, -1) : kind == 1 ? within(-100, -1) : within(-0.7, 0.7);
+    const auto p = static_cast<int32_t>(x.a.size());
+    const unsigned long bits = 256 + 64 * (random() % 3);
+    double rest = 0;
+    const auto value =
+        calcHypergeometricPFQByLimbs(x.a.data(), p, x.b.data(), 1, x.z, bits, within(1, 120), i % 2 ? &rest : nullptr);
+    ++(value ? decided : refused);
+    if (value && !sameBits(*value, calcHypergeometricPFQByMoreBits(x.a.data(), p, x.b.data(), 1, x.z, bits)))
+      ADD_FAILURE() << print(x);
+  }
+  EXPECT_GT(decided, 50 * refused);
+}
+
 // Parameters and arguments that lie anywhere: the fast path must decline where its bounds do not hold.
 TEST(Hypergeometric, OddArgumentsGiveTheSame) {
   std::mt19937_64 random(7);

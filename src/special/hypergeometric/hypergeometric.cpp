@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "frame/numbers.h"
 #include "special/hypergeometric/hypergeometric_fast.h"
@@ -24,6 +25,7 @@ bool allFinite(const double* values, int32_t count) {
 constexpr double kEnough = 1e-3;                       // above it the absolute stop at 1e-17 leaves 13 digits
 constexpr double kSurelyLost = 100, kMostBits = 7200;  // binary exponents of a largest term
 constexpr double kCut = 1e300;                         // a sum above it may have been cut at a term beyond the doubles
+constexpr double kKeptByGMP = 0x1p77;                  // of a cancellation: up to it 128 bits leave 13 digits
 constexpr double kDip = -8;  // of a lower parameter: below it terms may fall under the stop and rise again
 
 struct Terms {
@@ -108,7 +110,9 @@ double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const doub
     // The sum with an absolute stop differs from the other by the terms that it leaves out and, as there are less than
     // 2^16, by at most 2^30 of that noise (hypergeometric_fast.cpp, 6.), 2^-13 of what it must exceed.
     double rest = kInfinity;
-    const auto other = calcHypergeometricPFQByLimbs(a, p, b, q, z, firstBits(terms), terms.largest, &rest);
+    std::optional<double> other;
+    if (!(cancellation > 0 && cancellation < kKeptByGMP))
+      other = calcHypergeometricPFQByLimbs(a, p, b, q, z, firstBits(terms), terms.largest, &rest);
     if (other && std::abs(*other) + rest < 0.9 * std::max(kEnough, noise / 1e-13)) return *other;
     value = calcHypergeometricPFQByGMP(a, p, b, q, z);
     if (std::abs(*value) > kEnough && noise <= 1e-13 * std::abs(*value)) return *value;

@@ -71,6 +71,7 @@ LimbSum sumOf(const LimbSeries& s, int64_t bits) {
   auto term = LongFloat<kLimbs>::one(), sum = term, scale = term;  // T, A, B
   Exponent largest{1, 1}, last{1, 1}, whole{1, 1};
   constexpr int64_t kSmall = -55;  // 2^-55 is above kHypergeometricTermLimit
+  constexpr int64_t kWanted = 72;  // bits of the sum that a last term is below
   int64_t rest = kLeastExponent - 1;
   int32_t n = 1;
   for (;; ++n) {
@@ -87,9 +88,9 @@ LimbSum sumOf(const LimbSeries& s, int64_t bits) {
     const Exponent size = Exponent::of(term.top(), below);
     largest.rise(size);
     if (size.most <= kSmall || rest >= kLeastExponent) rest = std::max({rest, size.most, kLeastExponent});
-    if (n > s.turn) {
+    // The quick look first: it is never wrong by two bits.
+    if (n > s.turn && (term.exponent < sum.exponent - kWanted + 2 || size.least < largest.most - bits)) {
       whole = Exponent::of(sum.top(), below);
-      constexpr int64_t kWanted = 72;
       Exponent limit{whole.least - kWanted, whole.most - kWanted};
       limit.rise({largest.least - bits, largest.most - bits});
       const Answer isSmall = isBelow(size, limit), isFalling = isBelow(size, last);
@@ -118,7 +119,7 @@ LimbSum sumWithDigits(const LimbSeries& s, int64_t digits, int64_t bits) {
   return {};
 }
 
-constexpr int64_t kGuard = 96;  // bits of the double, of the sum of errors and of a proof that seldom fails
+constexpr int64_t kGuard = 104;  // bits of the double, of the sum of errors and of a proof that seldom fails
 
 }  // namespace
 

@@ -92,17 +92,13 @@ class FixedParameter {
 /// they are exact in 128 bits.
 template <class Take>
 void takeProduct(Factor first, FixedParameter* parameters, int32_t count, Take&& take) {
-  int held = bitsOf(first.units);
   for (int32_t i = 0; i < count; ++i) {
     const Factor factor = parameters[i].next();
-    const int more = bitsOf(factor.units);
-    if (held + more <= 128) {
+    if ((high(first.units) | high(factor.units)) == 0 || bitsOf(first.units) + bitsOf(factor.units) <= 128) {
       first = {first.units * factor.units, first.exponent + factor.exponent, first.negative != factor.negative};
-      held += more;
     } else {
       take(normalised(first.units, first.exponent, first.negative));
       first = factor;
-      held = more;
     }
   }
   take(normalised(first.units, first.exponent, first.negative));
