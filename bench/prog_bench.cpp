@@ -93,6 +93,7 @@ double byOrvane(const Problem& p) {
   LineProgramme* solver = lineProg_CreateSolver();
   const auto n = static_cast<int32_t>(p.c.size());
   const std::vector<uint8_t> kinds(p.c.size(), p.binary ? 2 : 0);
+  lineProg_setExact(solver, 1);
   lineProg_SetVarCount(solver, kinds.data(), n);
   std::vector<int32_t> all;
   for (int32_t j = 0; j < n; ++j) all.push_back(j);

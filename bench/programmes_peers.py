@@ -50,6 +50,7 @@ def by_orvane(library, problem):
     n = len(c)
     handle = C.c_void_p(library.lineProg_CreateSolver())
     kinds, all_vars = np.full(n, 2 if binary else 0, np.uint8), np.arange(n, dtype=np.int32)
+    library.lineProg_setExact(handle, BYTE(1))
     library.lineProg_SetVarCount(handle, pointer(kinds, BYTE), n)
     library.lineProg_SetMaxExpress(handle, pointer(all_vars, INT), pointer(c, DOUBLE), n)
     for at, coefs, rhs in rows:

@@ -41,19 +41,6 @@ struct Options {
   bool help = false;
 };
 
-double number(const std::string& option, const std::string& text, double least, double most) {
-  const std::optional<double> value = numberIn(text);
-  if (!value || *value < least || *value > most)
-    throw Complaint(option + ": " + inQuotes(text) + " is out of range, see --help");
-  return *value;
-}
-
-int count(const std::string& option, const std::string& text, int least, int most) {
-  const double value = number(option, text, least, most);
-  if (value != static_cast<int>(value)) throw Complaint(option + ": " + inQuotes(text) + " is no integer");
-  return static_cast<int>(value);
-}
-
 void set(Options& options, const std::string& option, const std::string& value) {
   if (option == "--report")
     options.report = value;
@@ -64,15 +51,15 @@ void set(Options& options, const std::string& option, const std::string& value) 
   else if (option == "--pair")
     options.pair = value;
   else if (option == "--folds")
-    options.folds = count(option, value, 2, 100);
+    options.folds = static_cast<int>(integerOption(option, value, 2, 100));
   else if (option == "--c")
-    options.settings.c = number(option, value, 1e-300, 1e9);
+    options.settings.c = numberOption(option, value, 1e-300, 1e9);
   else if (option == "--width")
-    options.settings.width = number(option, value, 0, 1e6);
+    options.settings.width = numberOption(option, value, 0, 1e6);
   else if (option == "--depth")
-    options.settings.depth = count(option, value, 0, 12);
+    options.settings.depth = static_cast<int>(integerOption(option, value, 0, 12));
   else
-    options.settings.least = count(option, value, 2, 100000);
+    options.settings.least = static_cast<int>(integerOption(option, value, 2, 100000));
 }
 
 Options readOptions(int argc, char** argv) {

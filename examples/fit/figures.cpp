@@ -12,8 +12,6 @@ constexpr size_t kCurvePoints = 600;
 constexpr size_t kMostDots = 400;
 constexpr size_t kMostSteps = 2000;
 
-std::string series(size_t i) { return "s" + std::to_string(i + 1); }
-
 Axis dataAxis(const Sample& sample, const std::string& label) {
   const double margin = 0.06 * (sample.values.back() - sample.values.front());
   return {sample.values.front() - margin, sample.values.back() + margin, label};

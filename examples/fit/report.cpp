@@ -12,8 +12,6 @@
 
 namespace {
 
-std::string series(size_t i) { return "s" + std::to_string(i + 1); }
-
 std::string counted(size_t n, const std::string& thing) {
   return std::to_string(n) + " " + thing + (n == 1 ? "" : "s");
 }

@@ -1,50 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "options.h"
 
-#include <charconv>
-
+#include "command_line.h"
 #include "complaint.h"
 
 namespace {
 
-/// The whole of `text` as a number of [least, most].
-template <class Number>
-void read(const std::string& option, const std::string& text, Number least, Number most, Number& value,
-          const std::string& wanted) {
-  Number got{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), got);
-  if (error != std::errc() || end != text.data() + text.size() || !(got >= least && got <= most))
-    throw Complaint(option + ": \"" + text + "\" is no " + wanted);
-  value = got;
-}
-
-void readCount(const std::string& option, const std::string& text, int32_t least, int32_t most, int32_t& value) {
-  read(option, text, least, most, value, "whole number from " + std::to_string(least) + " to " + std::to_string(most));
-}
-
-/// False for an option that is not known.
-bool readOption(Options& options, const std::string& option, const std::string& text) {
-  if (option == "--report" || option == "-o")
-    options.report = text;
-  else if (option == "--epochs")
-    readCount(option, text, 1, 100000, options.epochs);
-  else if (option == "--batch")
-    readCount(option, text, 1, 100000, options.batch);
-  else if (option == "--hidden")
-    readCount(option, text, 1, 4096, options.hidden);
-  else if (option == "--kernels")
-    readCount(option, text, 1, 64, options.kernels);
-  else if (option == "--rate")
-    read(option, text, 1e-6, 1.0, options.rate, "number from 0.000001 to 1");
-  else if (option == "--test") {
-    double percent = 0;
-    read(option, text, 5.0, 80.0, percent, "number from 5 to 80");
-    options.testShare = percent / 100;
-  } else if (option == "--seed")
-    read(option, text, uint32_t{0}, UINT32_MAX, options.seed, "whole number from 0 to 4294967295");
-  else
-    return false;
-  return true;
+void set(Options& options, const std::string& option, const std::string& value) {
+  const auto count = [&](int64_t most) { return static_cast<int32_t>(integerOption(option, value, 1, most)); };
+  if (option == "--report" || option == "-o") options.report = value;
+  if (option == "--epochs") options.epochs = count(100000);
+  if (option == "--batch") options.batch = count(100000);
+  if (option == "--hidden") options.hidden = count(4096);
+  if (option == "--kernels") options.kernels = count(64);
+  if (option == "--rate") options.rate = numberOption(option, value, 1e-6, 1);
+  if (option == "--test") options.testShare = numberOption(option, value, 5, 80) / 100;
+  if (option == "--seed") options.seed = static_cast<uint32_t>(integerOption(option, value, 0, UINT32_MAX));
 }
 
 }  // namespace
@@ -71,23 +42,11 @@ const char* usage() {
 }
 
 Options readOptions(int argc, char** argv) {
+  static constexpr const char* kNames[] = {"--report",  "-o",     "--epochs", "--batch", "--hidden",
+                                           "--kernels", "--rate", "--test",   "--seed"};
   Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string option = argv[k];
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option.size() < 2 || option[0] != '-') {
-      if (!options.data.empty()) throw Complaint("more than one file: \"" + options.data + "\" and \"" + option + "\"");
-      options.data = option;
-      continue;
-    }
-    const std::string value = k + 1 < argc ? argv[k + 1] : "1";
-    if (!readOption(options, option, value))
-      throw Complaint("unknown option " + option + " (--help shows the options)");
-    if (++k == argc) throw Complaint(option + " needs a value");
-  }
-  if (options.data.empty()) throw Complaint("no file given (--help shows the options)");
+  options.help = !readCommandLine(argc, argv, kNames, options.data,
+                                  [&options](const auto& option, const auto& value) { set(options, option, value); });
+  if (!options.help && options.data.empty()) throw Complaint("no file given (--help shows the options)");
   return options;
 }

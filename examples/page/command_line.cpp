@@ -4,10 +4,34 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "complaint.h"
+#include "svg_plot.h"
+
+namespace {
+
+template <class Number>
+Number withinLimits(const std::string& option, const std::string& text, Number least, Number most, const char* what) {
+  Number value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !(value >= least && value <= most))
+    throw Complaint(option + ": \"" + text + "\" is no " + what + " from " +
+                    shortNumber(static_cast<double>(least), 10) + " to " + shortNumber(static_cast<double>(most), 10));
+  return value;
+}
+
+}  // namespace
 
 std::atomic<bool> interrupted = false;
+
+double numberOption(const std::string& option, const std::string& text, double least, double most) {
+  return withinLimits(option, text, least, most, "number");
+}
+
+int64_t integerOption(const std::string& option, const std::string& text, int64_t least, int64_t most) {
+  return withinLimits(option, text, least, most, "integer");
+}
 
 void catchInterrupt() {
   struct sigaction action {};

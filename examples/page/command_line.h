@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -10,6 +11,10 @@
 /// throws Complaint for an option that `names` does not hold, one without a value, and a second file.
 bool readCommandLine(int argc, char** argv, std::span<const char* const> names, std::string& file,
                      const std::function<void(const std::string& option, const std::string& value)>& take);
+
+/// The whole of an option's value as a number or an integer of [least, most]; else throws Complaint.
+double numberOption(const std::string& option, const std::string& text, double least, double most);
+int64_t integerOption(const std::string& option, const std::string& text, int64_t least, int64_t most);
 
 /// Whether Ctrl-C or a request to end has come since catchInterrupt.
 extern std::atomic<bool> interrupted;

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: a production plan, a portfolio and a delivery tour on one page.
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -34,16 +32,6 @@ struct Options {
   bool help = false;
 };
 
-double number(const std::string& option, const std::string& text, double least, double most, bool whole) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  const bool good = error == std::errc() && end == text.data() + text.size() && value >= least && value <= most;
-  if (!good || (whole && value != std::floor(value)))
-    throw Complaint(option + ": \"" + text + "\" is no " + (whole ? "whole " : "") + "number from " +
-                    std::to_string(least).substr(0, 4) + " to " + std::to_string(most).substr(0, 5));
-  return value;
-}
-
 Options readOptions(int argc, char** argv) {
   static constexpr const char* kNames[] = {"--report", "--return", "--lots", "--threads"};
   Options options;
@@ -51,9 +39,9 @@ Options readOptions(int argc, char** argv) {
       !readCommandLine(argc, argv, kNames, options.cities, [&options](const auto& option, const auto& value) {
         if (option == "--report") options.report = value;
         if (option == "--return")
-          options.wantedReturn = number(option, value, returnRange().first, returnRange().second, false);
-        if (option == "--lots") options.lots = static_cast<int>(number(option, value, 1, 100, true));
-        if (option == "--threads") options.threads = static_cast<int>(number(option, value, 1, 256, true));
+          options.wantedReturn = numberOption(option, value, returnRange().first, returnRange().second);
+        if (option == "--lots") options.lots = static_cast<int>(integerOption(option, value, 1, 100));
+        if (option == "--threads") options.threads = static_cast<int>(integerOption(option, value, 1, 256));
       });
   if (options.help) return options;
   if (options.cities.empty()) throw Complaint("no file given");

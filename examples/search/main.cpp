@@ -43,20 +43,6 @@ struct Options {
   bool help = false;
 };
 
-double number(const std::string& option, const std::string& text, double least, double most) {
-  const std::optional<double> value = numberIn(text);
-  if (!value || *value < least || *value > most)
-    throw Complaint(option + ": " + inQuotes(text) + " is no number from " + std::to_string(static_cast<int>(least)) +
-                    " to " + std::to_string(static_cast<int>(most)));
-  return *value;
-}
-
-int count(const std::string& option, const std::string& text, int least, int most) {
-  const double value = number(option, text, least, most);
-  if (value != static_cast<int>(value)) throw Complaint(option + ": " + inQuotes(text) + " is no integer");
-  return static_cast<int>(value);
-}
-
 uint8_t kindOf(const std::string& text) {
   if (text == "rational") return ES_KIND_RATIONAL;
   if (text == "powers") return ES_KIND_POWERS;
@@ -74,11 +60,11 @@ void set(Options& options, const std::string& option, const std::string& value) 
   else if (option == "--kind")
     options.kind = kindOf(value);
   else if (option == "--degree")
-    options.degree = count(option, value, 1, 6);
+    options.degree = static_cast<int>(integerOption(option, value, 1, 6));
   else if (option == "--parameters")
-    options.parameters = count(option, value, 1, 16);
+    options.parameters = static_cast<int>(integerOption(option, value, 1, 16));
   else
-    options.seconds = number(option, value, 0, 1e6);
+    options.seconds = numberOption(option, value, 0, 1e6);
 }
 
 Options readOptions(int argc, char** argv) {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: filters, transforms and smooths a record and looks at what is left.
-#include <charconv>
 #include <cstdio>
 #include <string>
 
@@ -40,14 +39,6 @@ struct Options {
   bool help = false;
 };
 
-double number(const std::string& option, const std::string& text, double least, double most) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(value >= least && value <= most))
-    throw Complaint(option + ": \"" + text + "\" is no number from " + shortNumber(least) + " to " + shortNumber(most));
-  return value;
-}
-
 Options readOptions(int argc, char** argv) {
   static constexpr const char* kNames[] = {"--column", "--window", "--report", "--output", "--rate", "--edge"};
   Options options;
@@ -56,8 +47,8 @@ Options readOptions(int argc, char** argv) {
     if (option == "--window") options.window = value;
     if (option == "--report") options.report = value;
     if (option == "--output") options.output = value;
-    if (option == "--rate") options.rate = number(option, value, 2, 1000);
-    if (option == "--edge") options.edge = number(option, value, 1e-6, 500);
+    if (option == "--rate") options.rate = numberOption(option, value, 2, 1000);
+    if (option == "--edge") options.edge = numberOption(option, value, 1e-6, 500);
   });
   if (options.help) return options;
   if (options.file.empty()) throw Complaint("no file given");

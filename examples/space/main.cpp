@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host of the library: rotations, coordinates, a mesh and the stock store on one page.
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <string>
 
+#include "command_line.h"
 #include "complaint.h"
 #include "page.h"
 #include "sections.h"
@@ -37,57 +37,23 @@ struct Options {
   bool help = false;
 };
 
-struct TextOption {
-  const char* name;
-  std::string Options::*value;
-};
-constexpr TextOption kTexts[] = {{"--report", &Options::report},     {"--store", &Options::store},
-                                 {"--station", &Options::station},   {"--nodes", &Options::nodes},
-                                 {"--elements", &Options::elements}, {"--river", &Options::river}};
-
-struct NumberOption {
-  const char* name;
-  double Options::*value;
-  double least, most;
-};
-constexpr NumberOption kNumbers[] = {{"--height", &Options::height, 160, 40000},
-                                     {"--inclination", &Options::inclination, 0, 180},
-                                     {"--noise", &Options::noise, 0, 5}};
-
-double number(const NumberOption& option, const std::string& text) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(value >= option.least && value <= option.most))
-    throw Complaint(std::string(option.name) + ": \"" + text + "\" is no number from " +
-                    std::to_string(static_cast<int>(option.least)) + " to " +
-                    std::to_string(static_cast<int>(option.most)));
-  return value;
-}
-
 Options readOptions(int argc, char** argv) {
+  static constexpr const char* kNames[] = {"--report", "--store",  "--station",     "--nodes", "--elements",
+                                           "--river",  "--height", "--inclination", "--noise"};
   Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string name = argv[k];
-    if (name == "-h" || name == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (name.empty() || name[0] != '-') {
-      if (!options.cities.empty()) throw Complaint("more than one file given");
-      options.cities = name;
-      continue;
-    }
-    const auto isNamed = [&](const auto& option) { return name == option.name; };
-    const auto* text = std::find_if(std::begin(kTexts), std::end(kTexts), isNamed);
-    const auto* value = std::find_if(std::begin(kNumbers), std::end(kNumbers), isNamed);
-    if (text == std::end(kTexts) && value == std::end(kNumbers)) throw Complaint("unknown option " + name);
-    if (++k == argc) throw Complaint(name + " needs a value");
-    if (text != std::end(kTexts))
-      options.*text->value = argv[k];
-    else
-      options.*value->value = number(*value, argv[k]);
-  }
-  if (options.cities.empty()) throw Complaint("no file given");
+  options.help =
+      !readCommandLine(argc, argv, kNames, options.cities, [&options](const auto& option, const auto& value) {
+        if (option == "--report") options.report = value;
+        if (option == "--store") options.store = value;
+        if (option == "--station") options.station = value;
+        if (option == "--nodes") options.nodes = value;
+        if (option == "--elements") options.elements = value;
+        if (option == "--river") options.river = value;
+        if (option == "--height") options.height = numberOption(option, value, 160, 40000);
+        if (option == "--inclination") options.inclination = numberOption(option, value, 0, 180);
+        if (option == "--noise") options.noise = numberOption(option, value, 0, 5);
+      });
+  if (!options.help && options.cities.empty()) throw Complaint("no file given");
   return options;
 }
 

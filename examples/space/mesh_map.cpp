@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int32_t kDrawn = 900;
-constexpr unsigned kSeed = 14;
+constexpr unsigned kMapSeed = 14;
 constexpr int32_t kAllLines = std::numeric_limits<int32_t>::max();
 
 // The library says only whether a file is good: what is wrong, and where, is found here.
@@ -76,7 +76,7 @@ std::string meshSection(const std::vector<City>& cities, const std::string& node
   if (visible == 0) throw Complaint(nodes + ": no node in the middle of the mesh");
 
   Strokes ways, box;
-  std::mt19937 generator(kSeed);
+  std::mt19937 generator(kMapSeed);
   std::uniform_real_distribution<double> unit(0, 1);
   double farthest = 0;
   for (int32_t k = 0; k < kDrawn; ++k) {

@@ -20,7 +20,7 @@ namespace {
 constexpr uint8_t kRiver = 200, kWalk = 201;  // types of this program's own
 constexpr int32_t kRiverCode = 1, kWalkCode = 2;
 constexpr uint16_t kPower = 42;  // an attribute: electricity
-constexpr unsigned kSeed = 7;
+constexpr unsigned kSeriesSeed = 7;
 constexpr int32_t kDays = 500, kShown = 120, kMostYears = 9000;
 enum Field : uint8_t { kOpen, kHigh, kLow, kClose, kChange, kVolume = 7 };
 
@@ -49,7 +49,7 @@ StockData* drawnWalk() {
   using namespace std::chrono;
   StockData* walk = stock_getStock(kWalkCode, kWalk);
   stock_setName(walk, "drawn walk");
-  std::mt19937 generator(kSeed);
+  std::mt19937 generator(kSeriesSeed);
   std::normal_distribution<double> normal;
   double price = 40;
   sys_days day = 2023y / January / 2;

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int32_t kPairs = 50, kSteps = 8;
-constexpr unsigned kSeed = 20;
+constexpr unsigned kPairSeed = 20;
 constexpr double kDegrees = 57.29577951308232;
 constexpr std::array<double, 9> kCamera = {800, 0, 320, 0, 780, 240, 0, 0, 1};
 constexpr std::array<double, 6> kTruth = {0.12, -0.25, 0.06, 0.9, 0.2, 0.38};
@@ -27,7 +27,7 @@ struct Pixels {
 
 // Points before both cameras, drawn evenly in a box; their pixels with a normal error.
 Pixels drawnPixels(double noise) {
-  std::mt19937 generator(kSeed);
+  std::mt19937 generator(kPairSeed);
   std::uniform_real_distribution<double> unit(-1, 1);
   std::normal_distribution<double> normal;
   const Owned<SO3> rotation(slam_SO3_create());

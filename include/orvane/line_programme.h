@@ -84,13 +84,16 @@ ORVANE_API void lineProg_AddConstraint(LineProgramme* solver, const int32_t* ind
 
 /**
  * Chooses how lineProg_Solve works. Off, as after lineProg_CreateSolver, it has the limits told at the head of this
- * file. On, it runs to the optimum: Bland's rule goes on where the cap on the pivots ends the other run, the test of an
- * unbounded problem is relative to the constraints' terms, and a branch is bounded by its relaxation before rounding.
+ * file. On, it runs to the optimum, by another method: a revised simplex with bounds over sparse factors of the basis,
+ * the data scaled, its result looked at again in long doubles. Branching is bounded by the relaxation before rounding,
+ * and the best point of an integer programme is checked in long doubles too. Large sparse programmes are much faster
+ * so.
  *
  * @param solver  programme
  * @param flag    0 off, else on. A change forgets the basis of the last solve; lineProg_SetVarCount keeps the flag
  *
- * With the flag a variable in no constraint is one as all others: status 2 where it grows without bound.
+ * With the flag a variable in no constraint is one as all others: status 2 where it grows without bound. Where several
+ * points are best it may give another one than without.
  */
 ORVANE_API void lineProg_setExact(LineProgramme* solver, uint8_t flag);
 

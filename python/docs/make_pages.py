@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes the pages that come from the package itself: tables of functions, what no module reaches, the gallery.
+"""Writes the pages that come from the package itself: modules, tables of functions, what no module reaches, the gallery.
 
 usage: make_pages.py FOLDER
 
-The gallery runs python/examples in FOLDER and shows their words and pictures.
+The gallery runs python/examples in FOLDER and shows their words and pictures. The papers on accuracy and speed are copied.
 """
+import importlib
+import inspect
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -41,11 +44,47 @@ def gallery(folder: pathlib.Path) -> str:
     for script in sorted((ROOT / "examples").glob("*.py")):
         words = subprocess.run([sys.executable, str(script)], cwd=folder, capture_output=True, text=True, check=True).stdout
         title = re.search(r'"""(.*?)"""', script.read_text(), re.S)[1].strip()
-        parts += [script.stem, "-" * len(script.stem), "", title, "", "::", "", *("   " + line for line in words.splitlines()), ""]
+        parts += [script.stem, "-" * len(script.stem), "", title, ""]
         if (folder / f"{script.stem}.svg").exists():
             parts += [f".. image:: {script.stem}.svg", ""]
+        parts += [".. code-block:: text", "", *("   " + line for line in words.splitlines()), ""]
         parts += [".. code-block:: python", "", *("   " + line for line in script.read_text().splitlines()), ""]
     return "\n".join(parts)
+
+
+def public(module: object) -> dict[str, object]:
+    """Functions and classes of a module in the order of its source."""
+    found = {name: thing for name, thing in vars(module).items()
+             if not name.startswith("_") and inspect.getmodule(thing) is module and callable(thing)}
+    return dict(sorted(found.items(), key=lambda item: inspect.getsourcelines(item[1])[1]))
+
+
+def modules(folder: pathlib.Path) -> None:
+    """A page for each module, with a table of what it has, and a table of all modules."""
+    (folder / "module").mkdir(exist_ok=True)
+    rows = []
+    for name in orvane._MODULES:
+        module = importlib.import_module("orvane." + name)
+        page = name if name in ("special", "capi") else "module/" + name
+        rows.append([f":doc:`orvane.{name} </{page}>`", module.__doc__.split("\n")[0]])
+        if page == name:
+            continue
+        title = "orvane." + name
+        lines = [[f":{'class' if inspect.isclass(thing) else 'func'}:`~orvane.{name}.{what}`", (thing.__doc__ or "").split("\n")[0]]
+                 for what, thing in public(module).items()]
+        (folder / "module" / f"{name}.rst").write_text(
+            f"{title}\n{'=' * len(title)}\n\n" + table(["name", "what it is"], lines) + f"\n.. automodule:: {title}\n")
+    (folder / "module_table.inc").write_text(table(["module", "what it has"], rows))
+
+
+def papers(folder: pathlib.Path) -> None:
+    """The papers with figures, from docs/ and bench/."""
+    (folder / "paper" / "bench").mkdir(parents=True, exist_ok=True)
+    for name in ("accuracy", "scaling", "overheads"):
+        shutil.copy(ROOT.parent / f"docs/{name}.md", folder / "paper")
+    for path in (ROOT.parent / "bench").glob("*.md"):
+        if path.stem != "README":
+            shutil.copy(path, folder / "paper" / "bench")
 
 
 def main() -> None:
@@ -56,12 +95,15 @@ def main() -> None:
             for name, f in sorted(vars(special).items()) if isinstance(f, special.Function) and not name.startswith("_")]
     (folder / "special_table.inc").write_text(table(["function", "what it is"], rows))
     missing = set(unreached())
-    rows = [[f"``{name}``", f"``{header}``", "" if name in missing else "yes"]
+    rows = [[f"``{name}``", f"`{header} <../{header.replace('_', '__').replace('.', '_8')}.html>`__", "" if name in missing else "yes"]
             for name, (header, _, _, _) in FUNCTIONS.items()]
     words = f"{len(rows) - len(missing)} of {len(rows)} functions are behind an idiomatic module too.\n\n"
     (folder / "capi_table.inc").write_text(words + table(["function", "header", "in an idiomatic module"], rows))
+    modules(folder)
+    papers(folder)
     (folder / "gallery.rst").write_text(gallery(folder))
     (folder / "unreached.txt").write_text("\n".join(sorted(missing)) + "\n")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -14,7 +14,7 @@ from typing import Any
 
 _MODULES = (
     "capi", "special", "sym", "distributions", "stats", "optimize", "learn", "signal", "linalg", "integrate",
-    "highprecision", "geo", "spatial", "distributed",
+    "smoothing", "highprecision", "geo", "spatial", "mesh", "stock", "distributed",
 )
 __all__ = [*_MODULES, "ClosedError", "ConvergenceError"]
 

@@ -8,14 +8,13 @@ times. Ctrl-C cancels what has not begun and returns what is there. Dask is opti
 """
 from __future__ import annotations
 
-from itertools import combinations
 from typing import Any, Callable, Iterable, Iterator, Mapping, NamedTuple, Sequence
 
 import numpy as np
 from numpy.typing import ArrayLike
 
 from ._check import Floats, choice, floats, integer, matrix, shown, vector
-
+from ._formulas import FoundFormula, Limits, best, shares, table_of, walk
 
 
 class FitSummary(NamedTuple):
@@ -41,12 +40,15 @@ def _client(client: Any) -> Any:
         return None
 
 
-def _gather(client: Any, call: Callable[[Any], Any], jobs: Sequence[Any], retries: int, progress: bool) -> Iterator[tuple[int, Any]]:
-    """Results with their places, as they come; what Ctrl-C leaves out is not there."""
+def _gather(
+    client: Any, call: Callable[..., Any], jobs: Sequence[Any], retries: int, progress: bool, data: Any = None,
+) -> Iterator[tuple[int, Any]]:
+    """Results with their places, as they come; what Ctrl-C leaves out is not there. All jobs share the data."""
+    shared = [] if data is None else [data]
     if client is None:
         try:
             for place, job in enumerate(jobs):
-                yield place, call(job)
+                yield place, call(job, *shared)
         except KeyboardInterrupt:
             pass
         return
@@ -55,17 +57,23 @@ def _gather(client: Any, call: Callable[[Any], Any], jobs: Sequence[Any], retrie
     as_completed: Any = dask.as_completed
     bar: Any = dask.progress
 
-    futures = [client.submit(call, job, retries=retries, pure=False) for job in jobs]
+    # The data travels once to a worker; as a task's result it is made again where the one that had it dies.
+    shared = [client.submit(_same, part, retries=retries, pure=False) for part in shared]
+    futures = [client.submit(call, job, *shared, retries=retries, pure=False) for job in jobs]
     places = {future.key: place for place, future in enumerate(futures)}
     try:
         if progress:
             bar(futures)
-        for future in as_completed(futures):
+        for future in as_completed(futures, loop=client.loop):  # its own: it need not be the one in force
             yield places[future.key], future.result()
     except KeyboardInterrupt:
         pass
     finally:
         client.cancel([future for future in futures if not future.done()])
+
+
+def _same(data: Any) -> Any:
+    return data
 
 
 def _fit(job: tuple[Floats, dict[str, Any]]) -> FitSummary:
@@ -127,65 +135,18 @@ def _named(samples: Any) -> dict[Any, Any]:
     return dict(enumerate(samples))
 
 
-class FoundFormula(NamedTuple):
-    """A rational formula of terms: error, correlation, (coefficient, term) above and below; term -1 is the constant."""
-
-    error: float
-    correlation: float
-    above: tuple[tuple[float, int], ...]
-    below: tuple[tuple[float, int], ...]
-
-
-def _walk(job: tuple[Floats, Floats, tuple[tuple[tuple[int, ...], tuple[int, ...]], ...]]) -> list[FoundFormula]:
-    """Least-squares fits of the rational formulas of one share: y = c0 + sum a x - y sum b x."""
-    terms, y, lists = job
-    found = []
-    scale = np.abs(y).max() or 1.0
-    for above, below in lists:
-        columns = [np.ones_like(y), *(terms[i] for i in above), *(-y * terms[j] for j in below)]
-        table = np.column_stack(columns)
-        from .linalg import solve
-
-        weights = solve(table / scale, y / scale)
-        divisor = 1.0 + sum((b * terms[j] for b, j in zip(weights[1 + len(above) :], below)), np.zeros_like(y))
-        with np.errstate(all="ignore"):
-            values = (table[:, : 1 + len(above)] @ weights[: 1 + len(above)]) / divisor
-        if not np.isfinite(values).all() or np.abs(weights).max() > 1e10:
-            continue
-        deviations = float(((values - y) ** 2).sum())
-        spread = values.std() * y.std()
-        fit = float(np.mean((values - values.mean()) * (y - y.mean())) / spread) if spread else 0.0
-        sides = ((float(weights[0]), -1), *zip(weights[1:].tolist(), above)), ((1.0, -1), *zip(
-            weights[1 + len(above) :].tolist(), below))
-        found.append(FoundFormula(deviations, fit, *sides))
-    return found
-
-
-def _shares(count: int, budget: int) -> Iterator[tuple[tuple[tuple[int, ...], tuple[int, ...]], ...]]:
-    """The walk in shares: one for each split of the budget and each first term of the numerator."""
-    for upper in range(budget):
-        lower = budget - 1 - upper
-        if upper > count or lower > count:
-            continue
-        below = list(combinations(range(count), lower))
-        if upper == 0:
-            yield tuple(((), q) for q in below)
-            continue
-        for first in range(count - upper + 1):
-            rest = combinations(range(first + 1, count), upper - 1)
-            yield tuple(((first, *p), q) for p in rest for q in below)
-
-
 def search_formulas(
     terms: ArrayLike, y: ArrayLike, max_terms: int = 3, *, error_limit: float = float("inf"), fit_limit: float = 0.0,
     limit: int = 513, client: Any = None, retries: int = 3, progress: bool = False,
 ) -> list[FoundFormula]:
     """Rational formulas (c0 + sum a x)/(1 + sum b x) of given terms, searched in shares.
 
-    A share is one split of the budget between numerator and denominator with one first term. The formulas of all
-    shares are merged in the order of error, then of terms: the result is the same on any number of machines. Each
-    formula is fitted by linear least squares, as the library's own search of this kind does; that one
-    (:class:`orvane.learn.FormulaRegressor`) walks much faster, but only as a whole and on one machine.
+    The walk is cut by the split of the budget between numerator and denominator, by the numerator's first term, and
+    every 20,000 formulas. The formulas of all shares are merged in the order of error, then of terms: the result is the
+    same on any number of machines, and the set is the one that the library's own search lists. Each formula is fitted by
+    linear least squares; one with a coefficient above 1e10 is dropped. Where a formula has more than one best choice of
+    parameters, the one that it gets is arbitrary. The library's own search (:class:`orvane.learn.FormulaRegressor`) is
+    quicker on one machine.
 
     Parameters
     ----------
@@ -217,16 +178,16 @@ def search_formulas(
     if table.shape[1] != target.size:
         raise ValueError(f"terms: rows must have {target.size} values, as y, not {table.shape[1]}")
     budget, most = integer(max_terms, "max_terms", 1, 64), integer(limit, "limit", 1)
-    jobs = [(table, target, share) for share in _shares(len(table), budget)]
+    limits = Limits(float(error_limit), float(fit_limit), most)
+    data = (table_of(table, target), limits)
     merged: list[FoundFormula] = []
-    for _, found in _gather(_client(client), _walk, jobs, retries, progress):
-        merged += [f for f in found if f.error <= error_limit and f.correlation >= fit_limit]
-        merged = sorted(merged, key=_order)[:most]
+    for _, found in _gather(_client(client), _walk, shares(len(table), budget), retries, progress, data):
+        merged = best(merged + found, limits)
     return merged
 
 
-def _order(found: FoundFormula) -> tuple[float, tuple[int, ...], tuple[int, ...]]:
-    return found.error, tuple(i for _, i in found.above), tuple(i for _, i in found.below)
+def _walk(share: Any, data: Any) -> list[FoundFormula]:
+    return walk(share, *data)
 
 
 def _minimise(job: tuple[Callable[..., float], Any, dict[str, Any]]) -> tuple[float, Floats, int]:

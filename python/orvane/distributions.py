@@ -425,6 +425,11 @@ def fit(
     -------
     FitResult
 
+    Notes
+    -----
+    A fit of "StudentsT" may take a minute where the others take a second, as its series is summed far outside its
+    circle of convergence for samples of a small range. `time`, or a list of families without it, spares the wait.
+
     Examples
     --------
     >>> from orvane import distributions

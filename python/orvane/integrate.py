@@ -138,3 +138,58 @@ def solve_ode(
     )
     callback.check()
     return OdeResult(positions, out)
+
+
+def _equation(call: Any, kernel: Any, free: Any, ends: tuple[float, ...], x: ArrayLike) -> Floats:
+    from . import _symstore as store
+    from . import sym
+
+    parts = []
+    for expression, name, known in ((kernel, "kernel", {"x", "t"}), (free, "free", {"x"})):
+        made = expression if isinstance(expression, sym.Expression) else sym.Expression(expression)
+        if set(made.variables) - known:
+            raise ValueError(f"{name}: may have the variables {', '.join(sorted(known))}, not {', '.join(made.variables)}")
+        parts.append(made)
+    points = vector(x, "x")
+    out = np.empty(points.size)
+    with store.LOCK:
+        store.tidy()
+        for variable in (b"x", b"t"):
+            lib.sym_createBaseSymVar(variable)
+        call(parts[0]._matrix, parts[1]._matrix, *ends, ffi.from_buffer("double[]", points),
+             ffi.from_buffer("double[]", out), out.size)
+        lib.sym_clearTempVar()
+    return out
+
+
+def fredholm(kernel: Any, free: Any, a: float, b: float, x: ArrayLike) -> Floats:
+    """Solves y(x) = free(x) + integral from a to b of kernel(x, t) y(t) dt.
+
+    Parameters
+    ----------
+    kernel, free : orvane.sym.Expression or float
+        In the variables ``x`` and ``t``, and ``x``.
+    a, b : float
+    x : array_like
+        Where the solution is wanted.
+
+    Examples
+    --------
+    >>> from orvane import integrate, sym
+    >>> x, t = sym.symbols("x t")
+    >>> integrate.fredholm(x * t, 2 * x / 3, 0.0, 1.0, [0.5, 1.0]).round(9)
+    array([0.5, 1. ])
+    """
+    return _equation(lib.sym_integralEquByFredholm, kernel, free, (real(a, "a"), real(b, "b")), x)
+
+
+def volterra(kernel: Any, free: Any, a: float, x: ArrayLike) -> Floats:
+    """Solves y(x) = free(x) + integral from a to x of kernel(x, t) y(t) dt; arguments as of :func:`fredholm`.
+
+    Examples
+    --------
+    >>> from orvane import integrate
+    >>> integrate.volterra(1.0, 1.0, 0.0, [1.0]).round(9)  # y' = y
+    array([2.71828183])
+    """
+    return _equation(lib.sym_integralEquByVolterra, kernel, free, (real(a, "a"),), x)

@@ -21,7 +21,8 @@ from numpy.typing import ArrayLike, NDArray
 from . import capi
 from ._check import Floats, choice, integer, real
 from ._core import ffi, lib
-from ._handle import ConvergenceError, Handle
+from ._handle import Handle
+from ._network import Graph
 from ._run import beside
 
 try:
@@ -37,6 +38,12 @@ _KERNELS = {
 }
 _TRANSFORMS = {"none": 0, "exp": 1, "ln": 2, "sqrt": 3}
 _Side = list[tuple[float, tuple[int, ...]]]  # coefficients, and the columns that each multiplies
+_Part = tuple[_Side, _Side, tuple[int, float, float]]
+# How a fitted value goes back: as text, and over arrays.
+_BACK: dict[int, tuple[str, Any]] = {
+    1: ("ln({})", np.log), 2: ("exp({})", np.exp), 3: ("({})^2", np.square), 100: ("sin({})", np.sin),
+    102: ("tanh({})", np.tanh),
+}
 _ACTIVATIONS = {"tanh": 66, "relu": 78, "sigmoid": 77, "gelu": 87, "selu": 86, "softplus": 80, "mish": 91, "sin": 61}
 
 
@@ -182,6 +189,35 @@ class _Tree(_Model):
         return np.array([predict(pointer, ffi.cast("double*", start + i * step)) for i in range(len(features))])
 
 
+    def export_text(self, feature_names: Sequence[str] | None = None) -> str:
+        """The tree as text: a line a split or leaf, indented by depth."""
+        check_is_fitted(self)
+        if not hasattr(self, "_native"):
+            self._native = self._grow(self._y, isinstance(self, ClassifierMixin))
+        names = list(feature_names) if feature_names is not None else [f"x{i}" for i in range(self._x.shape[1])]
+        if len(names) != self._x.shape[1]:
+            raise ValueError(f"feature_names: must be {self._x.shape[1]} names, not {len(names)}")
+        lines: list[str] = []
+        rows = np.arange(len(self._x))
+        self._tell(lib.cart_GetRoot(self._native.pointer), rows, names, 0, lines)
+        return "\n".join(lines)
+
+    def _tell(self, node: Any, rows: NDArray[np.intp], names: list[str], depth: int, lines: list[str]) -> None:
+        indent = "|   " * depth
+        left, right = (ffi.NULL,) * 2 if node == ffi.NULL else (
+            lib.cart_BaseNode_GetLeftNode(node), lib.cart_BaseNode_GetRightNode(node))
+        if left == ffi.NULL and right == ffi.NULL:
+            answer = self.predict(self._x[rows[:1]])[0] if rows.size else "nothing"
+            lines.append(f"{indent}{answer if isinstance(answer, str) else f'{answer:.6g}'} ({rows.size} samples)")
+            return
+        column, limit = lib.cart_BaseNode_GetCompareIndex(node), float(lib.cart_BaseNode_GetCompareReal(node))
+        below = self._x[rows, column] < limit
+        for child, sign, part in ((left, "<", rows[below]), (right, ">=", rows[~below])):
+            if child != ffi.NULL:
+                lines.append(f"{indent}{names[column]} {sign} {limit:.6g}")
+                self._tell(child, part, names, depth + 1, lines)
+
+
 def _table(values: Floats) -> Handle:
     table = Handle(lib.api_Data2D_Create(*values.shape))
     lib.api_Data2D_SetValue(table.pointer, _double(np.ascontiguousarray(values)))
@@ -229,8 +265,14 @@ class TreeRegressor(RegressorMixin, _Tree):  # type: ignore[misc]
     Examples
     --------
     >>> from orvane.learn import TreeRegressor
-    >>> TreeRegressor().fit([[0.0], [1.0], [4.0], [5.0]], [1.0, 1.0, 3.0, 3.0]).predict([[0.5], [4.5]])
+    >>> tree = TreeRegressor().fit([[0.0], [1.0], [4.0], [5.0]], [1.0, 1.0, 3.0, 3.0])
+    >>> tree.predict([[0.5], [4.5]])
     array([1., 3.])
+    >>> print(tree.export_text())
+    x0 < 2.5
+    |   1 (2 samples)
+    x0 >= 2.5
+    |   3 (2 samples)
     """
 
     def __init__(self, max_depth: int = 6, min_samples: int = 2, min_gap: float = 0.0, min_score: float = 0.0) -> None:
@@ -248,86 +290,13 @@ class TreeRegressor(RegressorMixin, _Tree):  # type: ignore[misc]
         return self._answers(X, False)
 
 
-class _Graph:
-    """A dense network: layers of weights, offsets and activations."""
-
-    def __init__(self, sizes: Sequence[int], activation: int) -> None:
-        self.parts: list[Handle] = []
-        self.net = Handle(lib.api_CreateNetWork())
-        first = last = self._part(lib.api_CreateNetLayer(sizes[0], capi.ORVANE_LAYER_COPY))
-        for place, size in enumerate(sizes[1:]):
-            for kind, shape in ((capi.ORVANE_LAYER_W_DOT_X, (size, sizes[place])), (capi.ORVANE_LAYER_X_ADD_A, (1, size))):
-                layer, variable = self._part(lib.api_CreateNetLayer(size, kind)), self._part(lib.api_CreateNetVar(*shape))
-                lib.api_SetVarToNetLayer(layer, variable)
-                lib.api_SetInput1ToNetLayer(layer, last)
-                last = layer
-            if place < len(sizes) - 2:
-                layer = self._part(lib.api_CreateNetLayer(size, activation))
-                lib.api_SetInput1ToNetLayer(layer, last)
-                last = layer
-        status = lib.api_NetWorkInit(self.net.pointer, first, last)
-        if status != capi.ORVANE_NETWORK_READY:
-            raise ConvergenceError(f"the network was refused with the code {status}")
-        self.sizes = (sizes[0], sizes[-1])
-
-    def _part(self, pointer: Any) -> Any:
-        self.parts.append(Handle(pointer))
-        return self.parts[-1].pointer
-
-    @property
-    def variables(self) -> Floats:
-        out = np.empty(lib.api_NetWorkGetVarSize(self.net.pointer))
-        lib.api_NetWorkGetVar(self.net.pointer, _double(out))
-        return out
-
-    @variables.setter
-    def variables(self, values: Floats) -> None:
-        lib.api_NetWorkSetVar(self.net.pointer, _double(values))
-
-    def train(self, x: Floats, y: Floats, steps: int, batch: int, rate: float, weight: float, seed: int,
-              bar: bool) -> str:
-        pointer = self.net.pointer
-        with Handle(lib.api_CreateOptimizer()) as optimiser, Handle(lib.api_CreateSolver(_ADAM)) as stepper:
-            opt = optimiser.pointer
-            lib.api_SetSolverVar(stepper.pointer, 0.9, 0.999, 1e-8, rate, rate / 20, steps)
-            lib.api_SetSolver(opt, stepper.pointer)
-            lib.api_SetNewWork(opt, pointer)
-            lib.api_optSetSeed(opt, seed)
-            lib.api_SetPreprocessType(opt, 255)
-            lib.api_SetTrainData(opt, _double(x), _double(y), len(x), x.shape[1], y.shape[1])
-            lib.api_SetIterCount(opt, steps, max(1, steps // 64), min(batch, len(x)))
-            if weight:
-                lib.api_setRegForAllVar(opt, weight, 2)
-            status = lib.api_SolveInit(opt)
-            if status:
-                raise ConvergenceError(f"the training was refused with the code {status}")
-            lib.api_NetRandValue(pointer, 1.0)
-            info = ffi.new("double[7]")
-
-            def state() -> tuple[float, str]:
-                lib.api_GetOptRes(opt, info)
-                return info[6] / steps, f"{info[5]:.4g}"
-
-            _, outcome = beside(lambda: lib.api_Solve(opt), lambda: lib.api_Stop(opt), progress=bar, title="network",
-                                state=state)
-            lib.api_SetNewWork(opt, ffi.NULL)
-        return outcome
-
-    def run(self, x: Floats) -> Floats:
-        out = np.empty((len(x), self.sizes[1]))
-        source, target, run, pointer = int(x.ctypes.data), int(out.ctypes.data), lib.api_RunWork, self.net.pointer
-        for i in range(len(x)):
-            run(pointer, ffi.cast("double*", source + i * x.strides[0]), ffi.cast("double*", target + i * out.strides[0]))
-        return out
-
-
-_ADAM = capi.ORVANE_STEPPER_ADAM
+_FEW = 256  # rows up to which a step takes them all
 
 
 class _Network(_Model):
     """Standardised features, a dense network, Adam."""
 
-    def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int = 32,
+    def __init__(self, hidden: Sequence[int] = (16,), activation: str = "tanh", steps: int = 4000, batch: int | None = None,
                  rate: float = 0.01, weight_decay: float = 0.0, seed: int = 0, progress: bool = False) -> None:
         self.hidden, self.activation, self.steps, self.batch = hidden, activation, steps, batch
         self.rate, self.weight_decay, self.seed, self.progress = rate, weight_decay, seed, progress
@@ -339,13 +308,18 @@ class _Network(_Model):
         self._native = self._graph()
         self.outcome_ = self._native.train(
             np.ascontiguousarray((x - self._centre) / self._scale), np.ascontiguousarray(y),
-            integer(self.steps, "steps", 1, 2**31), integer(self.batch, "batch", 1, 2**31),
+            integer(self.steps, "steps", 1, 2**31), self._rows(len(x)),
             real(self.rate, "rate", 0.0), real(self.weight_decay, "weight_decay"),
             integer(self.seed, "seed", 0, 2**32 - 1), self.progress)
         self.variables_ = self._native.variables
 
-    def _graph(self) -> _Graph:
-        return _Graph(self._sizes, choice(self.activation, "activation", _ACTIVATIONS))
+    def _rows(self, count: int) -> int:
+        if self.batch is None:
+            return count if count <= _FEW else 32
+        return integer(self.batch, "batch", 1, 2**31)
+
+    def _graph(self) -> Graph:
+        return Graph(self._sizes, choice(self.activation, "activation", _ACTIVATIONS))
 
     def _outputs(self, X: ArrayLike) -> Floats:
         features = self._features(X)
@@ -364,12 +338,14 @@ class NetworkRegressor(RegressorMixin, _Network):  # type: ignore[misc]
         Sizes of the hidden layers.
     activation : str, optional
         tanh, relu, sigmoid, gelu, selu, softplus, mish or sin.
-    steps, batch : int, optional
-        Steps of Adam and rows of a step.
+    steps : int, optional
+        Steps of Adam.
+    batch : int, optional
+        Rows of a step; without it all of up to 256 rows, otherwise 32.
     rate, weight_decay : float, optional
     seed : int, optional
-        Of the step limit's generator. After the first round the rows are taken in an order of the system's choice, so
-        that two fits differ a little.
+        Of the generator of the first weights. With all rows in a step the same seed gives the same network. Otherwise
+        the library takes the rows in an order of the system's choice after the first round, and two fits differ a little.
     progress : bool, optional
         Shows a tqdm bar.
 
@@ -445,6 +421,9 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
         Seconds after which the search ends.
     progress : bool, optional
         Shows a tqdm bar.
+    stages : int, optional
+        Above 1 the formula is a sum: each stage searches what those before it leave of y, under several targets of its
+        own. `target` is then not used.
 
     Attributes
     ----------
@@ -459,15 +438,19 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
     >>> x = np.arange(1.0, 9.0).reshape(-1, 1)
     >>> FormulaRegressor(max_terms=2, degree=1).fit(x, 3 * x[:, 0] + 2).formula_
     '2 + 3*x0'
+    >>> model = FormulaRegressor(max_terms=2, degree=1, stages=2).fit(x, np.exp(x[:, 0] / 8))
+    >>> model.score(x, np.exp(x[:, 0] / 8)) > 0.999
+    True
     """
 
+    formula_: str
     numerator_: _Side
     denominator_: _Side
 
     def __init__(self, max_terms: int = 3, degree: int = 2, target: str = "none", time: float | None = None,
-                 progress: bool = False) -> None:
+                 progress: bool = False, stages: int = 1) -> None:
         self.max_terms, self.degree, self.target = max_terms, degree, target
-        self.time, self.progress = time, progress
+        self.time, self.progress, self.stages = time, progress, stages
 
     def fit(self, X: ArrayLike, y: ArrayLike) -> "FormulaRegressor":
         """Searches the formula."""
@@ -476,6 +459,9 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
         places, terms = terms_of(features, integer(self.degree, "degree", 1, 8))
         code = choice(self.target, "target", _TRANSFORMS)
         size = integer(self.max_terms, "max_terms", 1, 64)
+        self._parts: list[_Part] = []
+        if integer(self.stages, "stages", 1, 10**6) > 1:
+            return self._in_stages(places, terms, target, size)
         with Handle(lib.api_ES_Create()) as search:
             pointer = search.pointer
             for term in terms:
@@ -493,6 +479,31 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
             best = lib.api_ES_GetBestResult(pointer, info)
             self.searched_ = int(lib.api_ES_GetSearchNum(pointer))
             self._take(best, info, places, target)
+        self._parts = [(self.numerator_, self.denominator_, self._map)]
+        return self
+
+    def _in_stages(self, places: list[tuple[int, ...]], terms: Floats, target: Floats, size: int) -> "FormulaRegressor":
+        with Handle(lib.api_AutoES_Create()) as search:
+            pointer = search.pointer
+            for term in terms:
+                lib.api_AutoES_AddX(pointer, _double(term), term.size)
+            lib.api_AutoES_SetY(pointer, _double(target), target.size)
+            lib.api_AutoES_SetLimitCondition(pointer, 1e-20 * float((target**2).sum()), 1.0, 0)
+            _, self.outcome_ = beside(
+                lambda: lib.api_AutoES_Search(pointer, size, self.stages), lambda: lib.api_AutoES_Stop(pointer),
+                seconds=self.time, progress=self.progress, title="formula",
+                state=lambda: (0.0, f"{lib.api_AutoES_GetSearchNum(pointer)} formulas"))
+            info = ffi.new("double[7]")
+            texts: list[str] = []
+            while (stage := lib.api_AutoES_GetResult(pointer, len(texts), info)) != ffi.NULL:
+                self._take(stage, info, places, target)
+                self._parts.append((self.numerator_, self.denominator_, self._map))
+                texts.append(self.formula_)
+            if not texts:
+                self._take(ffi.NULL, info, places, target)
+                return self
+            self.error_, self.searched_ = float(lib.api_AutoES_GetError(pointer)), int(lib.api_AutoES_GetSearchNum(pointer))
+        self.formula_ = " + ".join(f"({words})" if len(texts) > 1 else words for words in texts)
         return self
 
     def _take(self, best: Any, info: Any, places: list[tuple[int, ...]], target: Floats) -> None:
@@ -512,23 +523,21 @@ class FormulaRegressor(RegressorMixin, _Model):  # type: ignore[misc]
             text = f"({text})/({_text(self.denominator_)})"
         kind, offset, scale = self._map
         if kind:
-            inverse = {1: "ln({})", 2: "exp({})", 3: "({})^2"}[kind].format(text)
+            inverse = _BACK[kind][0].format(text)
             text = f"({inverse} - {offset:.6g})/{scale:.6g}"
         self.formula_ = text
 
     def predict(self, X: ArrayLike) -> Floats:
         """Values of the formula; NaN where it has none."""
         features = self._features(X)
-        sides = []
-        for side in (self.numerator_, self.denominator_):
-            sides.append(sum((c * features[:, list(p)].prod(axis=1) for c, p in side), np.zeros(len(features))))
-        kind, offset, scale = self._map
-        with np.errstate(all="ignore"):
-            value = sides[0] / sides[1]
-            value = {0: value, 1: np.log(value) if kind == 1 else value, 2: np.exp(value) if kind == 2 else value,
-                     3: value**2}[kind]
-            found: Floats = (value - offset) / scale
-        return found
+        total = np.zeros(len(features))
+        for numerator, denominator, (kind, offset, scale) in self._parts or [(self.numerator_, self.denominator_, self._map)]:
+            above, below = (sum((c * features[:, list(p)].prod(axis=1) for c, p in side), np.zeros(len(features)))
+                            for side in (numerator, denominator))
+            with np.errstate(all="ignore"):
+                value = above / below
+                total += ((_BACK[kind][1](value) if kind else value) - offset) / scale
+        return total
 
 
 def _side(coefficients: Any, terms: Any, places: list[tuple[int, ...]]) -> _Side:

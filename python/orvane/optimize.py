@@ -18,6 +18,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from . import capi
 from ._callback import Guarded
+from ._capi_table import CONSTANTS
 from ._check import Floats, choice, integer, matrix, real, shown, vector
 from ._core import ffi, lib
 from ._handle import ConvergenceError, Handle
@@ -496,5 +497,35 @@ def tour(weights: ArrayLike, *, points: bool = False, threads: int = 1) -> Optim
     return OptimizeResult(x=order.astype(int), fun=float(length), success=True, status=0, message="found")
 
 
-__all__ = ["ConvergenceError", "OptimizeResult", "SOLVERS", "linprog", "milp", "minimize", "quadprog", "shortest_path",
+_LOSSES = {name[len("ORVANE_LOSS_"):].lower(): code for name, code in CONSTANTS.items() if name.startswith("ORVANE_LOSS_")}
+
+
+def loss(y: ArrayLike, t: ArrayLike, kind: str = "huber", scale: float = 10.0) -> float:
+    """What values cost that should have been the targets: a robust loss for fits with outliers, or one of classifiers.
+
+    Parameters
+    ----------
+    y, t : array_like
+        Values and targets.
+    kind : str, optional
+        l1, l2, la, geman_mcclure, huber, pseudo_huber, andrews, bisquare, cauchy, fair, logistic, talwar, welsch, cross1,
+        cross2, cos1, cos2, hinge; the formulas stand in ``orvane/loss.h``.
+    scale : float, optional
+        Residual from which a robust loss holds back.
+
+    Examples
+    --------
+    >>> from orvane import optimize
+    >>> optimize.loss([1.0, 2.0, 90.0], [1.0, 2.5, 3.0], "talwar", 2.0)
+    4.25
+    """
+    values, targets = vector(y, "y"), vector(t, "t")
+    if values.size != targets.size:
+        raise ValueError(f"t: must have {values.size} entries, as y, not {targets.size}")
+    with Handle(lib.api_initLossFun(choice(kind, "kind", _LOSSES))) as made:
+        lib.api_setLossParam(made.pointer, real(scale, "scale", 0.0))
+        return float(lib.api_calcLossFun(made.pointer, _double(values), _double(targets), values.size))
+
+
+__all__ = ["ConvergenceError", "OptimizeResult", "SOLVERS", "linprog", "loss", "milp", "minimize", "quadprog", "shortest_path",
            "tour"]

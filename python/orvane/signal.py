@@ -12,9 +12,10 @@ from typing import Any, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
+from . import capi
 from ._check import Floats, choice, integer, matrix, real, vector
 from ._core import ffi, lib
-from ._handle import Handle
+from ._handle import ConvergenceError, Handle
 
 Complex = NDArray[np.complex128]
 _TYPES = {"lowpass": 0, "highpass": 1, "bandpass": 2, "bandstop": 3}
@@ -257,6 +258,69 @@ def iirdesign(order: int, cutoff: Union[float, tuple[float, float]], *, btype: s
     return made
 
 
+def lfilter(b: ArrayLike, a: ArrayLike, x: ArrayLike) -> Floats:
+    """Runs the recursive filter of coefficients b over a along samples, with zeros before them.
+
+    Examples
+    --------
+    >>> from orvane import signal
+    >>> signal.lfilter([1.0], [1.0, -0.5], [1.0, 0.0, 0.0])
+    array([1.  , 0.5 , 0.25])
+    """
+    above, below, values = vector(b, "b", least=1), vector(a, "a", least=1), vector(x, "x")
+    if below[0] == 0.0:
+        raise ValueError("a: must not begin with 0")
+    out = np.empty(values.size)
+    with Handle(lib.fir_Create()) as made:
+        lib.fir_createIIR(made.pointer)
+        lib.fir_setIIRCoefficient(made.pointer, _double(above), _double(below), above.size, below.size)
+        if values.size and not lib.fir_filter(made.pointer, _double(values), _double(out), values.size):
+            raise FloatingPointError("the filtered values pass 1e100, or are NaN")
+    return out
+
+
+def fit_fir(x: ArrayLike, y: ArrayLike, taps: int, *, symmetric: bool = False) -> Filter:
+    """The convolution, centred on its window, that brings samples x closest to samples y in the least-squares sense.
+
+    Parameters
+    ----------
+    x, y : array_like
+        What goes in, and what shall come out.
+    taps : int
+        Number of coefficients, odd.
+    symmetric : bool, optional
+        Holds the coefficients to be symmetric about their centre.
+
+    Returns
+    -------
+    Filter
+        Calling it convolves with ``b``, centred.
+
+    Examples
+    --------
+    >>> from orvane import signal
+    >>> x = np.cos(np.arange(40.0) ** 2)
+    >>> signal.fit_fir(x, np.convolve(x, [0.5, 1.0, -0.5], "same"), 3).b.round(9)
+    array([ 0.5,  1. , -0.5])
+    """
+    source, target = vector(x, "x", least=1), vector(y, "y")
+    if target.size != source.size:
+        raise ValueError(f"y: must have {source.size} entries, as x, not {target.size}")
+    if integer(taps, "taps", 1, 10**6) % 2 == 0:
+        raise ValueError(f"taps: must be odd, not {taps}")
+    made = Filter(taps, "lowpass", 0.25 * taps, float(taps))
+    pointer = made.pointer
+    lib.fir_addSample(pointer, _double(source), _double(target), source.size)
+    deviation = lib.fir_solveByLineFIRSolver(pointer, capi.ORVANE_FIR_SYMMETRIC if symmetric else capi.ORVANE_FIR_FREE)
+    lib.fir_lineSolverClear(pointer)
+    if deviation >= 1e300:
+        raise ConvergenceError(f"fit_fir: {source.size} samples are too few for {taps} taps")
+    made.b, made.a = np.empty(lib.fir_getCoefficientSize(pointer)), np.ones(1)
+    lib.fir_getCoefficient(pointer, _double(made.b))
+    made.b = made.b[::-1].copy()  # the library's coefficients run along the window, these along the delay
+    return made
+
+
 def _smooth(call: Any, x: ArrayLike, width: int) -> Floats:
     values = vector(x, "x")
     out = np.empty(values.size)
@@ -336,4 +400,21 @@ def derivative(y: ArrayLike, dx: float = 1.0) -> Floats:
     values = vector(y, "y")
     out = np.empty(values.size)
     lib.data_calcDataDiffBySameDh(_double(values), values.size, real(dx, "dx"), _double(out))
+    return out
+
+
+def fftshift(x: ArrayLike) -> Floats:
+    """Moves the frequency 0 of a real spectrum to the middle."""
+    return _shifted(lib.data_Shift, x)
+
+
+def ifftshift(x: ArrayLike) -> Floats:
+    """Takes :func:`fftshift` back."""
+    return _shifted(lib.data_InvShift, x)
+
+
+def _shifted(call: Any, x: ArrayLike) -> Floats:
+    values = vector(x, "x")
+    out = np.empty(values.size)
+    call(_double(values), _double(out), values.size)
     return out

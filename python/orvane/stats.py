@@ -248,6 +248,37 @@ def kstest(x: ArrayLike, law: Union[Family, Law, str], *parameters: float) -> Te
     return TestResult(float(statistic), float(p))
 
 
+def anderson(x: ArrayLike, law: Union[Family, Law, str], *parameters: float) -> TestResult:
+    """Anderson-Darling test of a sample against a law with its parameters.
+
+    Parameters
+    ----------
+    x : array_like
+    law : Family, Law or str
+        A name of `FAMILIES` goes with parameters.
+
+    Returns
+    -------
+    TestResult
+        The p value is that for a normal law whose mean and deviation come from the sample, whatever the law is.
+
+    Examples
+    --------
+    >>> from orvane import stats
+    >>> round(stats.anderson([-1.0, 0.0, 1.0], "norm", 0.0, 1.0).statistic, 6)
+    0.189488
+    """
+    values = np.sort(vector(x, "x", least=3))
+    reference = Family(law, *parameters) if isinstance(law, str) else law
+    below = np.clip(reference.cdf(values), 0.0, 1.0)
+    weights = (2 * np.arange(values.size) + 1) / values.size
+    with np.errstate(divide="ignore", invalid="ignore"):
+        statistic = -values.size - float((weights * (np.log(below) + np.log1p(-below[::-1]))).sum())
+    with Family("uniform", 0.0, 1.0) as uniform:
+        p = lib.stat_testByADForData(uniform.pointer, FAMILIES["uniform"][0], _double(below), below.size)
+    return TestResult(statistic, float(p))
+
+
 def ks_2samp(x: ArrayLike, y: ArrayLike) -> TestResult:
     """Kolmogorov-Smirnov test of two samples, by the law of one sample of nx ny/(nx + ny) values.
 

@@ -15,10 +15,6 @@ from orvane import learn
 
 HERE = pathlib.Path(__file__).parent
 MODULES = list(orvane._MODULES)
-# Checks that an estimator does not pass, with the reason.
-NOT_REPEATED = "after the first round the library takes the rows in an order of the system's choice"
-EXPECTED_FAILURES = {"NetworkRegressor": dict.fromkeys(
-    ["check_regressor_data_not_an_array", "check_regressors_int", "check_fit_idempotent"], NOT_REPEATED)}
 
 
 @pytest.mark.parametrize("name", MODULES)
@@ -32,7 +28,7 @@ def test_the_examples_in_the_docstrings_hold(name):
     learn.SVMClassifier(), learn.TreeClassifier(), learn.TreeRegressor(), learn.NetworkRegressor(steps=1500),
     learn.NetworkClassifier(steps=1500), learn.FormulaRegressor(degree=1)], ids=lambda e: type(e).__name__)
 def test_estimators_follow_the_rules_of_scikit_learn(estimator):
-    check_estimator(estimator, expected_failed_checks=EXPECTED_FAILURES.get(type(estimator).__name__, {}))
+    check_estimator(estimator)
 
 
 def test_types_are_complete():

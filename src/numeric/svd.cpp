@@ -94,12 +94,13 @@ std::vector<double> leastSquares(std::span<const double> a, std::ptrdiff_t rows,
   // the full ones without a rows x rows matrix.
   const Eigen::BDCSVD<Eigen::MatrixXd> decomposition(load(a, rows, cols), Eigen::ComputeThinU | Eigen::ComputeThinV);
   const std::ptrdiff_t rank = decomposition.rank();
-  const auto u = decomposition.matrixU().leftCols(rank);
-  const auto v = decomposition.matrixV().leftCols(rank);
+  // Products of plain matrices: each other form costs seconds of compile time.
+  const Eigen::MatrixXd ut = decomposition.matrixU().leftCols(rank).transpose();
+  const Eigen::MatrixXd v = decomposition.matrixV().leftCols(rank);
   const auto s = decomposition.singularValues().head(rank);
-  Eigen::MatrixXd projected = u.transpose() * Eigen::Map<const RowMajor>(b.data(), rows, colsB);
+  Eigen::MatrixXd projected = ut * load(b, rows, colsB);
   projected.array().colwise() /= s.array();
-  std::vector<double> x = store(v * projected);
+  std::vector<double> x = store(Eigen::MatrixXd(v * projected));
   for (std::ptrdiff_t i = 0; i < rows * colsB; ++i)
     if (!std::isfinite(b[i]))
       for (std::ptrdiff_t j = 0; j < cols; ++j) x[j * colsB + i % colsB] = kNaN;

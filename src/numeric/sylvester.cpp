@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <Eigen/Eigenvalues>
+#include <complex>
+#include <type_traits>
 
 #include "frame/numbers.h"
 #include "numeric/dense.h"
@@ -24,11 +26,15 @@ double solveSylvester(std::span<const double> a, std::span<const double> b, std:
   const auto load = [](std::span<const double> values, std::ptrdiff_t rows, std::ptrdiff_t cols) -> Eigen::MatrixXd {
     return Eigen::Map<const RowMajor>(values.data(), rows, cols);
   };
+  // Every product is one of two plain matrices: each other form costs seconds of compile time.
+  const auto product = [](const auto& p, const auto& q) { return std::decay_t<decltype(p)>(p * q); };
   const Eigen::MatrixXd left = load(a, n, n), right = load(b, m, m), constant = load(c, n, m);
   const Eigen::ComplexSchur<Eigen::MatrixXd> schurA(left), schurB(right);
   if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return kNaN;
   const Eigen::MatrixXcd &t = schurA.matrixT(), &s = schurB.matrixT();
-  Eigen::MatrixXcd y = schurA.matrixU().adjoint() * constant * schurB.matrixU();
+  const Eigen::MatrixXcd adjointA = schurA.matrixU().adjoint(), adjointB = schurB.matrixU().adjoint();
+  const Eigen::MatrixXcd complexConstant = constant.cast<std::complex<double>>();
+  Eigen::MatrixXcd y = product(product(adjointA, complexConstant), schurB.matrixU());
   for (std::ptrdiff_t j = 0; j < m; ++j) {
     if (j > 0) y.col(j) -= y.leftCols(j) * s.col(j).head(j);
     for (std::ptrdiff_t i = n - 1; i >= 0; --i) {
@@ -36,9 +42,10 @@ double solveSylvester(std::span<const double> a, std::span<const double> b, std:
       y.col(j).head(i) -= t.col(i).head(i) * y(i, j);
     }
   }
-  result = (schurA.matrixU() * y * schurB.matrixU().adjoint()).real();
-  const double residual = (left * result + result * right - constant).norm();
-  const double scale = (left.norm() + right.norm()) * result.norm() + constant.norm();
+  const Eigen::MatrixXd solution = product(product(schurA.matrixU(), y), adjointB).real();
+  result = solution;
+  const double residual = (product(left, solution) + product(solution, right) - constant).norm();
+  const double scale = (left.norm() + right.norm()) * solution.norm() + constant.norm();
   return residual == 0.0 ? 0.0 : residual / scale;
 }
 

@@ -7,10 +7,11 @@
 
 #include "frame/code_table.h"
 #include "orvane/pdf_manager.h"
+#include "pdf/formula.h"
+#include "pdf/sheet.h"
 #include "sym/text/number_text.h"
 
 namespace PDF {
-
 namespace {
 
 constexpr double kSqrtTwoPi = 2.5066282746310007;
@@ -18,8 +19,6 @@ constexpr double kSqrtTwo = 1.4142135623730951;
 constexpr double kMinWidth = 0.01;
 constexpr double kSameCentre = 1e-12;
 
-// A line of a sheet ends in four backslashes between line feeds.
-constexpr const char* kLineEnd = "\n\\\\\\\\\n";
 constexpr const char* kShortLineEnd = "\n\\\\\n";
 
 // Holds a sum of roundings to [0, 1]; written so that NaN passes.
@@ -27,8 +26,6 @@ double held(double probability) {
   if (probability < 0.0) return 0.0;
   return probability > 1.0 ? 1.0 : probability;
 }
-
-double square(double v) { return v * v; }
 
 // One run of equal centres.
 struct TempData_t {

@@ -6,7 +6,6 @@
 namespace PDF {
 namespace {
 
-constexpr std::string_view kLineEnd = "\n\\\\\\\\\n";
 constexpr std::string_view kValuesLabel = "参数取值:";
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {

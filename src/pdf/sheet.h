@@ -8,6 +8,9 @@
 
 namespace PDF {
 
+/// A line of a sheet ends in four backslashes between line feeds.
+inline constexpr const char* kLineEnd = "\n\\\\\\\\\n";
+
 /// What a table row says in its LaTeX sheet; empty texts leave their line out.
 struct SheetTexts {
   std::string_view densityLabel, density, distribution, mean, variance, range;

@@ -11,7 +11,10 @@
 /// is named calc and the function's name; what each computes stands at its export in the header of its room.
 namespace SpecialFunction {
 
+using std::numbers::egamma;
 using std::numbers::pi;
+inline constexpr double kSqrtPi = 1.772453850905516;
+inline constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 
 // Gamma family
 double calcGamma(double x);

@@ -41,14 +41,24 @@ double first(const P& p) { return p[0]; }
 double second(const P& p) { return p[1]; }
 double third(const P& p) { return p[2]; }
 
+// Far above the rounding of the distribution functions, some 1e-13 of them at the most.
+constexpr double kMargin = 0x1p-38;
+
 // A family without a closed inverse.
 template <double (*kCDF)(double, const P&), double (*kLowest)(const P&), double (*kHighest)(const P&)>
 double numericQuantile(double q, const P& p) {
-  return leastReaching(q, kLowest(p), kHighest(p), [&p](double x) { return kCDF(x, p); });
+  return leastReaching(q, kLowest(p), kHighest(p), kMargin * q, [&p](double x) { return kCDF(x, p); });
 }
 
 double betaCDF(double x, const P& p) {
   return x <= 0 ? 0 : x >= 1 ? 1 : heldToUnit(SF::Kernel::regularisedBeta(p[0], p[1], x));
+}
+
+double betaQuantile(double q, const P& p) {
+  // Shares may be 1 less a rounded one, and those of extreme shapes are rounded more than the margin.
+  const bool smooth = std::min(p[0], p[1]) > 1e-3 && std::max(p[0], p[1]) < 1e3;
+  const double margin = smooth ? std::max(kMargin * q, 0x1p-44) : kInfinity;
+  return leastReaching(q, 0, 1, margin, [&p](double x) { return betaCDF(x, p); });
 }
 
 double halfNormalCDF(double x, const P& p) {
@@ -151,8 +161,8 @@ double inverseUniformCDF(double x, const P& p) {
 
 // Code, density, domains, positive parameters, distribution function, quantile function, ends of the support.
 constexpr Family kFamilies[] = {
-    {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF,
-     numericQuantile<betaCDF, zero, one>, zero, one},
+    {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF, betaQuantile, zero,
+     one},
     {3, "a * b * x^(a-1) / (1 + x^a)^(b+1)", " a:(0, inf); b:(0, inf); x:(0, inf)", "ab",
      [](double x, const P& p) {
        return above(x, 0, [&] { return -std::expm1(-p[1] * std::log1p(std::pow(x, p[0]))); });

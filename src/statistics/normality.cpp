@@ -17,7 +17,7 @@ namespace Statistics {
 namespace {
 
 constexpr uint8_t kNormalCode = 52;
-constexpr std::size_t kLeast = 3;
+constexpr std::size_t kFewestValues = 3;
 
 StatFun besideOwnNormal(std::span<const double> x) {
   StatFun fun(x);
@@ -109,7 +109,7 @@ double normTestByJarqueBera(std::span<const double> x) {
 }
 
 double twoTestByKolmogorovSmirnov(std::span<const double> x, std::span<const double> y) {
-  if (x.size() < kLeast || y.size() < kLeast) return 0;
+  if (x.size() < kFewestValues || y.size() < kFewestValues) return 0;
   const std::vector<double> a = sorted(x), b = sorted(y);
   if (std::isnan(a.back()) || std::isnan(b.back())) return kNaN;
   const auto na = static_cast<double>(a.size()), nb = static_cast<double>(b.size());

@@ -11,11 +11,10 @@
 #include <vector>
 
 #include "support/functions.h"
+#include "support/numbers.h"
 
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kUntouched = 123.456;
 
 const std::vector<double> kPlaces = {0.0,  -0.0,  0.25, -0.25, 0.5,  -0.5,  0.75,   1.0,   -1.0,  1.5,       2.0,

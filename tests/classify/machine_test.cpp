@@ -107,6 +107,14 @@ TEST(Machine, KeepsModelTableAndLimits) {
   ASSERT_TRUE(svm_solve(byTable.handle));
   EXPECT_NEAR(byTable.value(table.data()), machine.value(cloud.x.data()), 1e-9);
 
+  // Multipliers above C, though balanced, are no start.
+  Values above(cloud.y.size());
+  for (const double label : {1.0, -1.0})
+    above[static_cast<std::size_t>(std::ranges::find(cloud.y, label) - cloud.y.begin())] = 50;
+  svm_setA(byTable.handle, above.data(), n);
+  ASSERT_TRUE(svm_solve(byTable.handle));
+  EXPECT_NEAR(byTable.value(table.data()), machine.value(cloud.x.data()), 1e-9);
+
   svm_limit(machine.handle, 2, 1, 1000);
   svm_setA(machine.handle, nullptr, 0);
   EXPECT_FALSE(svm_solve(machine.handle));  // one step is not enough

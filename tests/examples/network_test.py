@@ -55,7 +55,7 @@ class Network(HostTest):
                       ('head.csv:2: "17" is no integer from 0 to 16 (column 1)',
                        self.file('a' + ',b' * 64 + '\n17' + row[1:] + ',1\n', 'head.csv')),
                       ('short.csv:1: has 64 values', self.file(row + '\n', 'short.csv')),
-                      ('--epochs: "0" is no whole number from 1', '--epochs', '0', DIGITS),
+                      ('--epochs: "0" is no integer from 1', '--epochs', '0', DIGITS),
                       ('--rate: "fast"', '--rate', 'fast', DIGITS), ('--test: "nan"', '--test', 'nan', DIGITS),
                       ('unknown option --colour', '--colour', 'red'), ('--batch needs a value', '--batch'),
                       ('/no/such/folder/p.html', DIGITS, '--report', '/no/such/folder/p.html')])

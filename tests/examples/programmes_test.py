@@ -61,7 +61,7 @@ class Programmes(HostTest):
         broken = self.file('city,latitude,longitude\nA,1,2\nB,91,2\n')
         self.refused([('no file given',), ('/no/such.csv: No such file', '/no/such.csv'),
                       ('data.csv:3: "91" is no angle within 90 degrees', broken),
-                      ('--lots: "2.5" is no whole number', '--lots', '2.5', CITIES)])
+                      ('--lots: "2.5" is no integer', '--lots', '2.5', CITIES)])
 
     @needs_browser
     def test_page(self):

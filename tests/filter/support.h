@@ -7,11 +7,10 @@
 #include <memory>
 #include <random>
 
+#include "support/numbers.h"
 #include "support/reference.h"
 
 using Numbers = std::vector<double>;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(), kInf = std::numeric_limits<double>::infinity();
-constexpr double kPi = 3.14159265358979323846;
 
 inline int32_t count(const Numbers& x) { return static_cast<int32_t>(x.size()); }
 

@@ -9,6 +9,7 @@
 #include <set>
 
 #include "network/host.h"
+#include "support/numbers.h"
 
 namespace {
 
@@ -26,8 +27,6 @@ std::size_t allocations = 0;
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// y = x + a, trained on rows of input 0: the gradient is a less the target.
 struct Shift {

@@ -3,12 +3,11 @@
 
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <random>
 #include <vector>
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+#include "support/numbers.h"
+
 constexpr double kEps = 2.220446049250313e-16;
 
 /// A row-major matrix with just enough arithmetic to state residuals.

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <orvane/integral.h>
 
-#include <numbers>
-
 #include "numeric/dense_support.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 using Callback = double (*)(double);
 
 constexpr uint8_t kModes[] = {0, 1, 2};
@@ -118,6 +116,9 @@ TEST(Integral, PiecesOfInfiniteRanges) {
   EXPECT_NEAR(math_Integral1D(left, -kInf, 0, -1) / bump, 1.0, 1e-11);
   EXPECT_NEAR(math_Integral1D(right, kInf, 0, -1) / -bump, 1.0, 1e-11);
   EXPECT_NEAR(math_Integral1D(wide, -kInf, kInf, -1) / (4.2e8 * 3 * std::sqrt(2 * kPi)), 1.0, 1e-11);
+  // A tail that only ends beyond 1e20.
+  const Callback tailed = [](double x) { return 1e9 * std::exp(-(x - 7) * (x - 7) / 2) + 1e6 * std::pow(1 + x, -1.5); };
+  EXPECT_NEAR(math_Integral1D(tailed, 0, kInf, -1) / (bump + 2e6), 1.0, 1e-11);
   // Where the pieces diverge too, so does the answer; taken backwards it changes its sign.
   const Callback constant = [](double) { return 1e9; };
   for (const auto& [a, b] : {std::pair{0.0, kInf}, {100.0, kInf}, {-kInf, 0.0}, {-kInf, -100.0}, {-kInf, kInf}}) {

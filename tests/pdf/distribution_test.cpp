@@ -5,15 +5,13 @@
 #include <cmath>
 #include <cstring>
 #include <map>
-#include <numbers>
 #include <set>
 
 #include "pdf/distribution_support.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 // A row is code, parameters, point.
 Distribution ofRow(const ReferenceRow& row) {

@@ -3,17 +3,15 @@
 
 #include <cmath>
 #include <fstream>
-#include <limits>
 #include <numeric>
 #include <sstream>
 
 #include "prog/drawn_problem.h"
 #include "support/csv.h"
+#include "support/numbers.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 using Values = std::vector<double>;
 using Ids = std::vector<uint32_t>;
 

@@ -3,14 +3,12 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 
 #include "prog/drawn_problem.h"
+#include "support/numbers.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 using Values = std::vector<double>;
 
 /// Least x'Qx + c.x under A x <= b, x >= 0, with a positive definite Q of size n.
@@ -373,6 +371,13 @@ TEST(QuadraticProgramme, SumsThatIntegersDoNotReach) {
   EXPECT_EQ(solve(1, 1), -8);
   EXPECT_EQ(solve(0.5, 1.5), -8);
   EXPECT_EQ(solve(0.5, 2.5), 1);  // (1, 0)
+  // Each row alone has integer points, both meet in (1/2, 1/2) only.
+  Stepwise steps(2);
+  steps.minimise({0, 1}, {0, 1}, {1, 1}, {}, {});
+  steps.kinds({1, 1});
+  steps.row({0, 1}, {1, 1}, 1, 2);
+  steps.row({0, 1}, {1, -1}, 0, 2);
+  EXPECT_EQ(steps.solve(), 8);
 }
 
 }  // namespace

@@ -11,8 +11,6 @@ namespace {
 
 using namespace Solver;
 
-double one(const double* x) { return 1.0 + x[0] * x[0]; }
-
 TEST(Table, GivesEachKindItsNameAndNothingElse) {
   const char* names[] = {"Auto", "LG", "LG2", "GTO", "RUN", "SC", "SC", "SWO", "SWO", "ISWO", "INS"};
   ASSERT_EQ(solverTable().size(), std::size(names));
@@ -28,7 +26,7 @@ TEST(Table, GivesEachKindItsNameAndNothingElse) {
 }
 
 TEST(Run, RefusesWithoutWhatItNeedsAndLeavesRunning) {
-  const auto solver = stand(std::make_shared<PlainSolver>(), 2, 3, -5.0, 5.0, one);
+  const auto solver = stand(std::make_shared<PlainSolver>(), 2, 3, -5.0, 5.0, parabola);
   solver->maxIter = 2;
   int done = 0;
   solver->doneFun = [&](int64_t, double, const std::vector<double>&) { ++done; };
@@ -86,7 +84,7 @@ TEST(Run, PrintsALineAnIterationOnlyWhenAsked) {
 }
 
 TEST(Kept, Continue_counter) {
-  const auto solver = ready(1, 3, one);
+  const auto solver = ready(1, 3, parabola);
   solver->bestError = 5.0;
   EXPECT_TRUE(solver->continueTest());  // stallBest was infinite
   for (int i = 0; i < 1000; ++i) EXPECT_TRUE(solver->continueTest());
@@ -97,7 +95,7 @@ TEST(Kept, Continue_counter) {
 }
 
 TEST(Kept, Continue_assignment) {
-  const auto solver = ready(1, 3, one);
+  const auto solver = ready(1, 3, parabola);
   solver->targetError = -1.0;
   solver->bestError = 0.0;
   EXPECT_TRUE(solver->continueTest());

@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "frame/numbers.h"
 #include "solver/least_squares/dog_leg.h"
 #include "support/reference.h"
 
@@ -17,7 +18,6 @@ namespace {
 using Solver::SolverByDogLeg_c;
 using Complex = std::complex<double>;
 using Vector = std::vector<double>;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// Residuals r(b) of a problem, for doubles and for complex steps, which give the Jacobian to rounding.
 struct Problem {

@@ -4,11 +4,11 @@
 #include <numbers>
 
 #include "orvane/frame.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int32_t kKinds[] = {0, 1, 2, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 60, 61, 62, 63, 64, 100};
 
 /// A loss for as long as a test needs it; k NaN leaves the scale as it starts.

@@ -14,8 +14,6 @@ namespace {
 
 using namespace Solver;
 
-double one(const double* x) { return 1.0 + x[0] * x[0]; }
-
 TEST(Draw, UniformStaysBelowOneAndNormalHasItsMoments) {
   const auto top = [] { return 0xffffffffu; };
   EXPECT_LT(UniformDistribution()(top), 1.0);
@@ -32,7 +30,7 @@ TEST(Draw, UniformStaysBelowOneAndNormalHasItsMoments) {
 }
 
 TEST(Kept, RandomIndex_099) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   solver->rng.seed(99);
   int ones = 0;
   for (int i = 0; i < 40000; ++i) ones += static_cast<int>(solver->randomIndex(2, 0));
@@ -44,7 +42,7 @@ TEST(Kept, RandomIndex_099) {
 }
 
 TEST(Kept, PullBack_draws) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   for (const double trial : {8.0, -8.0}) {
     solver->rng.seed(5);
     std::mt19937 same(5);
@@ -62,7 +60,7 @@ TEST(Kept, PullBack_draws) {
 }
 
 TEST(Clip, WidensASingleBoundAndProjects) {
-  const auto solver = ready(1, 2, one);
+  const auto solver = ready(1, 2, parabola);
   solver->limitFun = [](double* x) { x[2] = 4.5; };
   std::vector<double> tr = {8.0, -8.0, 1.0};
   solver->clip(tr);
@@ -123,7 +121,7 @@ TEST(Kept, Weight_grows) {
 
 TEST(Kept, LG_age) {
   for (const int32_t age : {63, 64, 65}) {
-    const auto solver = stand(std::make_shared<LGSolver>(), 1, 2, -5.0, 5.0, one);
+    const auto solver = stand(std::make_shared<LGSolver>(), 1, 2, -5.0, 5.0, parabola);
     solver->evaluateAll();
     solver->pickBest();
     solver->bestError = -1.0;
@@ -137,7 +135,7 @@ TEST(Kept, LG_age) {
 }
 
 TEST(Descend, IsLeftOutInManyVariables) {
-  const auto large = stand(std::make_shared<LGSolver2>(), 37, 2, -50.0, 50.0, one);
+  const auto large = stand(std::make_shared<LGSolver2>(), 37, 2, -50.0, 50.0, parabola);
   const auto before = large->population[0]->curVar;
   EXPECT_FALSE(large->descend(large->population[0]));
   EXPECT_EQ(large->population[0]->curVar, before);
@@ -157,7 +155,7 @@ TEST(Kept, ConeRoot_120) {
 }
 
 TEST(Kept, SC_centre) {
-  const auto solver = stand(std::make_shared<SocialContact>(uint8_t{1}), 2, 6, -5.0, 5.0, one);
+  const auto solver = stand(std::make_shared<SocialContact>(uint8_t{1}), 2, 6, -5.0, 5.0, parabola);
   solver->maxIter = 3;
   EXPECT_TRUE(solver->run());
   EXPECT_EQ(solver->period, 6);

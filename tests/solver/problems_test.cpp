@@ -7,10 +7,9 @@
 #include <numbers>
 
 #include "solver/host.h"
+#include "support/numbers.h"
 
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 double sphere4(const double* x) { return sphere2(x) + sphere2(x + 2); }
 template <int N>

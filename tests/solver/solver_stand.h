@@ -33,6 +33,9 @@ class PlainSolver final : public Solver::BaseNormSolver {
   }
 };
 
+/// 1 + x^2 of the first variable.
+inline double parabola(const double* x) { return 1.0 + x[0] * x[0]; }
+
 /// A solver that has made its start: evaluated, best picked.
 inline std::shared_ptr<PlainSolver> ready(int32_t n, int32_t candidates, std::function<double(const double*)> cost) {
   auto solver = stand(std::make_shared<PlainSolver>(), n, candidates, -5.0, 5.0, std::move(cost));

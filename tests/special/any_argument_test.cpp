@@ -7,18 +7,14 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <random>
 #include <set>
 #include <thread>
 
 #include "support/functions.h"
+#include "support/numbers.h"
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kPi = std::numbers::pi;
 
 // Ends of the range and the numbers at which routines switch.
 constexpr double kSpecial[] = {0.0,

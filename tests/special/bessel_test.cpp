@@ -3,17 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "orvane/bessel.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kPi = 3.141592653589793;
 
 // J at orders near a large x, by an integral of its own.
 TEST(Bessel, TurningPoints) {

@@ -10,13 +10,10 @@
 #include <vector>
 
 #include "orvane/orvane.h"
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kPi = 3.141592653589793;
 
 TEST(Elliptic, FarAndInfiniteArguments) {
   EXPECT_DOUBLE_EQ(math_ellipticRK(1e-17, 0.25), 1 / math_AGM(std::sqrt(1e-17), 0.5));

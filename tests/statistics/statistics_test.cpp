@@ -3,17 +3,16 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <map>
 #include <numbers>
 #include <span>
 
+#include "support/numbers.h"
 #include "support/reference.h"
 
 namespace {
 
 using Values = std::vector<double>;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct Fun {
   explicit Fun(const Values& x = {}, const Values& params = {})
@@ -183,7 +182,7 @@ TEST(Descriptive, QuantilePlotSegmentsOrderAngles) {
   Values many(1000), order(1000), ranks(1000), law(1000);  // enough of them for another way of sorting
   for (std::size_t i = 0; i < many.size(); ++i)
     many[i] = std::sin(static_cast<double>(i * i)) * std::pow(10, i % 7) / 3;
-  many[17] = -kInfinity;
+  many[17] = -kInf;
   ASSERT_EQ(data_normQQData(many.data(), 1000, order.data(), ranks.data(), law.data()), 1000);
   std::sort(many.begin(), many.end());
   EXPECT_EQ(order, many);

@@ -3,29 +3,24 @@
 #include <orvane/mesh.h>
 
 #include <cmath>
-#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "stores/files.h"
+
 namespace {
 
-std::string pathOf(const std::string& name) { return testing::TempDir() + "orvane_mesh_" + name; }
-
-std::string contentOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string written(const std::string& name, const std::string& content) {
-  std::ofstream(pathOf(name), std::ios::binary) << content;
-  return pathOf(name);
+  const std::string path = pathOf("mesh_" + name);
+  write(path, content);
+  return path;
 }
 
 // A load of a file that is not there is the way to an empty mesh.
 class Mesh : public testing::Test {
  protected:
-  void SetUp() override { EXPECT_FALSE(mesh2D_loadNode(pathOf("missing").c_str(), 0, 1)); }
+  void SetUp() override { EXPECT_FALSE(mesh2D_loadNode(pathOf("mesh_missing").c_str(), 0, 1)); }
 };
 
 TEST_F(Mesh, NodesElementsAndRanges) {
@@ -120,12 +115,12 @@ TEST_F(Mesh, NearestNodeIsThatOfTheScan) {
 }
 
 TEST_F(Mesh, SavedMeshComesBack) {
-  EXPECT_FALSE(mesh2D_saveNode(pathOf("none").c_str()));
+  EXPECT_FALSE(mesh2D_saveNode(pathOf("mesh_none").c_str()));
   for (int32_t i = 0; i < 450; ++i) mesh2D_addNode(3 * i - 40, i / 7.0, -1e300 / (i + 1));
   const int32_t corners[] = {-40, -37, -34};
   mesh2D_addElement(12, corners, 3);
   mesh2D_addElement(-3, corners + 1, 2);
-  const std::string nodes = pathOf("nodes"), elements = pathOf("elements"), again = pathOf("again");
+  const std::string nodes = pathOf("mesh_nodes"), elements = pathOf("mesh_elements"), again = pathOf("mesh_again");
   ASSERT_TRUE(mesh2D_saveNode(nodes.c_str()));
   ASSERT_TRUE(mesh2D_saveElement(elements.c_str()));
   EXPECT_EQ(contentOf(elements), "ElementSize: 2\n-3, -37, -34\n12, -40, -37, -34\n");
@@ -133,7 +128,7 @@ TEST_F(Mesh, SavedMeshComesBack) {
   char line[100];
   std::snprintf(line, sizeof line, "\n-37, %.18g, %.18g\n", 1 / 7.0, -1e300 / 2);
   EXPECT_NE(contentOf(nodes).find(line), std::string::npos);
-  EXPECT_FALSE(mesh2D_saveNode((pathOf("no folder") + "/x").c_str()));
+  EXPECT_FALSE(mesh2D_saveNode((pathOf("mesh_no folder") + "/x").c_str()));
   EXPECT_FALSE(mesh2D_saveNode("/dev/full"));
 
   SetUp();

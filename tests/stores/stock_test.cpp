@@ -8,24 +8,16 @@
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
+
+#include "stores/files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr double kUnit[] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-
-std::string pathOf(const std::string& name) { return testing::TempDir() + "orvane_stock_" + name; }
-
-std::string contentOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void write(const std::string& path, const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
 
 double valueAt(const StockData* stock, uint8_t field, int32_t day) {
   double value = 0;

@@ -3,16 +3,14 @@
 #include <orvane/orvane.h>
 
 #include <cmath>
-#include <limits>
 
+#include "support/numbers.h"
 #include "sym/formula.h"
 
 namespace {
 
 using namespace host;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kPi = 3.141592653589793;
 constexpr uint8_t kSqrt = 10, kLn = 11, kExp = 12, kAbs = 13, kSin = 20, kCos = 21, kZeta = 113;
 
 /// Variables of one test; the store forgets them behind it.

@@ -4,13 +4,12 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "support/numbers.h"
 #include "sym/formula.h"
 
 namespace {
 
 using namespace host;
-
-constexpr double kPi = 3.141592653589793;
 
 std::string nameOf(const BaseSym* variable) {
   std::string text(static_cast<std::size_t>(sym_getBaseSymName(variable, nullptr, 0)), ' ');

@@ -10,9 +10,9 @@
 namespace Filter {
 
 namespace {
-constexpr double kPi = std::numbers::pi;
+using std::numbers::pi;
 
-double turnStep(int32_t n) { return 2.0 * kPi / (n - 1.0); }
+double turnStep(int32_t n) { return 2.0 * pi / (n - 1.0); }
 }  // namespace
 
 std::vector<double> HammingWindow::getWindow(int32_t n) const {
@@ -56,7 +56,7 @@ std::vector<double> HannPoissonWindow::getWindow(int32_t n) const {
 
 std::vector<double> PowerSineWindow::getWindow(int32_t n) const {
   const double k = std::trunc(param(1));
-  return stepped(n, kPi / (n - 1.0), [k](double, double t) { return std::pow(sinOf(t), k); });
+  return stepped(n, pi / (n - 1.0), [k](double, double t) { return std::pow(sinOf(t), k); });
 }
 
 std::vector<double> TukeyWindow::getWindow(int32_t n) const {
@@ -64,7 +64,7 @@ std::vector<double> TukeyWindow::getWindow(int32_t n) const {
   const double width = (n - 1.0) * param(1);
   const double flank = std::trunc(width / 2.0);
   for (std::size_t i = 0; i < w.size() && static_cast<double>(i) < flank; ++i)
-    w[i] = w[w.size() - 1 - i] = (1.0 - cosOf(2.0 * kPi * static_cast<double>(i) / width)) / 2.0;
+    w[i] = w[w.size() - 1 - i] = (1.0 - cosOf(2.0 * pi * static_cast<double>(i) / width)) / 2.0;
   return w;
 }
 

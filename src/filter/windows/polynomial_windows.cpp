@@ -11,7 +11,7 @@ namespace Filter {
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
+using std::numbers::pi;
 
 /// I0 by its power series: sum of ((x/2)^k/k!)^2.
 double besselI0(double x) {
@@ -40,11 +40,11 @@ double gegenbauer(int32_t n, double mu, double x) {
 
 std::vector<double> DolphChebyshevWindow::getWindow(int32_t n) const {
   std::vector<double> w = ones(n);
-  const double middle = (n - 1.0) / 2.0, gain = param(1), cosF = cosOf(2.0 * kPi * param(2));
+  const double middle = (n - 1.0) / 2.0, gain = param(1), cosF = cosOf(2.0 * pi * param(2));
   std::vector<double> samples(w.size());
   double sum = 0.0;
   for (std::size_t j = 0; j < w.size(); ++j) {
-    const double theta = 2.0 * kPi * (static_cast<double>(j) - middle) / n;
+    const double theta = 2.0 * pi * (static_cast<double>(j) - middle) / n;
     const double y = std::clamp((2.0 * std::cos(theta) - cosF + 1.0) / (cosF + 1.0), -1.0, 1.0);
     samples[j] = std::cos(std::acos(y) * middle) * gain;
     sum += samples[j];
@@ -54,14 +54,14 @@ std::vector<double> DolphChebyshevWindow::getWindow(int32_t n) const {
     double value = 0.0;
     for (std::size_t j = 0; j < w.size(); ++j)
       value += samples[j] / sum *
-               std::cos(2.0 * kPi * (static_cast<double>(j) - middle) * (static_cast<double>(i) - middle) / n);
+               std::cos(2.0 * pi * (static_cast<double>(j) - middle) * (static_cast<double>(i) - middle) / n);
     w[i] = value;
   }
   return w;
 }
 
 std::vector<double> KaiserWindow::getWindow(int32_t n) const {
-  const double scale = kPi * param(1), peak = besselI0(scale);
+  const double scale = pi * param(1), peak = besselI0(scale);
   return stepped(n, 0.0, [=](double i, double) {
     const double x = 1.0 - 2.0 * i / (n - 1.0);
     return besselI0(scale * std::sqrt(std::abs(1.0 - x * x))) / peak;
@@ -71,11 +71,11 @@ std::vector<double> KaiserWindow::getWindow(int32_t n) const {
 std::vector<double> UltrasphericalWindow::getWindow(int32_t n) const {
   const double x0 = param(1), mu = param(2);
   std::vector<double> samples;
-  for (int32_t k = 0; k <= (n - 1) / 2; ++k) samples.push_back(gegenbauer(n - 1, mu, x0 * std::cos(k * kPi / n)));
+  for (int32_t k = 0; k <= (n - 1) / 2; ++k) samples.push_back(gegenbauer(n - 1, mu, x0 * std::cos(k * pi / n)));
   return stepped(n, 0.0, [&](double i, double) {
     double sum = samples[0];
     for (std::size_t k = 1; k < samples.size(); ++k)
-      sum += samples[k] * std::cos(2.0 * i * static_cast<double>(k) * kPi / n);
+      sum += samples[k] * std::cos(2.0 * i * static_cast<double>(k) * pi / n);
     return sum / n;
   });
 }

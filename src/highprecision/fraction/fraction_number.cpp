@@ -111,10 +111,8 @@ FractionNumber_c FractionNumber_c::reciprocal() const {
 FractionNumber_c fractionOfWords(std::span<const int64_t> numerator, std::span<const int64_t> denominator,
                                  bool negative) {
   const auto isLimb = [](int64_t word) { return word >= 0 && word < kBase; };
-  if (std::ranges::all_of(numerator, isLimb) && std::ranges::all_of(denominator, isLimb)) {
-    const bool zero = std::ranges::all_of(numerator, [](int64_t limb) { return limb == 0; });
-    return {{numerator.begin(), numerator.end()}, {denominator.begin(), denominator.end()}, negative && !zero};
-  }
+  if (std::ranges::all_of(numerator, isLimb) && std::ranges::all_of(denominator, isLimb))
+    return {{numerator.begin(), numerator.end()}, {denominator.begin(), denominator.end()}, negative};
   const HPNumber_c up = numberOfWords(numerator, 0, negative), down = numberOfWords(denominator, 0, false);
   return {shifted(up.limbs, up.exponent), shifted(down.limbs, down.exponent), up.isNegative != down.isNegative};
 }

@@ -104,7 +104,7 @@ double arcSlope(double x) { return 1 / std::sqrt((1 - x) * (1 + x)); }
 constexpr double kLeak = 0.01;
 
 // clang-format off
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kElementKinds[] = {
     element<[](double x) { return std::sin(x); }, [](double x, double) { return std::cos(x); }>(ORVANE_LAYER_SIN, "Sin"),
     element<[](double x) { return std::cos(x); }, [](double x, double) { return -std::sin(x); }>(ORVANE_LAYER_COS, "Cos"),
     element<[](double x) { return std::tan(x); }, [](double, double y) { return 1 + y * y; }>(ORVANE_LAYER_TAN, "Tan"),
@@ -147,6 +147,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> elementKinds() { return kKinds; }
+std::span<const LayerKind> elementKinds() { return kElementKinds; }
 
 }  // namespace NetWork

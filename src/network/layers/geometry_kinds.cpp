@@ -183,13 +183,13 @@ struct Zoom {
   }
 };
 
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kGeometryKinds[] = {
     {ORVANE_LAYER_ROTATION3D, "Rotation3D", Wiring::kRotation, Rotation3D::forward, Rotation3D::backward},
     {ORVANE_LAYER_ZOOM, "Zoom", Wiring::kZoom, Zoom::forward, Zoom::backward, Zoom::fits},
 };
 
 }  // namespace
 
-std::span<const LayerKind> geometryKinds() { return kKinds; }
+std::span<const LayerKind> geometryKinds() { return kGeometryKinds; }
 
 }  // namespace NetWork

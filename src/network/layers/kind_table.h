@@ -45,6 +45,14 @@ struct LayerKind {
   bool (*fits)(const NetLayer_s& layer) = nullptr;  ///< what the group alone does not say
 };
 
+/// The row of a kind whose two functions are members of F.
+template <class F>
+consteval LayerKind kind(int32_t code, std::string_view name, Wiring wiring) {
+  return {code, name, wiring, F::forward, F::backward};
+}
+
+inline std::size_t samples(const NetLayer_s& layer) { return static_cast<std::size_t>(layer.samples); }
+
 /// Null for a code without a kind.
 const LayerKind* findKind(int32_t code);
 

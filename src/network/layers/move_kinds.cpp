@@ -7,8 +7,6 @@
 namespace NetWork {
 namespace {
 
-std::size_t samples(const NetLayer_s& l) { return static_cast<std::size_t>(l.samples); }
-
 void addTo(double* to, const double* from, std::size_t n) {
   for (std::size_t i = 0; i < n; ++i) to[i] += from[i];
 }
@@ -150,12 +148,7 @@ struct MaxOutMul {
   }
 };
 
-template <class F>
-consteval LayerKind kind(int32_t code, std::string_view name, Wiring wiring) {
-  return {code, name, wiring, F::forward, F::backward};
-}
-
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kMoveKinds[] = {
     kind<Append>(ORVANE_LAYER_APPEND_X1_X2, "Append_x1_x2", Wiring::kAppend),
     kind<MixProduct2>(ORVANE_LAYER_MIX_PRODUCT2, "MixProduct2", Wiring::kOuter),
     kind<SignMap>(ORVANE_LAYER_SIGN_MAP, "SignMap", Wiring::kSignMap),
@@ -169,6 +162,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> moveKinds() { return kKinds; }
+std::span<const LayerKind> moveKinds() { return kMoveKinds; }
 
 }  // namespace NetWork

@@ -18,7 +18,7 @@ struct Smaller {
   static double byA(double x, double x2, double) { return x2 < x ? 1 : 0; }
 };
 
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kPairKinds[] = {
     pair<Add>(ORVANE_LAYER_X1_ADD_X2, "x1_add_x2"),      pair<Subtract>(ORVANE_LAYER_X1_SUB_X2, "x1_sub_x2"),
     pair<Multiply>(ORVANE_LAYER_X1_MUL_X2, "x1_mul_x2"), pair<Divide>(ORVANE_LAYER_X1_DIV_X2, "x1_div_x2"),
     pair<Power>(ORVANE_LAYER_X1_POW_X2, "x1_pow_x2"),    pair<Larger>(ORVANE_LAYER_MAX_X1_X2, "Max_x1_x2"),
@@ -27,6 +27,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> pairKinds() { return kKinds; }
+std::span<const LayerKind> pairKinds() { return kPairKinds; }
 
 }  // namespace NetWork

@@ -9,8 +9,6 @@
 namespace NetWork {
 namespace {
 
-std::size_t samples(const NetLayer_s& layer) { return static_cast<std::size_t>(layer.samples); }
-
 /// y = a x.
 struct WDotX {
   static void forward(NetLayer_s& l) {
@@ -183,12 +181,7 @@ struct Poly3 {
   }
 };
 
-template <class F>
-consteval LayerKind kind(int32_t code, std::string_view name, Wiring wiring) {
-  return {code, name, wiring, F::forward, F::backward};
-}
-
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kProductKinds[] = {
     kind<WDotX>(ORVANE_LAYER_W_DOT_X, "W_dot_x", Wiring::kProduct),
     kind<WSubXSquared>(ORVANE_LAYER_W_SUB_X_SQUARED, "W_sub_x_squared", Wiring::kProduct),
     {ORVANE_LAYER_QUADRATIC, "Quadratic", Wiring::kVarList, Quadratic::forward, Quadratic::backward, Quadratic::fits},
@@ -200,6 +193,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> productKinds() { return kKinds; }
+std::span<const LayerKind> productKinds() { return kProductKinds; }
 
 }  // namespace NetWork

@@ -164,7 +164,7 @@ consteval LayerKind vector(int32_t code, std::string_view name, Wiring wiring = 
   return {code, name, wiring, VectorLoops<F>::forward, VectorLoops<F>::backward};
 }
 
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kVectorKinds[] = {
     vector<SqrtNorm>(ORVANE_LAYER_SQRT_NORM, "SqrtNorm"),
     vector<SquaredNorm>(ORVANE_LAYER_SQUARED_NORM, "SquaredNorm"),
     vector<SoftMax>(ORVANE_LAYER_SOFT_MAX, "SoftMax"),
@@ -177,6 +177,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> vectorKinds() { return kKinds; }
+std::span<const LayerKind> vectorKinds() { return kVectorKinds; }
 
 }  // namespace NetWork

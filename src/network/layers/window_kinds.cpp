@@ -195,7 +195,7 @@ consteval LayerKind pool(int32_t code, std::string_view name) {
   return {code, name, Wiring::kPool, F::forward, F::backward};
 }
 
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kWindowKinds[] = {
     {ORVANE_LAYER_CONVOLUTION, "Convolution", Wiring::kConvolution, Convolution::forward, Convolution::backward},
     pool<PoolOne<Extreme<std::greater<>>>>(ORVANE_LAYER_POOL_MAX, "PoolMax"),
     pool<PoolAll<Mean>>(ORVANE_LAYER_POOL_MEAN, "PoolMean"),
@@ -208,6 +208,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> windowKinds() { return kKinds; }
+std::span<const LayerKind> windowKinds() { return kWindowKinds; }
 
 }  // namespace NetWork

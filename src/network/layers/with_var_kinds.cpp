@@ -209,7 +209,7 @@ struct XSin4 {
   static double byB(double x, double a, double b, double) { return std::abs(x) * XSin3::byB(x, a, b, 0); }
 };
 
-constexpr LayerKind kKinds[] = {
+constexpr LayerKind kWithVarKinds[] = {
     withVar<Add>(ORVANE_LAYER_X_ADD_A, "x_add_a"),
     withVar<Subtract>(ORVANE_LAYER_X_SUB_A, "x_sub_a"),
     withVar<SquaredDifference>(ORVANE_LAYER_X_SUB_A_SQUARED, "x_sub_a_squared"),
@@ -239,6 +239,6 @@ constexpr LayerKind kKinds[] = {
 
 }  // namespace
 
-std::span<const LayerKind> withVarKinds() { return kKinds; }
+std::span<const LayerKind> withVarKinds() { return kWithVarKinds; }
 
 }  // namespace NetWork

@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kBoundedLaws[] = {
     row<PDFFunByArcSin>(ORVANE_PDF_ARCSIN, "arcsin"),
     row<PDFFunByArcTan>(ORVANE_PDF_ARCTAN, "arctan"),
     row<PDFFunByCosine>(ORVANE_PDF_COSINE, "Cosine"),
@@ -23,6 +23,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> boundedLaws() { return kRows; }
+std::span<const PlainRow> boundedLaws() { return kBoundedLaws; }
 
 }  // namespace PDF

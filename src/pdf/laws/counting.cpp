@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kCountingLaws[] = {
     row<PDFFunByBernoulli>(ORVANE_PDF_BERNOULLI, "Bernoulli"),
     row<PDFFunByBinomial>(ORVANE_PDF_BINOMIAL, "Binomial"),
     row<PDFFunByPoisson>(ORVANE_PDF_POISSON, "Poisson"),
@@ -15,6 +15,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> countingLaws() { return kRows; }
+std::span<const PlainRow> countingLaws() { return kCountingLaws; }
 
 }  // namespace PDF

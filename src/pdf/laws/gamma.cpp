@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kGammaLaws[] = {
     row<PDFFunByAmorosoLower>(ORVANE_PDF_AMOROSO_LOWER, "Amoroso Lower"),
     row<PDFFunByAmorosoUpper>(ORVANE_PDF_AMOROSO_UPPER, "Amoroso Upper"),
     row<PDFFunByChi>(ORVANE_PDF_CHI, "Chi"),
@@ -22,6 +22,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> gammaLaws() { return kRows; }
+std::span<const PlainRow> gammaLaws() { return kGammaLaws; }
 
 }  // namespace PDF

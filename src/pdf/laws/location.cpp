@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kLocationLaws[] = {
     row<PDFFunByCauchy>(ORVANE_PDF_CAUCHY, "Cauchy"),
     row<PDFFunByExtremeValueDown>(ORVANE_PDF_EXTREME_VALUE_LOWER, "ExtremeValueLower"),
     row<PDFFunByExtremeValueUp>(ORVANE_PDF_EXTREME_VALUE_UPPER, "ExtremeValueUpper"),
@@ -21,6 +21,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> locationLaws() { return kRows; }
+std::span<const PlainRow> locationLaws() { return kLocationLaws; }
 
 }  // namespace PDF

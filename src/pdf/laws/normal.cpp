@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kNormalLaws[] = {
     row<PDFFunByGenTransInverseRayleigh>(ORVANE_PDF_GEN_TRANS_INVERSE_RAYLEIGH, "GenTransInverseRayleigh"),
     row<PDFFunByGibrat>(ORVANE_PDF_GIBRAT, "Gibrat"),
     row<PDFFunByHalfNormal>(ORVANE_PDF_HALF_NORMAL, "HalfNormal"),
@@ -22,6 +22,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> normalLaws() { return kRows; }
+std::span<const PlainRow> normalLaws() { return kNormalLaws; }
 
 }  // namespace PDF

@@ -7,7 +7,7 @@
 namespace PDF {
 namespace {
 
-constexpr PlainRow kRows[] = {
+constexpr PlainRow kTailLaws[] = {
     row<PDFFunByBenktanderTypeII>(ORVANE_PDF_BENKTANDER_TYPE_II, "BenktanderTypeII"),
     row<PDFFunByBurr>(ORVANE_PDF_BURR, "Burr"),
     row<PDFFunByExponential>(ORVANE_PDF_EXPONENTIAL, "Exponential"),
@@ -26,6 +26,6 @@ constexpr PlainRow kRows[] = {
 
 }  // namespace
 
-std::span<const PlainRow> tailLaws() { return kRows; }
+std::span<const PlainRow> tailLaws() { return kTailLaws; }
 
 }  // namespace PDF

@@ -8,8 +8,6 @@ namespace LineProg {
 namespace {
 
 constexpr double kIntegral = 1e-12;
-constexpr double kExactIntegral = 1e-9;  // a basic value carries the rounding of its tableau
-constexpr double kNoGain = 1e-10;        // of an exact run, relative to the best value
 
 }  // namespace
 
@@ -36,12 +34,6 @@ void Branching<Real>::addBound(Node<Real>& node, int32_t var, bool upper, double
   high = static_cast<int32_t>(bound);
 }
 
-template <class Real>
-bool Branching<Real>::hopeless(const Node<Real>& node) const {
-  if (!simplex.exact) return limit > problem.objectiveOf(node.solution);
-  return !best.empty() && !(node.relaxed > limit + kNoGain * std::max(1.0, std::abs(limit)));
-}
-
 // Solves the node's relaxation. The variable to branch on; none when there is nothing to branch: the node is integral
 // and solved, or it is not solved, being infeasible, unbounded or worse than the limit.
 template <class Real>
@@ -53,13 +45,12 @@ int32_t Branching<Real>::relax(Node<Real>& node) const {
     node.status = status;
     return kNone;
   };
-  if (hopeless(node)) return give(Status::failed);
-  const double integral = simplex.exact ? kExactIntegral : kIntegral;
+  if (limit > problem.objectiveOf(node.solution)) return give(Status::failed);
   int32_t branch = kNone;
   for (const BaseVar& var : problem.allVars) {
     if (var.varKind == kReal || !node.tableau.isBasic(var.index)) continue;
     const double value = node.tableau.valueOf(var.index) + node.origin[var.index];
-    if (!(std::abs(value - std::round(value)) > integral)) continue;
+    if (!(std::abs(value - std::round(value)) > kIntegral)) continue;
     if (var.minValue == 0) return give(Status::failed);
     if (branch < 0 || (var.varKind == kBinary && problem.allVars[branch].varKind != kBinary)) branch = var.index;
   }
@@ -96,7 +87,7 @@ void Branching<Real>::search(const Node<Real>& root, int32_t branch) {
       addBound(node, branch, below, below ? floor : floor + 1);
       branch = visit(node);
     }
-    if (waiting.empty() || (anyPoint && !best.empty())) return;
+    if (waiting.empty()) return;
     node = std::move(waiting.back().node);
     addBound(node, waiting.back().var, false, waiting.back().bound);
     waiting.pop_back();
@@ -104,21 +95,9 @@ void Branching<Real>::search(const Node<Real>& root, int32_t branch) {
   }
 }
 
-// Whether the integer variables have any point, by a search without an objective.
-template <class Real>
-bool Branching<Real>::hasPoint(const Node<Real>& root) {
-  Node<Real> node = root;
-  node.tableau.setObjective(0, {});
-  anyPoint = true;
-  search(node, visit(node));
-  return !best.empty();
-}
-
 template <class Real>
 void Branching<Real>::run(Node<Real>& root) {
   const int32_t branch = relax(root);
-  // An unbounded relaxation tells nothing of a problem without an integer point.
-  if (simplex.exact && root.status == Status::unbounded && !hasPoint(root)) root.status = Status::failed;
   if (branch < 0) return;
   search(root, branch);
   root.solved = !best.empty();

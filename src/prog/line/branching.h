@@ -20,17 +20,14 @@ class Branching {
   static constexpr int32_t kNone = -1;
 
   void addBound(Node<Real>& node, int32_t var, bool upper, double bound) const;
-  bool hopeless(const Node<Real>& node) const;
   int32_t relax(Node<Real>& node) const;
   int32_t visit(Node<Real>& node);
   void search(const Node<Real>& root, int32_t branch);
-  bool hasPoint(const Node<Real>& root);
 
   const Simplex<Real>& simplex;
   const LineProblem& problem;
   double limit = -1e300;     ///< the best value found
   std::vector<double> best;  ///< its point; empty while there is none
-  bool anyPoint = false;     ///< the first point ends the search
 };
 
 extern template class Branching<double>;

@@ -22,6 +22,7 @@ void LineProgSolver::setExact(bool flag) {
   isCareful = false;
   fast = {};
   careful = {};
+  exact = {};
 }
 
 double LineProgSolver::maxValue() const { return solved ? problem.objectiveOf(solution) : -1e300; }
@@ -29,7 +30,7 @@ double LineProgSolver::maxValue() const { return solved ? problem.objectiveOf(so
 // True when integer variables took part.
 template <class Real>
 bool LineProgSolver::run(Node<Real>& root) const {
-  const Simplex<Real> simplex(problem, isExact);
+  const Simplex<Real> simplex(problem);
   root.solved = false;
   root.status = Status::failed;
   if (!simplex.setUp(root)) return false;
@@ -67,6 +68,11 @@ bool LineProgSolver::solve() {
   solved = false;
   status = Status::failed;
   if (!problem.prepareObjective()) return false;
+  if (isExact) {
+    status = exact.solve(problem, solution);
+    solved = status == Status::optimal;
+    return solved;
+  }
   if (!isCareful) {
     const bool whole = run(fast);
     isCareful = !trusted(problem, fast, whole);

@@ -6,13 +6,15 @@
 #include <vector>
 
 #include "frame/base_data.h"
+#include "prog/exact/exact_solver.h"
 #include "prog/line/problem.h"
 #include "prog/line/simplex.h"
 
 namespace LineProg {
 
 /// Maximises a linear expression over non-negative real, integer and 0-1 variables: a primal simplex with the greatest
-/// coefficient rule on a condensed tableau, and depth-first branching on copies of it.
+/// coefficient rule on a condensed tableau, and depth-first branching on copies of it; or, when it is to be exact, by
+/// the revised simplex of ExactSolver.
 class LineProgSolver final : public BaseData {
  public:
   LineProgSolver() { typeCode = 58; }
@@ -52,6 +54,7 @@ class LineProgSolver final : public BaseData {
   Node<long double> careful;
   bool isCareful = false;  ///< the run in doubles has failed, and careful's tableau is the one that counts
   bool isExact = false;
+  ExactSolver exact;
 };
 
 }  // namespace LineProg

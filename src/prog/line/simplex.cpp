@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "prog/line/whole_rows.h"
-
 namespace LineProg {
 
 namespace {
@@ -13,11 +11,8 @@ namespace {
 constexpr double kCheckTolerance = 1e-8;
 constexpr double kInfeasible = 1e-9;       // what Phase one may leave, and the same
 constexpr double kInfeasiblePart = 1e-11;  // relative to the infeasibility that it began with
-// A pivot on what rounding left of 0 gives reduced costs of 1e12; the other run knows the absolute 1e-15 alone.
-constexpr double kNoise = 1e-10;
 constexpr int32_t kPreparedUpper = 90000000;
 constexpr int32_t kIntegerUpper = 900000000;
-constexpr std::size_t kEndless = 2000;  // times the cap: Bland's rule ends, unless rounding leads it in a circle
 
 }  // namespace
 
@@ -34,7 +29,7 @@ bool Simplex<Real>::prepare(Node<Real>& root) const {
     if (var.index != static_cast<int32_t>(i)) return false;
     if (var.varKind == kBinary) root.bounds[var.index] = {0, 1};
     if (var.varKind == kInteger) root.bounds[var.index] = {0, kPreparedUpper};
-    if (stands[i] || exact) {
+    if (stands[i]) {
       ++root.standing;
       if (!root.tableau.has(var.index)) root.tableau.addColumn(var.index);
     } else if (var.varKind == kBinary) {
@@ -55,10 +50,10 @@ void Simplex<Real>::addRows(Node<Real>& root) const {
     typename Tableau<Real>::Terms terms(row.coefs.begin(), row.coefs.end());
     for (auto& term : terms) term.second = -term.second;
     root.slacks.push_back(root.rowNumber);
-    root.tableau.addRow(root.rowNumber++, exact ? largestReachable(row, 1, problem.allVars) : row.constCoef, terms);
+    root.tableau.addRow(root.rowNumber++, row.constCoef, terms);
     if (row.relation != kEqual) continue;
     for (auto& term : terms) term.second = -term.second;
-    root.tableau.addRow(root.rowNumber++, exact ? largestReachable(row, -1, problem.allVars) : -row.constCoef, terms);
+    root.tableau.addRow(root.rowNumber++, -row.constCoef, terms);
   }
 }
 
@@ -144,16 +139,16 @@ bool Simplex<Real>::phaseTwo(Node<Real>& node) const {
   node.status = Status::optimal;
   if (tableau.rows.empty()) {
     const std::vector<uint8_t> none(tableau.columnVar.size(), 0);
-    if (tableau.entering(none, PivotRule::greatest) != Tableau<Real>::kNone) node.status = Status::unbounded;
+    if (tableau.entering(none) != Tableau<Real>::kNone) node.status = Status::unbounded;
     return node.status == Status::optimal;
   }
   // KEPT: a loop that runs out hands over the solution in hand as an optimum; expected: pivots up to the optimum
   // (kept.csv: PhaseTwo_cap)
-  const std::size_t cap = node.standing + tableau.rows.size(), last = exact ? kEndless * cap : cap;
+  const std::size_t cap = node.standing + tableau.rows.size();
   std::vector<Real> column;
-  for (std::size_t turn = 0; turn < last; ++turn) {
+  for (std::size_t turn = 0; turn < cap; ++turn) {
     typename Tableau<Real>::Pivot pivot;
-    switch (choose(node, turn < cap ? PivotRule::greatest : PivotRule::bland, pivot, column)) {
+    switch (choose(node, pivot, column)) {
       case PivotChoice::optimal:
         return true;
       case PivotChoice::failed:
@@ -166,21 +161,20 @@ bool Simplex<Real>::phaseTwo(Node<Real>& node) const {
         tableau.pivot(pivot.row, pivot.column, column);
     }
   }
-  if (exact) node.status = Status::failed;
-  return !exact;
+  return true;
 }
 
 template <class Real>
-PivotChoice Simplex<Real>::choose(const Node<Real>& node, PivotRule rule, typename Tableau<Real>::Pivot& pivot,
+PivotChoice Simplex<Real>::choose(const Node<Real>& node, typename Tableau<Real>::Pivot& pivot,
                                   std::vector<Real>& column) const {
   std::vector<uint8_t> struck(node.tableau.columnVar.size(), 0);
   for (bool first = true;; first = false) {
-    pivot.column = node.tableau.entering(struck, rule);
+    pivot.column = node.tableau.entering(struck);
     if (pivot.column == Tableau<Real>::kNone) {
       if (first) return PivotChoice::optimal;
       return holds(node) ? PivotChoice::unbounded : PivotChoice::failed;
     }
-    pivot.row = node.tableau.leaving(pivot.column, rule, exact ? Real(kNoise) : 0, column);
+    pivot.row = node.tableau.leaving(pivot.column, column);
     if (pivot.row != Tableau<Real>::kNone) return PivotChoice::pivot;
     struck[pivot.column] = 1;
   }
@@ -189,25 +183,19 @@ PivotChoice Simplex<Real>::choose(const Node<Real>& node, PivotRule rule, typena
 template <class Real>
 bool Simplex<Real>::holds(const Node<Real>& node) const {
   for (const EquVar& row : problem.constraints) {
-    double sum = -row.constCoef, size = std::abs(row.constCoef);
-    for (const auto& [var, coefficient] : row.coefs) {
-      const double term = coefficient * (node.tableau.valueOf(var) + node.origin[var]);
-      sum += term;
-      size += std::abs(term);
-    }
-    const double tolerance = exact ? kCheckTolerance * std::max(1.0, size) : kCheckTolerance;
-    if (!((row.relation == kEqual ? std::abs(sum) : sum) <= tolerance)) return false;
+    double sum = -row.constCoef;
+    for (const auto& [var, coefficient] : row.coefs)
+      sum += coefficient * (node.tableau.valueOf(var) + node.origin[var]);
+    if (!((row.relation == kEqual ? std::abs(sum) : sum) <= kCheckTolerance)) return false;
   }
   return true;
 }
 
 template <class Real>
 void Simplex<Real>::readOut(Node<Real>& node) const {
-  node.relaxed = 0;
   for (const BaseVar& var : problem.allVars) {
     if (!node.tableau.has(var.index)) continue;
     const double value = node.tableau.valueOf(var.index) + node.origin[var.index];
-    node.relaxed += problem.objective[var.index] * value;
     // KEPT: integer variables are rounded before the branch is bounded; expected: the value of the relaxation
     // (kept.csv: Bound_rounded)
     node.solution[var.index] = var.varKind == kReal ? value : std::round(value);

@@ -24,7 +24,6 @@ struct Node {
   std::map<int32_t, int> upperRows;                       ///< by variable: the row of its upper bound
   std::vector<double> origin;                             ///< by structural variable: what its 0 stands for
   std::vector<double> solution;
-  double relaxed = 0;  ///< the objective before integer variables were rounded
   bool solved = false;
   Status status = Status::failed;
   std::size_t standing = 0;     ///< variables that stand in a row
@@ -33,12 +32,11 @@ struct Node {
   int32_t rowNumber = 0;        ///< number of the next row variable
 };
 
-/// The primal simplex in two phases over a problem, in one type of number. An exact run knows no cap on the pivots and
-/// tests constraints relative to their terms.
+/// The primal simplex in two phases over a problem, in one type of number.
 template <class Real>
 class Simplex {
  public:
-  Simplex(const LineProblem& lineProblem, bool exactRun) : problem(lineProblem), exact(exactRun) {}
+  explicit Simplex(const LineProblem& lineProblem) : problem(lineProblem) {}
 
   /// Enters what the root does not hold yet, in terms of the basis that an earlier run left; false for a variable in no
   /// row that grows without bound.
@@ -49,7 +47,6 @@ class Simplex {
   void readOut(Node<Real>& node) const;
 
   const LineProblem& problem;
-  const bool exact;
 
  private:
   bool prepare(Node<Real>& root) const;
@@ -57,8 +54,7 @@ class Simplex {
   void addBounds(Node<Real>& root) const;
   bool phaseOne(Node<Real>& node) const;
   bool phaseTwo(Node<Real>& node) const;
-  PivotChoice choose(const Node<Real>& node, PivotRule rule, typename Tableau<Real>::Pivot& pivot,
-                     std::vector<Real>& column) const;
+  PivotChoice choose(const Node<Real>& node, typename Tableau<Real>::Pivot& pivot, std::vector<Real>& column) const;
   bool holds(const Node<Real>& node) const;
 };
 

@@ -9,8 +9,6 @@ namespace LineProg {
 namespace {
 
 constexpr double kSmallEntry = 1e-32;  // no gain, no value
-// Bland's rule takes the first gain that it sees: noise must be none, or it would be followed for ever.
-constexpr double kBlandEntry = 1e-11;
 
 }  // namespace
 
@@ -84,17 +82,15 @@ void Tableau<Real>::setObjective(Real constant, const Terms& terms) {
 }
 
 template <class Real>
-int Tableau<Real>::entering(const std::vector<uint8_t>& struck, PivotRule rule) const {
+int Tableau<Real>::entering(const std::vector<uint8_t>& struck) const {
   int best = kNone;
-  const bool bland = rule == PivotRule::bland;
-  Real greatest = bland ? kBlandEntry : kSmallEntry;
+  Real greatest = kSmallEntry;
   for (int slot = 0; slot < columnCount(); ++slot) {
     const int var = columnVar[slot];
     if (var == kNone || struck[slot]) continue;
     const Real entry = objectiveRow[var];
-    const bool first = best == kNone || var < columnVar[best];
-    if (bland ? entry > greatest && first : entry > greatest || (entry == greatest && best != kNone && first)) {
-      if (!bland) greatest = entry;
+    if (entry > greatest || (entry == greatest && best != kNone && var < columnVar[best])) {
+      greatest = entry;
       best = slot;
     }
   }
@@ -108,27 +104,23 @@ void Tableau<Real>::gather(int slot, std::vector<Real>& column) const {
 }
 
 template <class Real>
-int Tableau<Real>::leaving(int slot, PivotRule rule, Real noise, std::vector<Real>& column) const {
+int Tableau<Real>::leaving(int slot, std::vector<Real>& column) const {
   gather(slot, column);
-  Real least = kSmallCoefficient;
-  if (noise > 0)
-    for (const Real coefficient : column) least = std::max(least, noise * std::abs(coefficient));
   int best = kNone;
   Real smallest = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (!(column[i] < -least)) continue;
+    if (!(column[i] < -kSmallCoefficient)) continue;
     const Real ratio = rows[i].value / -column[i];
     if (best == kNone || ratio < smallest || (ratio == smallest && rows[i].var < rows[best].var)) {
       smallest = ratio;
       best = static_cast<int>(i);
     }
   }
-  if (best == kNone || rule == PivotRule::bland) return best;
-  if (!(smallest < kSmallEntry && rows[best].value < kSmallEntry)) return best;
+  if (best == kNone || !(smallest < kSmallEntry && rows[best].value < kSmallEntry)) return best;
   // A degenerate step: of the rows at 0 the one of most negative coefficient.
   best = kNone;
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (!(column[i] < -least && rows[i].value < kSmallEntry)) continue;
+    if (!(column[i] < -kSmallCoefficient && rows[i].value < kSmallEntry)) continue;
     if (best == kNone || column[i] < column[best] || (column[i] == column[best] && rows[i].var < rows[best].var))
       best = static_cast<int>(i);
   }

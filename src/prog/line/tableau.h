@@ -10,12 +10,6 @@
 
 namespace LineProg {
 
-/// How the two variables of a pivot are chosen.
-enum class PivotRule {
-  greatest,  ///< the greatest objective entry enters; a degenerate step takes the row of most negative coefficient
-  bland      ///< the lowest variable number each time: no cycle (Bland 1977)
-};
-
 /// The condensed tableau of a simplex, every variable non-negative. Variables have numbers; a nonbasic one stands in a
 /// column, a basic one in a row. Ties are settled by the variables' numbers, never by places. Real is double, or long
 /// double where the rounding of doubles would be taken for coefficients.
@@ -40,12 +34,12 @@ class Tableau {
   /// Sets the objective constant + sum of terms; it is kept in terms of the nonbasic variables.
   void setObjective(Real constant, const Terms& terms);
 
-  /// The column that enters, among those that are not struck; kNone if there is none.
-  int entering(const std::vector<uint8_t>& struck, PivotRule rule) const;
+  /// The column of greatest objective entry, among those that are not struck; kNone if there is none.
+  int entering(const std::vector<uint8_t>& struck) const;
 
-  /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients;
-  /// those up to `noise` times the largest are no pivots.
-  int leaving(int slot, PivotRule rule, Real noise, std::vector<Real>& column) const;
+  /// The row that limits the column's growth most; kNone if none does. `column` receives the column's coefficients.
+  /// A degenerate step takes the row of most negative coefficient.
+  int leaving(int slot, std::vector<Real>& column) const;
 
   /// Exchanges the variables of a row and a column.
   void pivot(int row, int slot, const std::vector<Real>& column);

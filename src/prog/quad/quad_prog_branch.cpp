@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "prog/line/whole_rows.h"
+#include "prog/exact/whole_rows.h"
 #include "prog/quad/quad_prog_solver.h"
 
 namespace QuadProg {

@@ -13,7 +13,6 @@ namespace SpecialFunction {
 namespace {
 
 constexpr double kLn2 = 0.6931471805599453;
-constexpr double kEulerGamma = 0.5772156649015329;
 
 // Coefficients of u_k(p) = p^k sum c[k][j] p^(2j) by u_(k+1) = p^2(1-p^2)/2 u_k' + 1/8 integral of (1-5t^2) u_k (DLMF
 // 10.41.9).
@@ -56,7 +55,7 @@ struct GammaPair {
 GammaPair gammaPair(double mu) {
   const double square = mu * mu;
   if (std::abs(mu) <= 1e-3)
-    return {-(kEulerGamma - square * (0.0420026350340952 + square * 0.0421977345555443)),
+    return {-(egamma - square * (0.0420026350340952 + square * 0.0421977345555443)),
             1 - square * (0.6558780715202538 - square * 0.1665386113822915)};
   const double minus = 1 / std::tgamma(1 - mu), plus = 1 / std::tgamma(1 + mu);
   return {(minus - plus) / (2 * mu), (minus + plus) / 2};

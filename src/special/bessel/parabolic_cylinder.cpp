@@ -13,7 +13,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kSqrtPi = 1.772453850905516;
 // KEPT: 15 digits of log 2 and sqrt(pi) in V, 2.2e-15 below its value; expected: all digits (kept.csv:
 // ParabolicV_constants)
 constexpr double kLn2Rest = 0.3094172321214581e-15;  // log 2 - 0.693147180559945

@@ -15,7 +15,6 @@ namespace {
 // KEPT: 14 digits of gamma(3/2), values 9e-15 too large; expected: all digits (kept.csv: Struve_constant)
 constexpr double kGammaThreeHalves = 0.88622692545275;
 constexpr double kConstantRatio = 0.886226925452758 / kGammaThreeHalves;
-constexpr double kSqrtPi = 1.772453850905516;
 constexpr double kMaxPairs = 1000000;
 constexpr double kPairLimit = 1e-15;
 
@@ -26,7 +25,7 @@ double logTerm(double nu, double half, double k) {
 }
 
 /// x/2 to the power of nu + 1, over gamma(nu + 3/2) gamma(3/2), times the sum of the series; nu + 3/2 is no pole.
-double series(double nu, double x, double sign) {
+double struveSeries(double nu, double x, double sign) {
   const double half = x / 2, p = std::pow(half, nu + 1);
   const double upper[] = {1}, lower[] = {1.5, nu + 1.5};
   const ScaledValue sum = preciseHypergeometric(upper, 1, lower, 2, sign * half * half);
@@ -83,7 +82,7 @@ double calcStruveH(double nu, double x) {
     const double value = kConstantRatio * endpointSeries(nu, x);
     if (!std::isnan(value)) return value;
   }
-  if (x <= 30 || nu > x) return series(nu, x, -1);
+  if (x <= 30 || nu > x) return struveSeries(nu, x, -1);
   // The same value where the terms of the series would cancel.
   return kConstantRatio * (calcBesselY(nu, x) + aboveY(nu, x));
 }
@@ -95,7 +94,7 @@ double calcStruveL(double nu, double x) {
   if (std::isinf(x) || std::isinf(nu) || logTerm(nu, x / 2, 2 * kMaxPairs) > std::log(kPairLimit)) return kNaN;
   // Above 700 L and I of order -nu agree in all digits.
   if (x > 700 && nu > -x / 2) return kConstantRatio * calcBesselI(-nu, x);
-  return series(nu, x, 1);
+  return struveSeries(nu, x, 1);
 }
 
 }  // namespace SpecialFunction

@@ -16,6 +16,7 @@ inline double sinPi(double x) {
 inline double cosPi(double x) { return sinPi(0.5 - std::fmod(std::abs(x), 2.0)); }
 
 inline bool isWhole(double x) { return x == std::floor(x); }
+inline bool nearInteger(double x, double tolerance) { return std::abs(std::round(x) - x) < tolerance; }
 inline bool isOdd(double whole) { return std::fmod(whole, 2.0) != 0; }
 
 }  // namespace SpecialFunction

@@ -10,14 +10,14 @@ namespace SpecialFunction {
 namespace {
 
 constexpr double kFar = 1e150;  // tangents whose squares leave the range: the angle is pi/2
-constexpr int kRounds = 10000;
+constexpr int kMostLandenSteps = 10000;
 constexpr double kThreeQuarterPi = 2.356194490192345;  // RJ(0, y, z, p) is 3 pi/4 times a sum over the means
 
 // Bartky's transformation of the complete integral for p > 0 (R. Bulirsch, Numerical calculation of elliptic integrals
 // and elliptic functions III, Numerische Mathematik 13, 1969). `root` is sqrt(p), `b` stands divided by p.
 double bartky(double kc, double root, double a, double b) {
   double em = 1, e = kc;
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kMostLandenSteps; ++round) {
     const double f = a, g = e / root;
     a += b / root;
     b = 2 * (b + f * g);

@@ -11,8 +11,8 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kSmall = 0.001;
-constexpr int kRounds = 128;
+constexpr double kSmallRJ = 0.001;
+constexpr int kRoundsRJ = 128;
 
 bool coincide(double u, double v) { return std::abs(u - v) <= kEpsilon * std::max(std::abs(u), std::abs(v)); }
 
@@ -26,13 +26,13 @@ void order(double& x, double& y, double& z) {
 // keeps the squares in range.
 double duplicateRJ(double x, double y, double z, double p) {
   double A = 0, X = 0, Y = 0, Z = 0, P = 0, sum = 0, power = 1;
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kRoundsRJ; ++round) {
     A = 5 / (x + y + z + 2 * p);
     X = 1 - A * x;
     Y = 1 - A * y;
     Z = 1 - A * z;
     P = 1 - A * p;
-    if (std::max({std::abs(X), std::abs(Y), std::abs(Z), std::abs(P)}) < kSmall) break;
+    if (std::max({std::abs(X), std::abs(Y), std::abs(Z), std::abs(P)}) < kSmallRJ) break;
     const double rx = std::sqrt(x), ry = std::sqrt(y), rz = std::sqrt(z), rp = std::sqrt(p);
     const double lambda = rx * ry + rx * rz + ry * rz;
     const double a = p * (rx + ry + rz) + rx * ry * rz, b = rp * (p + lambda), ratio = a / b;

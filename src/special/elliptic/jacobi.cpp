@@ -10,15 +10,15 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kStop = 1e-15;
-constexpr int kRounds = 64;
+constexpr double kLevelStop = 1e-15;
+constexpr int kMostLevels = 64;
 
 // The amplitude for 0 <= m < 1.
 double amplitude(double u, double m) {
-  double ratio[kRounds];  // (a - b)/(a + b) of each level
+  double ratio[kMostLevels];  // (a - b)/(a + b) of each level
   double a = 1, b = std::sqrt(1 - m), scale = u;
   int count = 0;
-  for (; count < kRounds && std::abs(a - b) > kStop; ++count) {
+  for (; count < kMostLevels && std::abs(a - b) > kLevelStop; ++count) {
     ratio[count] = (a - b) / (a + b);
     const double next = (a + b) / 2;
     b = std::sqrt(a * b);
@@ -40,14 +40,14 @@ struct Values {
 // cosine of the amplitude has few digits where cn is small, and cos(phi)/cos(phi' - phi) for dn is 0/0 where cn is 0.
 Values functions(double u, double m) {
   if (std::abs(u) < 1e-100) return {u, 1, 1};  // the squares of the cotangent leave the range
-  double as[kRounds], bs[kRounds];
+  double as[kMostLevels], bs[kMostLevels];
   double a = 1, b = std::sqrt(1 - m);
   int count = 0;
   for (;; ++count) {
     as[count] = a;
     bs[count] = b;
     const double mean = (a + b) / 2;
-    if (count == kRounds - 1 || std::abs(a - b) <= 1e-8 * a) {  // the next difference is the square
+    if (count == kMostLevels - 1 || std::abs(a - b) <= 1e-8 * a) {  // the next difference is the square
       a = mean;
       break;
     }

@@ -9,9 +9,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kTwoOverSqrtPi = 1.1283791670955126;
-constexpr double kSqrtPi = 1.772453850905516;
-
 /// A pair of doubles with plain products: no recovery of infinities, NaN goes through.
 struct Complex {
   double re = 0, im = 0;

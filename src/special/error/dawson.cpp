@@ -9,9 +9,7 @@ namespace SpecialFunction {
 namespace {
 
 constexpr double kLogTwoOverSqrtPi = 0.12078223763524522;
-constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 constexpr double kErfiOfOne = 0.7316971534684924;  // erfi there is 1
-constexpr double kSqrtPi = 1.772453850905516;
 
 // Levels of a fraction for x below the bound.
 struct Levels {

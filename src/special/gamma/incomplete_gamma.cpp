@@ -5,14 +5,13 @@
 
 #include "frame/numbers.h"
 #include "highprecision/binary/hp_by_gmp.h"
+#include "special/elementary/turn.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
 namespace {
-
-bool isInteger(double a, double tolerance) { return std::abs(std::round(a) - a) < tolerance; }
 
 // The pairs (a, x), x > 10, for which the full gamma is taken for the lower integral.
 bool saturated(double a, double x) {
@@ -132,7 +131,7 @@ double upperAtWhole(double n, double x) {
 // least x^-a gamma(a+1) and 1: the exact value differs in the last digits only, so the kernel's quicker forms stand for
 // it, also where the series would cancel away its digits or leave the range.
 double calcRLowerIncompleteGamma(double a, double x) {
-  if (isInteger(a, 1e-15)) {
+  if (nearInteger(a, 1e-15)) {
     const double n = std::round(a);
     if (n < 0) return kNaN;
     if (n == 0) return 0;
@@ -148,7 +147,7 @@ double calcRLowerIncompleteGamma(double a, double x) {
 // 1 - calcRLowerIncompleteGamma with the digits that this subtraction would lose.
 double calcRUpperIncompleteGamma(double a, double x) {
   const double lower = calcRLowerIncompleteGamma(a, x);
-  if (isInteger(a, 1e-15)) {
+  if (nearInteger(a, 1e-15)) {
     if (!(lower > 0.5)) return 1 - lower;
     const double n = std::round(a);
     return n == 1 ? -std::expm1(-x) : lowerAtWhole(n, x);
@@ -160,7 +159,7 @@ double calcRUpperIncompleteGamma(double a, double x) {
 double calcIncompleteGammaLower(double a, double x) { return calcIncompleteGammaLower(a, x, std::tgamma(a)); }
 
 double calcIncompleteGammaLower(double a, double x, double full) {
-  if (isInteger(a, kEpsilon)) {
+  if (nearInteger(a, kEpsilon)) {
     const double n = std::round(a);
     if (n == 0) return full - std::expint(x);
     // KEPT: the bare power below 0; expected: a diverging integral, infinity (kept.csv: LowerGamma_negative)
@@ -184,14 +183,14 @@ double calcIncompleteGammaLower(double a, double x, double full) {
     if (const double value = full * calcRLowerIncompleteGamma(a, x); !std::isnan(value)) return value;
   }
   // The pole of M(a, a+1, -x), recognised as the series does.
-  if (a < -0.9 && isInteger(a + 1, 1e-15)) return kNaN;
+  if (a < -0.9 && nearInteger(a + 1, 1e-15)) return kNaN;
   if (a > 0) return Kernel::lowerGammaByPower(a, x);
   if (x <= 1) return Kernel::lowerGammaSeries(a, x);
   return full - Kernel::upperGamma(a, x);
 }
 
 double calcIGamma(double a, double x) {
-  if (!isInteger(a, kEpsilon)) {
+  if (!nearInteger(a, kEpsilon)) {
     const double full = std::tgamma(a);
     if (x > 10) {
       // KEPT: 0 where the lower integral takes the full gamma; expected: the small rest (kept.csv:

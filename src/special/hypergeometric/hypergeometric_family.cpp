@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kMostForSeries = 5000;  // exponent of the largest term for which more bits are taken
 
-bool isPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
+bool isLowerPole(double b) { return b < 0.1 && std::abs(b - std::round(b)) < 1e-15; }
 bool isNonPositiveInteger(double a) { return a <= 0 && a == std::floor(a); }
 
 constexpr double kSmallParameters = 8;
@@ -93,7 +93,7 @@ std::optional<double> farLeft0F1(double b, double z) {
 }  // namespace
 
 double calcHypergeometric0F1(double b, double z) {
-  if (!(z <= -100) || !std::isfinite(z) || !std::isfinite(b) || isPole(b))
+  if (!(z <= -100) || !std::isfinite(z) || !std::isfinite(b) || isLowerPole(b))
     return calcHypergeometricPFQKeepingDigits(nullptr, 0, &b, 1, z);
   if (z < -1000)
     if (const auto far = farLeft0F1(b, z)) return *far;
@@ -102,7 +102,7 @@ double calcHypergeometric0F1(double b, double z) {
 }
 
 double calcHypergeometric1F1(double a, double b, double z) {
-  const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isPole(b);
+  const bool outside = !std::isfinite(z) || !std::isfinite(a) || !std::isfinite(b) || isLowerPole(b);
   return outside || z > -20 || isNonPositiveInteger(a) ? calcHypergeometricPFQKeepingDigits(&a, 1, &b, 1, z)
                                                        : leftward1F1(a, b, z);
 }

@@ -54,7 +54,6 @@ namespace SpecialFunction {
 namespace {
 
 constexpr int kBlock = 8;
-constexpr int kMaxParameters = 3;
 
 // Everything runs scaled by 2^-300, so that neither a term beyond DBL_MAX nor the tail of one at 1e-17 leaves the range
 // in which the error-free transformations hold.

@@ -14,7 +14,7 @@ namespace {
 using HP::HPByGMP;
 
 constexpr double kMostX = 5000, kMostParameter = 1e6;
-constexpr mp_bitcnt_t kFirstBits = 192, kMostBits = 1 << 15;
+constexpr mp_bitcnt_t kFirstBits = 192, kMostBitsU = 1 << 15;
 constexpr long kWanted = 70;  // bits of the result, with what rounding takes
 
 HPByGMP sumOf(mp_bitcnt_t bits, std::initializer_list<double> summands) {
@@ -182,7 +182,7 @@ Part sumOfParts(double a, double b, double x, int doublings, mp_bitcnt_t bits) {
 
 std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
   if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameter && std::abs(b) <= kMostParameter)) return std::nullopt;
-  for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBits;) {
+  for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBitsU;) {
     // N = x 2^doublings from 0.7 bits on, as exp(-N) is left out.
     const double least = 0.7 * static_cast<double>(bits + 16);
     int doublings = std::ilogb(least) - std::ilogb(x);
@@ -197,7 +197,7 @@ std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
       return Scaled{mantissa, static_cast<double>(exponent) * std::numbers::ln2};
     }
     bits = std::max(bits + bits / 2,
-                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBits))) + kWanted + 32);
+                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBitsU))) + kWanted + 32);
   }
   return std::nullopt;
 }

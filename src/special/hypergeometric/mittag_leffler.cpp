@@ -15,13 +15,13 @@ namespace {
 
 using Complex = std::complex<double>;
 
-struct Sum {
+struct PairSum {
   double value, largest;  // the sum and its largest term
 };
 
 // Pairs of terms, at most 1024, until a pair is far below 1e-14 of the sum.
 // KEPT: 2048 terms at most; expected: as many as small orders need (kept.csv: MittagLeffler_cap)
-Sum seriesOfPairs(double a, double b, double x) {
+PairSum seriesOfPairs(double a, double b, double x) {
   const double logarithm = std::log(std::abs(x));
   double power = 1, sum = 0, largest = 0, last = kInfinity;
   const auto term = [&](int k) {
@@ -89,7 +89,7 @@ std::optional<double> byContour(double a, double b, double x) {
 
 double negativeSide(double a, double b, double x) {
   if (a == 1 && b == 1) return std::exp(x);  // far below the parts of any sum
-  const Sum series = seriesOfPairs(a, b, x);
+  const PairSum series = seriesOfPairs(a, b, x);
   if (std::isfinite(series.value) && series.largest <= 100 * std::abs(series.value)) return series.value;
   if (std::isinf(x)) return 0;
   return byContour(a, b, x).value_or(series.value);

@@ -10,8 +10,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kSqrtPi = 1.772453850905516;
-
 // exp(-x^2) (pi erfi(x) - Ei(x^2))/2. From |x| = 10 on exp(-y) Ei(y) is the integral of exp(-t)/(y-t), y = x^2.
 double goodwinStatonIntegral(double x) {
   const double y = x * x;

@@ -9,7 +9,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kEuler = 0.5772156649015329;
 constexpr double kBeyond = 739;  // the integrals have left the range of doubles
 constexpr int kMostTerms = 20000;
 
@@ -74,7 +73,7 @@ double calcSinhIntegral(double x) {
 double calcCoshIntegral(double x) {
   if (!(x >= 0)) return kNaN;
   if (x > kBeyond) return kInfinity;
-  const double lead = std::log(x) + kEuler;
+  const double lead = std::log(x) + egamma;
   if (x <= 0.01) {
     const double t = x * x;
     return lead + t * (0.25 + t * (1.0 / 96 + t * (1.0 / 4320 + t / 322560)));
@@ -88,7 +87,7 @@ double calcLogIntegral(double x) {
   if (x < 1) return calcExpIntegral(std::log(x));
   if (x < 1.001) {
     const double u = x - 1;
-    return kEuler + std::log(u) +
+    return egamma + std::log(u) +
            u * (0.5 + u * (-1.0 / 24 + u * (1.0 / 72 + u * (-19.0 / 2880 + u * (3.0 / 800 - u * (863.0 / 362880))))));
   }
   const double l = std::log(x);
@@ -99,7 +98,7 @@ double calcLogIntegral(double x) {
     sum += term;
     if (term <= kEpsilon / 4 * sum || std::isinf(sum)) break;
   }
-  return kEuler + std::log(l) + sum;
+  return egamma + std::log(l) + sum;
 }
 
 double calcInvCoshIntegral(double y) {
@@ -107,11 +106,11 @@ double calcInvCoshIntegral(double y) {
   if (y > 5.191571403e+306) return kInfinity;
   // Chi(x) = log x + gamma + x^2/4 up to x = 1e-4.
   if (y < -8.63312470457465) {
-    const double w = std::exp(2 * (y - kEuler)) / 2;
-    return w < 1e-300 ? std::exp(y - kEuler) : std::sqrt(2 * calcLambertW(w));
+    const double w = std::exp(2 * (y - egamma)) / 2;
+    return w < 1e-300 ? std::exp(y - egamma) : std::sqrt(2 * calcLambertW(w));
   }
   const auto slope = [](double x) { return std::cosh(x) / x; };
-  if (y < -1.722868386195) return invert(calcCoshIntegral, slope, y, 0.99e-4, 0.101, std::exp(y - kEuler));
+  if (y < -1.722868386195) return invert(calcCoshIntegral, slope, y, 0.99e-4, 0.101, std::exp(y - egamma));
   if (y < 0.83786694098) return invert(calcCoshIntegral, slope, y, 0.099, 1.001, 0.5);
   if (y < 1246.114486042) return invert(calcCoshIntegral, slope, y, 0.999, 10.001, y < 20 ? 3 : 7);
   return invert(calcCoshIntegral, slope, y, 9.999, 716, guessForLarge(y, 9.999, 716));

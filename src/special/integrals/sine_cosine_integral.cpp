@@ -8,7 +8,6 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr double kEuler = 0.5772156649015329;
 constexpr int kFits = 14, kMostCoefficients = 9;
 
 constexpr double kCoefficients[kFits][kMostCoefficients] = {
@@ -31,11 +30,11 @@ double fit(double t) {
 }
 
 // Si = pi/2 - f cos x - g sin x, Ci = f sin x - g cos x, x >= 6.
-struct Auxiliary {
+struct SineCosineParts {
   double f, g;
 };
 
-Auxiliary auxiliary(double x) {
+SineCosineParts sineCosineParts(double x) {
   const double t = 1 / (x * x);
   if (x < 12) return {fit<6>(t) / (fit<7>(t) * x), t * fit<8>(t) / fit<9>(t)};
   return {(1 - t * fit<10>(t) / fit<11>(t)) / x, t * (1 - t * fit<12>(t) / fit<13>(t))};
@@ -52,7 +51,7 @@ double cosineByFits(double x) {
   const double t = x * x;
   if (x < 3) return aroundRoot(x, 0.6165054856207163, -4.2099203214332e-17, fit<2>(t) / fit<3>(t));
   if (x < 6) return aroundRoot(x, 3.3841804225511863, 1.9721254623634e-16, fit<4>(t) / fit<5>(t));
-  const Auxiliary a = auxiliary(x);
+  const SineCosineParts a = sineCosineParts(x);
   const double angle = guardAngle(x);
   return a.f * std::sin(angle) - a.g * std::cos(angle);
 }
@@ -71,7 +70,7 @@ double calcSineIntegral(double x) {
   if (x > 2e16) return kHalfPi;
   const double s = std::sin(x), c = std::cos(x);
   if (x > 2450000000) return kHalfPi - (s + x * c) / t;
-  const Auxiliary a = auxiliary(x);
+  const SineCosineParts a = sineCosineParts(x);
   return kHalfPi - (a.f * c + a.g * s);
 }
 
@@ -80,7 +79,7 @@ double calcCosineIntegral(double x) {
   if (std::isinf(x)) return 0;
   if (x < 0.01) {
     const double t = x * x;
-    return std::log(x) + kEuler + t * (-0.25 + t * (1.0 / 96 + t * (-1.0 / 4320 + t / 322560)));
+    return std::log(x) + egamma + t * (-0.25 + t * (1.0 / 96 + t * (-1.0 / 4320 + t / 322560)));
   }
   return cosineByFits(x);
 }

@@ -7,7 +7,7 @@
 namespace SpecialFunction {
 namespace {
 
-constexpr int32_t kLongest = 10000000;
+constexpr int32_t kLongestDerivative = 10000000;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ double calcDiffPolyLegendre(int32_t n, double x) {
   const bool minus = x < 0 && n % 2 == 0;
   if (std::abs(x) == 1) return (minus ? -0.5 : 0.5) * n * (n + 1.0);
   if (std::isinf(x)) return n == 1 ? 1 : minus ? -kInfinity : kInfinity;
-  if (n > kLongest) {
+  if (n > kLongestDerivative) {
     if (std::abs(x) > 1) return minus ? -kInfinity : kInfinity;
     return n * (x * calcPolyLegendre(n, x) - calcPolyLegendre(n - 1, x)) / ((x - 1) * (x + 1));
   }

@@ -4,6 +4,7 @@
 
 #include "frame/numbers.h"
 #include "numeric/integral.h"
+#include "special/elementary/turn.h"
 #include "special/special_function.h"
 
 namespace SpecialFunction {
@@ -12,8 +13,6 @@ namespace {
 constexpr double kLogTwoPi = 1.8378770664093456;
 constexpr double kGlaisher = 1.2824271291006226;
 constexpr double kMostProducts = 1000;
-
-bool isWhole(double y) { return std::abs(std::round(y) - y) < kEpsilon; }
 
 // H(y)/(A y^((6y(y+1)+1)/12) exp(-y^2/4)) for y >= 10 (A is Glaisher's constant), a series in 1/y^2.
 double hyperSeries(double y) {
@@ -41,7 +40,7 @@ struct SignedLog {
 // Sign and logarithm of |G(x)|.
 SignedLog calcLnBarnesG_Call(double x) {
   const double y = x - 1;
-  if (isWhole(y) && y <= kMostProducts) {
+  if (nearInteger(y, kEpsilon) && y <= kMostProducts) {
     if (y < -0.5) return {0, -kInfinity};
     double sum = 0, factorial = 0;  // log of 1! 2! ... (y-1)!
     for (double k = 2; k < std::round(y) + 0.5; k += 1) {
@@ -67,7 +66,7 @@ double calcBarnesG(double x) {
     return x * (1 + x * (0.9961541981062056 +
                          x * (-1.1149132726725708 + x * (-0.7582546060238864 + x * 0.91370932863128))));
   if (x > 28.48) return kInfinity;
-  if (isWhole(x)) {
+  if (nearInteger(x, kEpsilon)) {
     if (x < 0.5) return 0;
     double product = 1, factorial = 1;  // 1! 2! ... (x-2)!
     for (double k = 2; k < std::round(x) - 1.5; k += 1) {
@@ -88,7 +87,7 @@ double calcBarnesG(double x) {
 double calcHyperfactorial(double x) {
   if (std::isnan(x)) return kNaN;
   if (x > 22.67524) return kInfinity;
-  if (isWhole(x)) {
+  if (nearInteger(x, kEpsilon)) {
     double n = std::round(x), product = 1;
     if (n < 0) {
       // H(-n) = (-1)^(n(n-1)/2) H(n-1)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/zeta/hurwitz_zeta.h"
+#include "special/elementary/turn.h"
 
 #include <cmath>
 
@@ -12,8 +13,6 @@ namespace {
 
 constexpr double kNear = 1e-15;
 
-bool isInteger(double x) { return std::abs(std::round(x) - x) < kNear; }
-
 // x^-s; integer exponents up to 16 by multiplication.
 double inversePower(double x, double s) {
   if (s > 16 || s < 0 || s != std::floor(s)) return std::pow(x, -s);
@@ -24,7 +23,7 @@ double inversePower(double x, double s) {
 
 // s > 6: the plain sum in blocks of ten.
 // KEPT: the absolute stop leaves out the tail of the sum; expected: it to be added (kept.csv: Hurwitz_block)
-double directSum(double s, double a) {
+double hurwitzSum(double s, double a) {
   double sum = 0;
   for (int block = 0; block < 1000000; ++block) {
     double part = 0;
@@ -105,7 +104,7 @@ double calcHurwitzZeta_Call4(double s, double a) {
   if (std::abs(s - 1) < kNear) return 0;
   // KEPT: 0 far left; expected: the sum (kept.csv: Hurwitz_left)
   if (a < -10000) return 0;
-  if (s > 6) return directSum(s, a);
+  if (s > 6) return hurwitzSum(s, a);
   // Left of 0 the terms up to the first positive one are taken out; a negative base needs an integer s, else NaN.
   double head = 0;
   for (; a < 0; a += 1) head += inversePower(a, s);
@@ -122,8 +121,8 @@ double calcHurwitzZeta(double s, double a) {
   if (std::abs(a - 1) < kNear) return calcZeta(s);
   if (std::abs(a - 0.5) < kNear) return (std::pow(2.0, s) - 1) * calcZeta(s);
   if (std::abs(s) < kNear) return 0.5 - a;
-  if (a < 0.1 && isInteger(a)) return kInfinity;
-  if (s < 0 && isInteger(s)) {
+  if (a < 0.1 && nearInteger(a, kNear)) return kInfinity;
+  if (s < 0 && nearInteger(s, kNear)) {
     const double n = 1 - std::round(s);
     return n > 258 ? 0 : -calcPolyByBernoulli(static_cast<int32_t>(n), a) / n;
   }

@@ -3,13 +3,12 @@
 #include <cmath>
 
 #include "frame/numbers.h"
+#include "special/elementary/turn.h"
 #include "special/special_function.h"
 #include "special/zeta/polylogarithm_kernel.h"
 
 namespace SpecialFunction {
 namespace {
-
-bool isWhole(double s) { return std::abs(std::round(s) - s) < 1e-15; }
 
 // Li_n(z) for n = -2..1; rest is 1-z.
 double elementary(int n, double z, double rest) {
@@ -29,7 +28,7 @@ double elementary(int n, double z, double rest) {
 double quantum(double s, double x, int sign) {
   if (std::isnan(s) || std::isnan(x)) return kNaN;
   const double order = s + 1;
-  const bool whole = isWhole(order);
+  const bool whole = nearInteger(order, 1e-15);
   if (whole && order < 0.5) {
     // KEPT: 0 from x > 40 on at negative orders; expected: about exp(-x) (kept.csv: Quantum_negative)
     if (order < -0.5 && x > 40) return 0;
@@ -69,11 +68,11 @@ double calcPolyLog(double s, double z) {
   if (z == -1) return -calcDirichletEta(s);
   if (z == 0) return 0;
   if (z == 1) return s > 1 ? calcZeta(s) : kNaN;
-  if (isWhole(s) && s > -2.5 && s < 1.5) {
+  if (nearInteger(s, 1e-15) && s > -2.5 && s < 1.5) {
     if (std::isinf(z)) return std::round(s) == 1 ? (z < 0 ? -kInfinity : kNaN) : std::round(s) == 0 ? -1 : 0;
     return elementary(static_cast<int>(std::round(s)), z, 1 - z);
   }
-  if (z > 1 && !(isWhole(s) && s < 0)) return kNaN;
+  if (z > 1 && !(nearInteger(s, 1e-15) && s < 0)) return kNaN;
   const double logarithm = std::abs(z) > 0.5 && std::abs(z) < 2 ? std::log1p(std::abs(z) - 1) : std::log(std::abs(z));
   return polyLogOfExp(s, logarithm, z < 0 ? -1 : 1);
 }

@@ -48,6 +48,18 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
   return c;
 }
 
+// Bounds of |z| without its square root.
+double leastSize(double z) { return std::abs(z); }
+double mostSize(double z) { return std::abs(z); }
+double leastSize(const Complex& z) { return std::max(std::abs(z.real()), std::abs(z.imag())); }
+double mostSize(const Complex& z) { return std::abs(z.real()) + std::abs(z.imag()); }
+
+// The product of finite numbers: without the standard's care for infinite parts.
+double product(double x, double y) { return x * y; }
+Complex product(const Complex& x, const Complex& y) {
+  return {x.real() * y.real() - x.imag() * y.imag(), x.real() * y.imag() + x.imag() * y.real()};
+}
+
 // The parts of the logarithmic series that depend on the order only.
 struct LogSeries {
   double s;
@@ -112,26 +124,51 @@ struct LogSeries {
       first = (zetaRestAtOne(e) - ratio) * singular;
       for (int k = 0; k < pole; ++k) first *= x;
     }
-    double last = kInfinity;
+    Number last = kInfinity;
     for (int k = 0; k < kTerms; ++k) {
       const Number term = coefficients[static_cast<std::size_t>(k)] * power;
       sum += term;
-      power *= x;
+      power = product(power, x);
       // Every other coefficient may be 0, so two terms decide.
-      const double size = std::abs(term);
-      if (k > s + 3 && std::max(size, last) < 1e-17 * std::abs(sum + first)) break;
-      last = size;
+      if (k > s + 3 && std::max(leastSize(term), leastSize(last)) < 1.001e-17 * mostSize(sum + first) &&
+          std::max(std::abs(term), std::abs(last)) < 1e-17 * std::abs(sum + first))
+        break;
+      last = term;
     }
     return first + sum;
   }
 };
 
-// The series of the last order that this thread asked for: orders mostly stay while arguments change.
-const LogSeries& seriesOf(double s) {
-  thread_local std::optional<LogSeries> last;
-  if (!last || last->s != s) last.emplace(s);
-  return *last;
+// k^-s for the k that the sums of one order have asked for so far.
+struct Powers {
+  static constexpr int kKept = 128;
+  double s, power[kKept + 1];
+  int known = 0;
+
+  explicit Powers(double order) : s(order) {}
+
+  double operator[](int k) {
+    if (k > kKept) return std::pow(k, -s);
+    for (; known < k; ++known) power[known + 1] = std::pow(known + 1, -s);
+    return power[k];
+  }
+};
+
+// What belongs to an order, of the last few orders that this thread asked for: orders come again while arguments
+// change.
+template <class OfOrder>
+OfOrder& keptFor(double s) {
+  constexpr std::size_t kKept = 8;
+  thread_local std::array<std::optional<OfOrder>, kKept> kept;
+  thread_local std::size_t oldest = 0;
+  for (auto& one : kept)
+    if (one && one->s == s) return *one;
+  auto& place = kept[oldest];
+  oldest = (oldest + 1) % kKept;
+  return place.emplace(s);
 }
+
+const LogSeries& seriesOf(double s) { return keptFor<LogSeries>(s); }
 
 struct Direct {
   double value, largest;
@@ -139,10 +176,11 @@ struct Direct {
 
 // z + z^2/2^s + ..., to 1e-14 of the sum, taken a little further.
 Direct directSum(double s, double z) {
+  Powers& powers = keptFor<Powers>(s);
   double sum = 0, power = 1, largest = 0;
   for (int k = 1; k <= kDirectTerms; ++k) {
     power *= z;
-    const double term = k == 1 ? z : power * std::pow(k, -s);
+    const double term = k == 1 ? z : power * powers[k];
     sum += term;
     largest = std::max(largest, std::abs(term));
     if (std::abs(term) <= 1e-17 * std::abs(sum) && k > 2 && k > -s) break;

@@ -10,7 +10,7 @@
 namespace Sym {
 namespace {
 
-bool isInteger(double x) { return std::abs(x) < 0x1p63 && within(x, std::nearbyint(x), kEpsilon); }
+bool nearInteger(double x) { return std::abs(x) < 0x1p63 && within(x, std::nearbyint(x), kEpsilon); }
 
 // KEPT: a power that is 1 loses its coefficient; expected: the coefficient (kept.csv: Pow_zero_coef,
 // Pow_one_coef)
@@ -44,7 +44,7 @@ uint8_t reciprocalKind(uint8_t kind) {
 // Moves the coefficient of the base out where that is a real power of it.
 void moveCoefficientOut(SymObject& node, SymObject& base, double exponent) {
   const double c = coefficientOf(base);
-  if (c == 1 || c == 0 || (c < 0 && !isInteger(exponent))) return;
+  if (c == 1 || c == 0 || (c < 0 && !nearInteger(exponent))) return;
   const double factor = std::pow(c, exponent);
   if (!std::isfinite(factor) || factor == 0) return;
   takeCoefficient(base);
@@ -56,10 +56,10 @@ void moveCoefficientOut(SymObject& node, SymObject& base, double exponent) {
 void powerOfPower(SymObject& node, const NodePtr& base, double exponent) {
   if (base->coef != 1) return;
   NodePtr u = base->args[0], k = base->args[1];
-  const bool integer = isInteger(exponent);
+  const bool integer = nearInteger(exponent);
   if (!integer && !neverNegative(*u)) {
     if (k->kind != Code::Number) return;
-    if (isInteger(k->coef / 2)) u = makeUnary(Code::Abs, std::move(u));
+    if (nearInteger(k->coef / 2)) u = makeUnary(Code::Abs, std::move(u));
   }
   NodePtr product = makeBinary(Code::Mul, std::move(k), makeNumber(exponent));
   setBinary(node, std::move(u), std::move(product), Code::Pow);

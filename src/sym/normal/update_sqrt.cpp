@@ -10,7 +10,7 @@
 namespace Sym {
 namespace {
 
-bool isInteger(double x) { return std::abs(x) < 9223372036854775807.0 && within(x, std::nearbyint(x), 1e-18); }
+bool isExactInteger(double x) { return std::abs(x) < 9223372036854775807.0 && within(x, std::nearbyint(x), 1e-18); }
 
 }  // namespace
 
@@ -29,7 +29,8 @@ void updateSqrt(SymObject& node) {
   // even half forgets.
   const double half = inner->args.read()[1]->coef / 2;
   NodePtr base = cloneNode(*inner->args.read()[0]);
-  if (isInteger(half) && !isInteger(half / 2) && !neverNegative(*base)) base = makeUnary(Code::Abs, std::move(base));
+  if (isExactInteger(half) && !isExactInteger(half / 2) && !neverNegative(*base))
+    base = makeUnary(Code::Abs, std::move(base));
   setBinary(node, std::move(base), makeNumber(half), Code::Pow);
 }
 

@@ -8,7 +8,7 @@ namespace Sym {
 namespace {
 
 constexpr mp_bitcnt_t kFirstBits = 192, kLastBits = 12288;
-constexpr int kSweeps = 200;
+constexpr int kPreciseSweeps = 200;
 
 /// A complex number of a given precision in bits.
 struct Wide {
@@ -78,7 +78,7 @@ class Iteration {
   /// True when every root lies in its disc.
   bool run() {
     std::vector<bool> done(z.size());
-    for (int sweep = 0; sweep < kSweeps; ++sweep) {
+    for (int sweep = 0; sweep < kPreciseSweeps; ++sweep) {
       bool all = true;
       for (size_t i = 0; i < z.size(); ++i) {
         if (!done[i]) done[i] = improve(i);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "prog/line/whole_rows.h"
+#include "prog/exact/whole_rows.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace LineProg {
@@ -19,17 +20,16 @@ constexpr double kNear = 1e-9;         // relative, of a right side to a value t
 bool nearWhole(double x) { return std::abs(x) < kLargest && std::abs(x - std::round(x)) <= 1e-12 * std::abs(x); }
 
 // The power of ten that makes all coefficients integers; 0 when there is none.
-double decimalScale(const EquVar& row) {
+double decimalScale(std::span<const std::pair<int32_t, double>> terms) {
   for (double scale = 1; scale <= kMostDecimals; scale *= 10)
-    if (std::ranges::all_of(row.coefs, [scale](const auto& term) { return nearWhole(term.second * scale); }))
-      return scale;
+    if (std::ranges::all_of(terms, [scale](const auto& term) { return nearWhole(term.second * scale); })) return scale;
   return 0;
 }
 
 }  // namespace
 
 double largestReachable(const EquVar& row, double sign, std::span<const BaseVar> variables) {
-  const double bound = sign * row.constCoef, scale = decimalScale(row);
+  const double bound = sign * row.constCoef, scale = decimalScale(row.coefs);
   if (scale == 0 || !(std::abs(bound * scale) < kLargest)) return bound;
   int64_t divisor = 0;
   std::vector<int64_t> single;
@@ -57,6 +57,20 @@ double largestReachable(const EquVar& row, double sign, std::span<const BaseVar>
   auto value = static_cast<int64_t>(std::floor(scaled + kNear * std::max(1.0, std::abs(scaled))));
   while (!reached[rest(value)]) --value;
   return static_cast<double>(value) / scale;
+}
+
+double objectiveStep(std::span<const double> objective, std::span<const BaseVar> variables) {
+  std::vector<std::pair<int32_t, double>> terms;
+  for (const BaseVar& var : variables) {
+    if (objective[var.index] == 0) continue;
+    if (var.varKind == kReal) return 0;
+    terms.push_back({var.index, objective[var.index]});
+  }
+  const double scale = decimalScale(terms);
+  if (scale == 0) return 0;
+  int64_t divisor = 0;
+  for (const auto& [var, coefficient] : terms) divisor = std::gcd(divisor, std::llround(coefficient * scale));
+  return static_cast<double>(divisor) / scale;
 }
 
 }  // namespace LineProg

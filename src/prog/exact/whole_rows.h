@@ -13,4 +13,8 @@ namespace LineProg {
 /// with a real variable, without an integer one, or with coefficients that are no short decimals.
 double largestReachable(const EquVar& row, double sign, std::span<const BaseVar> variables);
 
+/// The greatest number that every value of the objective is a multiple of; 0 where a real variable counts, or the
+/// coefficients are no short decimals.
+double objectiveStep(std::span<const double> objective, std::span<const BaseVar> variables);
+
 }  // namespace LineProg
