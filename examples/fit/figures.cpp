@@ -10,6 +10,7 @@ namespace {
 
 constexpr size_t kCurvePoints = 600;
 constexpr size_t kMostDots = 400;
+constexpr size_t kMostSteps = 2000;
 
 Axis dataAxis(const Sample& sample, const std::string& label) {
   const double margin = 0.06 * (sample.values.back() - sample.values.front());
@@ -21,6 +22,13 @@ std::vector<double> evenly(double low, double high, size_t count) {
   for (size_t i = 0; i < count; ++i)
     points[i] = low + (high - low) * static_cast<double>(i) / static_cast<double>(count - 1);
   return points;
+}
+
+/// Places in a list of n, at most `most` of them, evenly spaced from its first to its last.
+std::vector<size_t> places(size_t n, size_t most) {
+  std::vector<size_t> result(std::min(n, most));
+  for (size_t i = 0; i < result.size(); ++i) result[i] = n <= most ? i : i * (n - 1) / (most - 1);
+  return result;
 }
 
 }  // namespace
@@ -50,7 +58,12 @@ std::string distributionFigure(const Sample& sample, std::span<const Fit> fits, 
   const Axis x = dataAxis(sample, name);
   const std::vector<double> points = evenly(x.low, x.high, kCurvePoints);
   SvgPlot plot("Empirical and fitted distribution functions of " + name, x, {0, 1.02, "share at or below"});
-  plot.steps(sample.xs, sample.cdf, "data");
+  std::vector<double> xs, cdf;
+  for (const size_t at : places(sample.xs.size(), kMostSteps)) {
+    xs.push_back(sample.xs[at]);
+    cdf.push_back(sample.cdf[at]);
+  }
+  plot.steps(xs, cdf, "data");
   for (size_t i = fits.size(); i-- > 0;) {
     std::vector<double> curve(points.size());
     pdf_calcCDF(fits[i].fun, points.data(), curve.data(), static_cast<int32_t>(curve.size()));
@@ -62,13 +75,10 @@ std::string distributionFigure(const Sample& sample, std::span<const Fit> fits, 
 std::string quantileFigure(const Sample& sample, std::span<const Fit> fits, const std::string& name) {
   // Plotting positions (i - 1/2)/n; a large sample is thinned out evenly.
   const size_t n = sample.values.size();
-  const size_t count = std::min(n, kMostDots);
-  std::vector<double> shares(count);
-  std::vector<double> values(count);
-  for (size_t i = 0; i < count; ++i) {
-    const size_t at = count == n ? i : i * (n - 1) / (count - 1);
-    shares[i] = (static_cast<double>(at) + 0.5) / static_cast<double>(n);
-    values[i] = sample.values[at];
+  std::vector<double> shares, values;
+  for (const size_t at : places(n, kMostDots)) {
+    shares.push_back((static_cast<double>(at) + 0.5) / static_cast<double>(n));
+    values.push_back(sample.values[at]);
   }
   const Axis y = dataAxis(sample, name + " (sample)");
   const Axis x = {y.low, y.high, "quantile of the fitted distribution"};

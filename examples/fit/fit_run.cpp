@@ -2,7 +2,11 @@
 #include "fit_run.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <ctime>
+
+#include "sample.h"
 
 namespace {
 
@@ -21,9 +25,11 @@ FitRun::FitRun(const std::vector<double>& values, Options& options)
       funs(std::move(options.funs)),
       errors(funs.size(), kUnfitted),
       settled(funs.size(), 0),
+      begun(funs.size(), 0),
       manger(pdfManger_create()),
       bestError(kUnfitted) {
-  pdfManger_setData(manger.get(), values.data(), static_cast<int32_t>(values.size()));
+  const std::vector<double> points = thinned(values, static_cast<size_t>(options.points));
+  pdfManger_setData(manger.get(), points.data(), static_cast<int32_t>(points.size()));
   worker = std::thread(&FitRun::work, this);
 }
 
@@ -38,9 +44,18 @@ FitRun::~FitRun() {
 void FitRun::work() {
   const auto threads = static_cast<size_t>(options.threads);
   for (int32_t pass = 0; pass <= options.repeats; ++pass)
-    for (size_t from = 0; from < funs.size() && !stopAsked; from += threads)
+    for (size_t from = 0; from < funs.size() && !stopAsked; from += threads) {
+      awaitOtherSecond(from);
       search(from, std::min(threads, funs.size() - from));
+    }
   done = true;
+}
+
+// A solver's generator is seeded from the time in seconds: a search begun in the same second as the one before would
+// repeat it, and every fit would seem settled.
+void FitRun::awaitOtherSecond(size_t from) {
+  while (std::time(nullptr) == begun[from] && !stopAsked) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  begun[from] = std::time(nullptr);
 }
 
 /// One turn of each of `count` distributions.

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <ctime>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -52,12 +53,14 @@ class FitRun {
 
  private:
   void work();
+  void awaitOtherSecond(size_t from);
   void search(size_t from, size_t count);
 
   const Options& options;
   std::vector<FunHandle> funs;
   std::vector<double> errors;  ///< after the last turn of each
   std::vector<uint8_t> settled;
+  std::vector<std::time_t> begun;  ///< when a turn that starts with this one was last begun
   MangerHandle manger;
   std::atomic<bool> stopAsked{false};
   std::atomic<bool> done{false};

@@ -71,11 +71,21 @@ void printRanking(const Results& results) {
 
 int fit(Options options) {
   Results results;
-  results.column = readColumn(options);
+  const bool terminal = isatty(STDERR_FILENO) != 0;
+  if (terminal) std::fprintf(stderr, "Reading %s", options.dataPath.c_str());
+  try {
+    results.column = readColumn(options);
+  } catch (...) {
+    if (terminal) std::fprintf(stderr, "\r\x1b[K");
+    throw;
+  }
+  if (terminal) std::fprintf(stderr, "\r\x1b[K");
   checkPagePath(options.reportPath, options.dataPath);
   std::fprintf(stderr, "Fitting %zu distribution%s to %zu values of \"%s\" on %d thread%s\n", options.funs.size(),
                options.funs.size() == 1 ? "" : "s", results.column.values.size(), results.column.name.c_str(),
                options.threads, options.threads == 1 ? "" : "s");
+  if (results.column.values.size() > static_cast<size_t>(options.points))
+    std::fprintf(stderr, "Fitted to %d evenly spaced ones of the sorted values (--points)\n", options.points);
 
   catchInterrupt();
   const auto start = std::chrono::steady_clock::now();

@@ -144,9 +144,11 @@ const char* usage() {
          "  -f, --fit LIST          all (342), plain (57) or names with commas between them (default: plain)\n"
          "      --no-discrete       leave Binomial, Poisson and what is made of them out of all and plain\n"
          "  -s, --solvers LIST      numbers 0 to 10 or names with commas between them: auto, lg, lg2, gto, run, sc0,\n"
-         "                          sc1, swo, iswo, ins (default: gto)\n"
+         "                          sc1, swo, iswo, ins (default: run)\n"
          "  -p, --population N      candidates of a solver (default: 30)\n"
-         "  -i, --iterations N      iterations of a solver (default: 300)\n"
+         "  -i, --iterations N      iterations of a solver (default: 100)\n"
+         "      --points N              of more values, fit N evenly spaced ones of the sorted sample (default: "
+         "20000)\n"
          "      --repeats N         further searches of each distribution; the report names those whose last one "
          "still\n"
          "                          found a better fit (default: 1)\n"
@@ -165,7 +167,7 @@ Options readOptions(int argc, char** argv) {
   Options options;
   options.threads = static_cast<int32_t>(std::clamp(std::thread::hardware_concurrency(), 1U, 256U));
   std::string fit = "plain";
-  std::string solvers = "gto";
+  std::string solvers = "run";
   bool discrete = true;
   bool onlyOperands = false;
   for (int i = 1; i < argc; ++i) {
@@ -213,6 +215,8 @@ Options readOptions(int argc, char** argv) {
       options.population = integerOf(option, value(), 3, 100000);
     else if (is("-i", "--iterations"))
       options.iterations = integerOf(option, value(), 1, 100000000);
+    else if (option == "--points")
+      options.points = integerOf(option, value(), 100, 1000000000);
     else if (option == "--repeats")
       options.repeats = integerOf(option, value(), 0, 1000);
     else if (option == "--no-discrete")

@@ -153,7 +153,10 @@ std::string reportPage(const Results& results, const Options& options) {
                      escaped(first.name) + ", lines: the others.");
 
   const size_t shown = std::min<size_t>(results.fits.size(), 15);
-  html += "<h2>Ranking</h2>\n<p class=\"soft\">Error: sum over the " + counted(sample.xs.size(), "distinct value") +
+  html += "<h2>Ranking</h2>\n<p class=\"soft\">Error: sum over the " +
+          (sample.values.size() > static_cast<size_t>(options.points)
+               ? counted(static_cast<size_t>(options.points), "evenly spaced value")
+               : counted(sample.xs.size(), "distinct value")) +
           " of the squared distance between the fitted and the empirical distribution function. Largest gap: the "
           "greatest such distance.</p>\n<div class=\"card\">" +
           rankingTable(rankingRows(results, sample, 0, shown, plotted));

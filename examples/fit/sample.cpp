@@ -27,6 +27,15 @@ double Sample::quantile(double p) const {
   return values[below] + (at - static_cast<double>(below)) * (values[above] - values[below]);
 }
 
+std::vector<double> thinned(std::vector<double> values, size_t most) {
+  const size_t n = values.size();
+  if (n <= most) return values;
+  std::sort(values.begin(), values.end());
+  for (size_t i = 0; i < most; ++i) values[i] = values[((i + 1) * n + most - 1) / most - 1];
+  values.resize(most);
+  return values;
+}
+
 Histogram::Histogram(const Sample& sample) {
   // Width by Freedman and Diaconis (1981), 2 IQR n^(-1/3); Sturges' count when half of the sample is one value.
   const double span = sample.values.back() - sample.values.front();

@@ -19,6 +19,10 @@ struct Sample {
   double mean, deviation;      ///< deviation with n-1
 };
 
+/// The values when there are `most` or fewer; otherwise `most` evenly spaced order statistics, at which the empirical
+/// distribution function of all values is that of the few.
+std::vector<double> thinned(std::vector<double> values, size_t most);
+
 /// A histogram as a density: the areas of the bars sum to 1.
 struct Histogram {
   explicit Histogram(const Sample& sample);

@@ -387,9 +387,9 @@ def fit(
     weights: ArrayLike | None = None,
     time: float | None = None,
     progress: bool = False,
-    solvers: Sequence[str] = ("gto",),
+    solvers: Sequence[str] = ("run",),
     population: int = 30,
-    iterations: int = 300,
+    iterations: int = 100,
     precision: float = 1e-12,
     discrete: bool = True,
 ) -> FitResult:
@@ -414,7 +414,8 @@ def fit(
     solvers : sequence of str, optional
         Kinds of solver, a round each; see `SOLVERS`. "auto" is thorough and takes seconds a family.
     population, iterations : int, optional
-        Candidates and iterations of each solver.
+        Candidates and iterations of each solver. The defaults are the budget of ``bench/fit_quality.md``: as often the
+        best fit as SciPy's differential evolution finds it on the same objective.
     precision : float, optional
         A family is done when its error is below this.
     discrete : bool, optional

@@ -46,7 +46,13 @@ void LocalMersennes::start(uint32_t (*seed)(), std::size_t ahead) {
   used = 0, ready = ahead;
   for (std::size_t lane = 0; lane < ahead; ++lane) state[lane] = seed();
   seeded = 1;
-  seedRows(kShift + 31);
+  seedRows(kShift + 2 * kFirst);
+  vectorised([rows = state.data(), words = first] {
+    for (std::size_t i = 0; i < kFirst * kLanes; ++i) {
+      rows[i] = rows[i + kShift * kLanes] ^ mersenneTwist(rows[i], rows[i + kLanes]);
+      words[i] = mersenneTemper(rows[i]);
+    }
+  });
 }
 
 void LocalMersennes::seedRows(std::size_t count) {

@@ -136,15 +136,18 @@ class LocalMersennes {
  private:
   friend LocalMersenne;
   static constexpr std::size_t kSize = std::mt19937::state_size, kShift = std::mt19937::shift_size;
+  static constexpr std::size_t kFirst = 16;  // a shuffle of thirty takes as many words
 
   void start(uint32_t (*seed)(), std::size_t ahead);
   void seedRows(std::size_t count);  // `count` more words of every state, as far as there are any
 
-  std::vector<uint32_t> state;  // [kSize*kLanes]; the rows from `seeded` on are not set yet
+  std::vector<uint32_t> state;      // [kSize*kLanes]; the rows from `seeded` on are not set yet
+  uint32_t first[kFirst * kLanes];  // the first words, made for all
   std::size_t seeded = 0, used = 0, ready = 0;
 };
 
 inline LocalMersenne::result_type LocalMersenne::operator()() {
+  if (at < LocalMersennes::kFirst) return batch->first[at++ * LocalMersennes::kLanes + lane];
   constexpr std::size_t kSize = LocalMersennes::kSize, kShift = LocalMersennes::kShift;
   const std::size_t next = at + 1 < kSize ? at + 1 : 0;
   const std::size_t far = at < kSize - kShift ? at + kShift : at + kShift - kSize;
