@@ -81,6 +81,9 @@ TEST(HighPrecision, LongProductsAndQuotients) {
     EXPECT_EQ(fun2(less, b, 3, kept), down) << length;
     EXPECT_EQ(fun1(square, 49, kept), up) << length;
     EXPECT_EQ(fun1(lessSquare, 49, kept), down) << length;
+    // The root of 1 - e is nearly 1 - e/2, which is cut to 1 - e.
+    const Limbs nines{false, false, -static_cast<int64_t>(length), std::vector<int64_t>(length, 9999999)};
+    EXPECT_EQ(fun1(Number(nines), 49, kept), nines) << length;
   }
 }
 
