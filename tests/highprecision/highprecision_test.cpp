@@ -61,13 +61,29 @@ TEST(HighPrecision, LongProductsAndQuotients) {
     x.limbs.front() = x.limbs.back() = 1 + static_cast<int64_t>(state % 9);
     return x;
   };
-  for (const std::size_t length : {1, 2, 60, 348, 349, 350, 351, 352, 353, 600}) {
+  for (const std::size_t length : {1, 2, 3, 4, 9, 60, 348, 349, 350, 351, 352, 353, 600, 900}) {
     const Number a(drawn(length)), b(drawn(length > 3 ? length - 3 : 1));
     const Number above(hp_Fun2(a, b, 0, 2000)), below(hp_Fun2(a, b, 1, 2000)), product(hp_Fun2(above, below, 2, 2000));
     const Number squareA(hp_Fun2(a, a, 2, 2000)), squareB(hp_Fun2(b, b, 2, 2000));
     EXPECT_EQ(product.limbs(), fun2(squareA, squareB, 1, 2000)) << length;
     EXPECT_EQ(fun2(product, below, 3, 2000), above.limbs()) << length;
     EXPECT_EQ(fun1(squareA, 49, 1000), a.limbs()) << length;
+    // A quotient and a root that end on half a limb round up; one unit less of what is divided, and they do not.
+    Limbs half = drawn(length + 1);
+    half.limbs[0] = 5000000;
+    const Number tie(half), multiple(hp_Fun2(tie, b, 2, 3000)), square(hp_Fun2(tie, tie, 2, 3000)), one(1);
+    const Number less(hp_Fun2(multiple, one, 1, 3000)), lessSquare(hp_Fun2(square, one, 1, 3000));
+    const auto kept = static_cast<int32_t>(length);
+    const Limbs up = roundedTo(half, length);
+    half.limbs[0] = 4999999;
+    const Limbs down = roundedTo(half, length);
+    EXPECT_EQ(fun2(multiple, b, 3, kept), up) << length;
+    EXPECT_EQ(fun2(less, b, 3, kept), down) << length;
+    EXPECT_EQ(fun1(square, 49, kept), up) << length;
+    EXPECT_EQ(fun1(lessSquare, 49, kept), down) << length;
+    // The root of 1 - e is nearly 1 - e/2, which is cut to 1 - e.
+    const Limbs nines{false, false, -static_cast<int64_t>(length), std::vector<int64_t>(length, 9999999)};
+    EXPECT_EQ(fun1(Number(nines), 49, kept), nines) << length;
   }
 }
 
