@@ -22,7 +22,7 @@ import scipy
 
 from fit_quality import FAMILIES, next_second, peer
 
-SOLVER, CANDIDATES, ITERATIONS, THREADS = 4, 30, 100, 2  # run
+SOLVER, CANDIDATES, ITERATIONS, THREADS = 4, 40, 150, 2  # run
 SIZES, SMALL, SIMPLE = [10**4, 10**5, 10**6], (6, 3), 3  # large samples: candidates, iterations, solver gto
 PLAIN = 57
 

@@ -21,8 +21,8 @@ struct Options {
   NumberForm numbers;
   std::vector<FunHandle> funs;  ///< distributions to fit
   std::vector<uint8_t> solvers;
-  int32_t population = 30;
-  int32_t iterations = 100;
+  int32_t population = 40;
+  int32_t iterations = 150;
   int32_t points = 20000;  ///< of more values so many order statistics are fitted
   int32_t repeats = 1;     ///< further searches of each distribution
   int32_t threads = 2;

@@ -388,8 +388,8 @@ def fit(
     time: float | None = None,
     progress: bool = False,
     solvers: Sequence[str] = ("run",),
-    population: int = 30,
-    iterations: int = 100,
+    population: int = 40,
+    iterations: int = 150,
     precision: float = 1e-12,
     discrete: bool = True,
 ) -> FitResult:
