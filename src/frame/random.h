@@ -147,15 +147,15 @@ class LocalMersennes {
 };
 
 inline LocalMersenne::result_type LocalMersenne::operator()() {
-  if (at < LocalMersennes::kFirst) return batch->first[at++ * LocalMersennes::kLanes + lane];
   constexpr std::size_t kSize = LocalMersennes::kSize, kShift = LocalMersennes::kShift;
-  const std::size_t next = at + 1 < kSize ? at + 1 : 0;
-  const std::size_t far = at < kSize - kShift ? at + kShift : at + kShift - kSize;
+  if (at < LocalMersennes::kFirst) return batch->first[at++ * LocalMersennes::kLanes + lane];
+  const std::size_t here = at < kSize ? at : at - kSize, next = here + 1 < kSize ? here + 1 : 0;
+  const std::size_t far = here < kSize - kShift ? here + kShift : here + kShift - kSize;
   if (batch->seeded <= far && batch->seeded < kSize) batch->seedRows(32);
   uint32_t* column = batch->state.data() + lane;
   const auto row = [column](std::size_t i) -> uint32_t& { return column[i * LocalMersennes::kLanes]; };
-  const uint32_t word = row(at) = row(far) ^ mersenneTwist(row(at), row(next));
-  at = next;
+  const uint32_t word = row(here) = row(far) ^ mersenneTwist(row(here), row(next));
+  at = at + 1 < 2 * kSize ? at + 1 : kSize;  // later rounds stay apart from the first one, whose words begin in `first`
   return mersenneTemper(word);
 }
 
