@@ -51,8 +51,8 @@ struct BoundedProblem {
   int rows, columns;
   Grouped<double> byRow, byColumn;
   std::vector<double> cost, lower, upper;
-  std::vector<double>
-      scale;             ///< by variable x: its value is scale times that of the scaled problem; 1 for integer ones
+  /// By variable x: its value is scale times that of the scaled problem; 1 for integer ones.
+  std::vector<double> scale;
   double costScale = 1;  ///< the scaled objective is costScale times the true one
 };
 
