@@ -44,8 +44,8 @@ uint8_t reciprocalKind(uint8_t kind) {
 // Moves the coefficient of the base out where that is a real power of it.
 void moveCoefficientOut(SymObject& node, SymObject& base, double exponent) {
   const double c = coefficientOf(base);
-  if (c == 1 || c == 0 || (c < 0 && !nearInteger(exponent))) return;
-  const double factor = std::pow(c, exponent);
+  if (c == 1 || c == 0) return;
+  const double factor = std::pow(c, exponent);  // NaN for a fractional power of c < 0
   if (!std::isfinite(factor) || factor == 0) return;
   takeCoefficient(base);
   node.coef *= factor;
