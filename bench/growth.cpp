@@ -205,7 +205,7 @@ void shortestPath(int n) {
 void quadrature(int n) {
   static double frequency;
   frequency = n;
-  math_Integral1D([](double x) { return std::sin(frequency * x) * std::exp(x); }, 0, 1, -1);
+  math_Integral1D([](double x) { return std::sin(frequency * x) * std::exp(x); }, 0, 1, n);
 }
 
 struct Workload {
@@ -235,7 +235,7 @@ constexpr Workload kWorkloads[] = {
     {"svd", 15, 40, singularValues},
     {"line_programme", 10, 30, lineProgramme},
     {"shortest_path", 50, 200, shortestPath},
-    {"quadrature", 10, 100, quadrature},
+    {"quadrature", 200, 2000, quadrature},
 };
 
 }  // namespace
