@@ -91,6 +91,20 @@ class RevisedSimplex {
   bool shifted = false;    ///< costs are not, and by more than the tolerance
 };
 
+/// The index whose excess is greatest by its weight, excess^2/weight; -1 when none has one.
+template <class Real, class Excess, class Weight>
+int steepest(int count, const Excess& excess, const Weight& weight) {
+  int best = -1;
+  Real most = 0;
+  for (int i = 0; i < count; ++i) {
+    const Real size = excess(i);
+    if (size == 0 || !(size * size > most * weight(i))) continue;
+    most = size * size / weight(i);
+    best = i;
+  }
+  return best;
+}
+
 /// A number in [0.5, 1) that depends on the variable alone.
 double shareOf(int var);
 

@@ -17,15 +17,9 @@ constexpr double kShift = 1e-5;
 /// The place whose variable is farthest out of bounds by its weight; -1 when none is.
 template <class Real>
 int RevisedSimplex<Real>::farthest() const {
-  int best = -1;
-  Real most = 0;
-  for (int i = 0; i < rows; ++i) {
-    const Real beyond = distance(standing.basic[i]);
-    if (beyond == 0 || !(beyond * beyond > most * dualWeight[standing.basic[i]])) continue;
-    most = beyond * beyond / dualWeight[standing.basic[i]];
-    best = i;
-  }
-  return best;
+  return steepest<Real>(
+      rows, [this](int i) { return distance(standing.basic[i]); },
+      [this](int i) { return dualWeight[standing.basic[i]]; });
 }
 
 /// The variable whose reduced cost is the first to vanish when the row's variable moves up (sign 1) or down (-1); -1

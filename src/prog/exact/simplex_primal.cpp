@@ -17,15 +17,8 @@ constexpr double kPerturbation = 1e-6;  // of a bound, relative
 /// The variable whose gain is greatest by its weight; -1 at the optimum.
 template <class Real>
 int RevisedSimplex<Real>::priced() const {
-  int best = -1;
-  Real most = 0;
-  for (int var = 0; var < total; ++var) {
-    const Real wrong = wrongCost(var);
-    if (wrong == 0 || !(wrong * wrong > most * weight[var])) continue;
-    most = wrong * wrong / weight[var];
-    best = var;
-  }
-  return best;
+  return steepest<Real>(
+      total, [this](int var) { return wrongCost(var); }, [this](int var) { return weight[var]; });
 }
 
 /// The place whose variable ends the step in a direction; -1 for none. `step` comes as the longest step.
