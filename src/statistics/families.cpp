@@ -120,6 +120,18 @@ double cauchyPoint(double q) { return q < 0.5 ? -1 / std::tan(pi * q) : 1 / std:
 double logisticShare(double z) { return 1 / (1 + std::exp(-z)); }
 double logit(double q) { return std::log(q) - std::log1p(-q); }
 
+// ln(1 + x^a), also where the power overflows.
+double logOfOneAndPower(double x, double a) {
+  const double power = std::pow(x, a);
+  return power < kInfinity ? std::log1p(power) : a * std::log(x);
+}
+
+// (e^t - 1)^(1/a) with e^t = (1 - q)^(-1/b)
+double burrQuantile(double q, const P& p) {
+  const double t = -std::log1p(-q) / p[1], power = std::expm1(t);
+  return power < kInfinity ? std::pow(power, 1 / p[0]) : std::exp(t / p[0]);
+}
+
 // ((1 + c z)^(-1/c) + 1)^-1, which is the logistic law at c = 0.
 double shiftedLogLogisticCDF(double x, const P& p) {
   const double z = (x - p[0]) / p[1], c = p[2];
@@ -165,9 +177,9 @@ constexpr Family kFamilies[] = {
      one},
     {3, "a * b * x^(a-1) / (1 + x^a)^(b+1)", " a:(0, inf); b:(0, inf); x:(0, inf)", "ab",
      [](double x, const P& p) {
-       return above(x, 0, [&] { return -std::expm1(-p[1] * std::log1p(std::pow(x, p[0]))); });
+       return above(x, 0, [&] { return -std::expm1(-p[1] * logOfOneAndPower(x, p[0])); });
      },
-     [](double q, const P& p) { return std::pow(std::expm1(-std::log1p(-q) / p[1]), 1 / p[0]); }, zero, infinity},
+     burrQuantile, zero, infinity},
     {5, "1 / (pi * b * (1 + ((x - a) / b)^2))", " a:(-inf, inf); b:(0, inf); x:(-inf, inf)", "b",
      [](double x, const P& p) { return cauchyShare((x - p[0]) / p[1]); },
      [](double q, const P& p) { return p[0] + p[1] * cauchyPoint(q); }, minusInfinity, infinity},
@@ -238,7 +250,10 @@ constexpr Family kFamilies[] = {
      [](double q, const P& p) { return p[0] + p[1] * normalQuantile(q); }, minusInfinity, infinity},
     {53, "b * a^b / x^(b+1)", " a:(0, inf); b:(0, inf); x:[a, inf)", "ab",
      [](double x, const P& p) {
-       return above(x, p[0], [&] { return -std::expm1(p[1] * std::log1p((p[0] - x) / x)); });
+       // Close to the end by the distance from it, far from it by the quotient: either loses its digits at the other.
+       return above(x, p[0], [&] {
+         return -std::expm1(p[1] * (x < 2 * p[0] ? std::log1p((p[0] - x) / x) : std::log(p[0] / x)));
+       });
      },
      [](double q, const P& p) { return p[0] * std::exp(-std::log1p(-q) / p[1]); }, first, infinity},
     {55, "(2 - a) * b * FunEq(-b*x, q); FunEq(x, q) = (1 + (1 - q) * x) ^ (1/(1-q))",
