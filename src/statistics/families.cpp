@@ -91,14 +91,14 @@ double maxwellCDF(double x, const P& p) {
 // overflows: u^2 = v^2 + 2b/a.
 double inverseGaussianCDF(double x, const P& p) {
   return above(x, 0, [&] {
-    if (x == kInfinity) return 1.0;
-    const double s = std::sqrt(p[1] / (2 * x));
-    const double v = s * (x / p[0] - 1), u = s * (x / p[0] + 1);
+    const double s = std::sqrt(p[1] / x / 2), t = x / p[0];
+    if (t == kInfinity) return 1.0;
+    const double v = s * (t - 1), u = s * (t + 1);
     return heldToUnit((std::erfc(-v) + std::exp(-v * v) * SF::calcVoigtFunK(0, u)) / 2);
   });
 }
 
-double poissonCDF(double x, const P& p) { return x < 0 ? 0 : upperGamma(std::floor(x) + 1, p[0]); }
+double poissonCDF(double x, const P& p) { return x < 0 ? 0 : x == kInfinity ? 1 : upperGamma(std::floor(x) + 1, p[0]); }
 double poissonQuantile(double q, const P& p) {
   double low = -1, high = 1;
   while (poissonCDF(high, p) < q) {
@@ -176,9 +176,7 @@ constexpr Family kFamilies[] = {
     {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF, betaQuantile, zero,
      one},
     {3, "a * b * x^(a-1) / (1 + x^a)^(b+1)", " a:(0, inf); b:(0, inf); x:(0, inf)", "ab",
-     [](double x, const P& p) {
-       return above(x, 0, [&] { return -std::expm1(-p[1] * logOfOneAndPower(x, p[0])); });
-     },
+     [](double x, const P& p) { return above(x, 0, [&] { return -std::expm1(-p[1] * logOfOneAndPower(x, p[0])); }); },
      burrQuantile, zero, infinity},
     {5, "1 / (pi * b * (1 + ((x - a) / b)^2))", " a:(-inf, inf); b:(0, inf); x:(-inf, inf)", "b",
      [](double x, const P& p) { return cauchyShare((x - p[0]) / p[1]); },
@@ -224,7 +222,7 @@ constexpr Family kFamilies[] = {
     {37, "Sqrt(b / (2 * pi)) * Exp(-b / (2 * (x - a))) / (x - a)^1.5", " a:(-inf, inf); b:(0, inf); x:(a, inf)", "b",
      [](double x, const P& p) { return above(x, p[0], [&] { return std::erfc(std::sqrt(p[1] / (2 * (x - p[0])))); }); },
      [](double q, const P& p) {
-       const double z = normalQuantile(q / 2);
+       const double z = normalQuantile(std::max(q / 2, 0x1p-1074));
        return p[0] + p[1] / (z * z);
      },
      first, infinity},
@@ -291,8 +289,9 @@ double cdfOf(const Family* family, double x, const Params& p) {
 
 double quantileOf(const Family* family, double q, const Params& p) {
   if (family == nullptr || !(q >= 0 && q <= 1) || !valid(*family, p)) return kNaN;
-  if (q == 0) return family->lowest(p);
-  return q == 1 ? family->highest(p) : family->quantile(q, p);
+  if (q > 0 && q < 1) return family->quantile(q, p);
+  if (std::isnan(family->quantile(0.5, p))) return kNaN;  // a domain beyond signs
+  return q == 0 ? family->lowest(p) : family->highest(p);
 }
 
 double normalCDF(double z) { return std::erfc(-z / sqrt2) / 2; }
