@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "expresssearch/host.h"
+#include "support/csv.h"
 
 namespace {
 
