@@ -11,10 +11,11 @@ class AddressSet {
  public:
   /// False when the address is there already.
   bool insert(void* address) {
-    if (2 * (count + 1) > slots.size())
-      resize(slots.empty() ? kFewest : 2 * slots.size());
-    else if (16 * (count + 1) < slots.size() && slots.size() > kFewest)
-      resize(slots.size() / 4);  // here and not in `erase`, which so never allocates
+    const std::size_t room = slots.size();
+    if (2 * (count + 1) > room)
+      resize(room == 0 ? kFewest : 2 * room);
+    else if (16 * (count + 1) < room && room > kFewest)
+      resize(room / 4);  // here and not in `erase`, which so never allocates
     std::size_t i = homeOf(address);
     for (; slots[i] != nullptr; i = next(i))
       if (slots[i] == address) return false;
@@ -51,17 +52,17 @@ class AddressSet {
  private:
   static constexpr std::size_t kFewest = 64;
 
-  std::size_t next(std::size_t i) const { return (i + 1) & (slots.size() - 1); }
-  std::size_t distance(std::size_t from, std::size_t to) const { return (to - from) & (slots.size() - 1); }
+  std::size_t next(std::size_t i) const { return (i + 1) & mask; }
+  std::size_t distance(std::size_t from, std::size_t to) const { return (to - from) & mask; }
   // Fibonacci hashing: neighbours in memory land far apart, the alignment of blocks does not matter.
   std::size_t homeOf(const void* address) const {
-    return static_cast<std::size_t>(reinterpret_cast<uintptr_t>(address) * 0x9e3779b97f4a7c15u >> 20) &
-           (slots.size() - 1);
+    return static_cast<std::size_t>(reinterpret_cast<uintptr_t>(address) * 0x9e3779b97f4a7c15u >> 20) & mask;
   }
 
   void resize(std::size_t places) {
     std::vector<void*> old(places, nullptr);
     old.swap(slots);
+    mask = places - 1;
     for (void* address : old)
       if (address != nullptr) {
         std::size_t i = homeOf(address);
@@ -71,5 +72,5 @@ class AddressSet {
   }
 
   std::vector<void*> slots;  // a power of two of them; null where nobody is
-  std::size_t count = 0;
+  std::size_t mask = 0, count = 0;
 };

@@ -4,10 +4,10 @@
 #include <array>
 #include <map>
 #include <memory>
-#include <mutex>
 
 #include "frame/address_set.h"
 #include "frame/base_data.h"
+#include "frame/brief_lock.h"
 
 /// The registries of what the host holds: objects that the library owns outright (`rawHandles`) and objects that
 /// other objects of the library may own too (`sharedHandles`). Every operation is safe on any thread; destructors run
@@ -32,7 +32,7 @@ class MemoryManagement_c final : public BaseData {
 
  private:
   struct alignas(64) Section {
-    std::mutex lock;
+    BriefLock lock;
     AddressSet rawHandles;
     AddressSet destroyed;  // members of rawHandles that freeAll has destroyed
     std::map<void*, std::shared_ptr<void>, std::less<>> sharedHandles;

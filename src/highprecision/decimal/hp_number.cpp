@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "highprecision/decimal/limb_sum.h"
 #include "highprecision/decimal/limbs.h"
+#include "highprecision/decimal/room.h"
 
 namespace HighPrecision {
 
@@ -15,7 +17,7 @@ HPNumber_c::HPNumber_c(int64_t value) : HPNumber_c() {
   normalise();
 }
 
-HPNumber_c::HPNumber_c(std::vector<int64_t> limbsOfValue, int64_t exponentOfValue, bool negative)
+HPNumber_c::HPNumber_c(LimbVector limbsOfValue, int64_t exponentOfValue, bool negative)
     : exponent(exponentOfValue), isNegative(negative), limbs(std::move(limbsOfValue)) {
   typeCode = 13;
   normalise();
@@ -30,11 +32,15 @@ HPNumber_c HPNumber_c::infinite(bool negative) {
 
 void HPNumber_c::normalise() {
   if (isInfinite) return;
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
-  std::size_t zeros = 0;
-  while (zeros < limbs.size() && limbs[zeros] == 0) ++zeros;
-  limbs.erase(limbs.begin(), limbs.begin() + static_cast<std::ptrdiff_t>(zeros));
+  limbs.dropTopZeros();
+  const auto zeros =
+      static_cast<std::size_t>(std::ranges::find_if(limbs, [](int64_t limb) { return limb != 0; }) - limbs.begin());
+  if (zeros > 0) limbs.dropLow(zeros);
   exponent += static_cast<int64_t>(zeros);
+  holdExponent();
+}
+
+void HPNumber_c::holdExponent() {
   if (!limbs.empty() && top() > kMaxExponent) {
     *this = infinite(isNegative);
   } else if (limbs.empty() || top() < -kMaxExponent) {
@@ -45,7 +51,7 @@ void HPNumber_c::normalise() {
 }
 
 HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool negative) {
-  std::vector<int64_t> limbs(words.begin(), words.end());
+  LimbVector limbs(words);
   int64_t carry = 0;
   for (int64_t& limb : limbs) {  // word + carry may leave 64 bits: their quotients and remainders do not
     const int64_t low = limb % kBase + carry % kBase;
@@ -54,7 +60,7 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
   }
   for (; carry != 0; carry /= kBase) limbs.push_back(carry % kBase);
   // Now each limb is within (-10^7, 10^7); the highest that is not 0 gives the sign of the whole.
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
+  limbs.dropTopZeros();
   if (!limbs.empty() && limbs.back() < 0) {
     for (int64_t& limb : limbs) limb = -limb;
     negative = !negative;
@@ -71,24 +77,34 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
 int32_t heldPrecision(int32_t precision) { return std::clamp(precision, 1, kMaxPrecision); }
 
 HPNumber_c rounded(HPNumber_c x, int32_t precision) {
-  const auto kept = static_cast<std::size_t>(heldPrecision(precision));
-  while (!x.limbs.empty() && x.limbs.back() == 0) x.limbs.pop_back();
-  if (x.limbs.size() > kept) {
-    const std::size_t dropped = x.limbs.size() - kept;
-    const bool up = x.limbs[dropped - 1] >= kHalf;
-    x.limbs.erase(x.limbs.begin(), x.limbs.begin() + static_cast<std::ptrdiff_t>(dropped));
-    x.exponent += static_cast<int64_t>(dropped);
-    if (up) {
-      std::size_t i = 0;
-      while (i < x.limbs.size() && x.limbs[i] == kBase - 1) x.limbs[i++] = 0;
-      if (i < x.limbs.size())
-        ++x.limbs[i];
-      else
-        x.limbs.push_back(1);
-    }
-  }
+  if (x.limbs.size() > static_cast<std::size_t>(heldPrecision(precision)))
+    return rounded(x.limbs, x.exponent, x.isNegative, precision);
   x.normalise();
   return x;
+}
+
+HPNumber_c rounded(std::span<const int64_t> limbs, int64_t exponent, bool negative, int32_t precision) {
+  while (!limbs.empty() && limbs.back() == 0) limbs = limbs.first(limbs.size() - 1);
+  const auto kept = static_cast<std::size_t>(heldPrecision(precision));
+  bool up = false;
+  std::size_t dropped = 0;
+  if (limbs.size() > kept) {
+    dropped = limbs.size() - kept;
+    up = limbs[dropped - 1] >= kHalf;
+  }
+  // Low limbs that are zero, or that the carry makes zero.
+  const int64_t gone = up ? kBase - 1 : 0;
+  while (dropped < limbs.size() && limbs[dropped] == gone) ++dropped;
+  HPNumber_c result;
+  result.exponent = exponent + static_cast<int64_t>(dropped);
+  result.isNegative = negative;
+  result.limbs.assign(limbs.subspan(dropped));
+  if (up && result.limbs.empty())
+    result.limbs.push_back(1);
+  else if (up)
+    ++result.limbs[0];
+  result.holdExponent();
+  return result;
 }
 
 HPNumber_c negated(HPNumber_c x) {
@@ -103,8 +119,18 @@ HPNumber_c absolute(HPNumber_c x) {
 
 namespace {
 
+// The size of a finite number; it may stand at any place.
+struct Size {
+  explicit Size(const HPNumber_c& x) : limbs(x.limbs), exponent(x.exponent) {}
+  Size(std::span<const int64_t> limbs, int64_t exponent) : limbs(limbs), exponent(exponent) {}
+  int64_t top() const { return exponent + static_cast<int64_t>(limbs.size()); }
+
+  std::span<const int64_t> limbs;
+  int64_t exponent;
+};
+
 // Both have limbs.
-int compareMagnitudes(const HPNumber_c& a, const HPNumber_c& b) {
+int compareSizes(Size a, Size b) {
   if (a.top() != b.top()) return a.top() < b.top() ? -1 : 1;
   auto i = a.limbs.rbegin();
   auto j = b.limbs.rbegin();
@@ -113,90 +139,81 @@ int compareMagnitudes(const HPNumber_c& a, const HPNumber_c& b) {
   return i == a.limbs.rend() && j == b.limbs.rend() ? 0 : i == a.limbs.rend() ? -1 : 1;
 }
 
-// |a| + |b| or |a| - |b| for |a| >= |b|, exact.
-HPNumber_c combineMagnitudes(const HPNumber_c& a, const HPNumber_c& b, bool minus) {
-  const int64_t low = std::min(a.exponent, b.exponent);
-  HPNumber_c sum;
-  sum.exponent = low;
-  sum.limbs.assign(static_cast<std::size_t>(std::max(a.top(), b.top()) - low + 1), 0);
-  std::copy(a.limbs.begin(), a.limbs.end(), sum.limbs.begin() + (a.exponent - low));
-  int64_t* place = sum.limbs.data() + (b.exponent - low);
-  // Carries of random limbs are not to be foreseen: no branch on them.
-  int64_t carry = 0;
-  if (minus) {
-    for (const int64_t limb : b.limbs) {
-      const int64_t difference = *place - limb - carry;
-      carry = difference < 0;
-      *place++ = difference + (-carry & kBase);
-    }
-    for (; carry != 0; ++place) {
-      carry = *place == 0;
-      *place += carry != 0 ? kBase - 1 : -1;
-    }
-  } else {
-    for (const int64_t limb : b.limbs) {
-      const int64_t total = *place + limb + carry;
-      carry = total >= kBase;
-      *place++ = total - (-carry & kBase);
-    }
-    for (; carry != 0; ++place) {
-      carry = *place == kBase - 1;
-      *place += carry != 0 ? 1 - kBase : 1;
-    }
-  }
-  return sum;
-}
-
 // The power of 10^7 below which nothing can reach the rounding of x to `precision` limbs.
-int64_t floorOf(const HPNumber_c& x, int32_t precision) {
-  return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1;
+int64_t floorOf(Size x, int32_t precision) { return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1; }
+
+// A number other than 0 below the floor of x: any speck does for it.
+Size speckBelow(Size x, int32_t precision) {
+  static constexpr int64_t kOne[] = {1};
+  return {kOne, floorOf(x, precision) - 1};
 }
 
-// The signs are in a and b; `b` may be far below `a`.
-HPNumber_c addFinite(const HPNumber_c& first, const HPNumber_c& second, int32_t precision) {
-  if (second.isZero()) return rounded(first, precision);
-  if (first.isZero()) return rounded(second, precision);
-  const int order = compareMagnitudes(first, second);
-  const bool minus = first.isNegative != second.isNegative;
-  if (order == 0 && minus) return {};
-  const HPNumber_c& a = order < 0 ? second : first;
-  const HPNumber_c& b = order < 0 ? first : second;
-  HPNumber_c sum;
-  if (b.top() < floorOf(a, precision)) {  // only that b is not 0 can matter: any speck does for it
-    HPNumber_c speck;
-    speck.limbs = {1};
-    speck.exponent = floorOf(a, precision) - 1;
-    sum = combineMagnitudes(a, speck, minus);
-  } else {
-    sum = combineMagnitudes(a, b, minus);
+// a + b for a at least as high as b, or a - b for a >= b, exact.
+class Combined {
+ public:
+  Combined(Size a, Size b, bool minus)
+      : exponent(std::min(a.exponent, b.exponent)),
+        places(static_cast<std::size_t>(std::max(a.top(), b.top()) - exponent + 1)) {
+    std::span<const int64_t> higher = a.limbs;
+    const auto below = static_cast<std::size_t>(b.exponent - exponent);
+    if (b.exponent < a.exponent) {
+      higher = std::span(places).first(places.size() - 1);
+      fillPlaces(a.limbs, static_cast<std::size_t>(a.exponent - exponent), places);
+    } else {
+      copyLimbs(higher.data(), below, places.data());
+    }
+    (minus ? subtractLimbs : addLimbs)(higher.subspan(below), b.limbs, places.data() + below);
   }
-  sum.isNegative = a.isNegative;
-  return rounded(std::move(sum), precision);
+  std::span<const int64_t> limbs() { return places; }
+
+  const int64_t exponent;
+
+ private:
+  Room<int64_t> places;
+};
+
+// a + b or a - b, for a >= b or at least as high where they are added; b may be far below a.
+HPNumber_c roundedSum(Size a, Size b, bool minus, bool negative, int32_t precision) {
+  if (b.top() < floorOf(a, precision)) b = speckBelow(a, precision);
+  Combined sum(a, b, minus);
+  return rounded(sum.limbs(), sum.exponent, negative, precision);
+}
+
+HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, int32_t precision) {
+  if (a.isInfinite || b.isInfinite) {
+    if (a.isInfinite && b.isInfinite && a.isNegative != bNegative) return {};
+    return HPNumber_c::infinite(a.isInfinite ? a.isNegative : bNegative);
+  }
+  if (b.isZero()) return rounded(a, precision);
+  if (a.isZero()) return rounded(b.limbs, b.exponent, bNegative, precision);
+  const Size first(a), second(b);
+  if (a.isNegative == bNegative) {
+    const bool lower = first.top() < second.top();
+    return roundedSum(lower ? second : first, lower ? first : second, false, bNegative, precision);
+  }
+  const int order = compareSizes(first, second);
+  if (order == 0) return {};
+  return order < 0 ? roundedSum(second, first, true, bNegative, precision)
+                   : roundedSum(first, second, true, a.isNegative, precision);
 }
 
 }  // namespace
 
 HPNumber_c add(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
-  if (a.isInfinite || b.isInfinite) {
-    if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
-    return HPNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
-  }
-  return addFinite(a, b, precision);
+  return addSigned(a, b, b.isNegative, precision);
 }
 
 HPNumber_c subtract(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
-  return add(a, negated(b), precision);
+  return addSigned(a, b, !b.isNegative, precision);
 }
 
 HPNumber_c multiply(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return HPNumber_c::infinite(negative);
   if (a.isZero() || b.isZero()) return {};
-  HPNumber_c product;
-  product.limbs = multiplyLimbs(a.limbs, b.limbs);
-  product.exponent = a.exponent + b.exponent;
-  product.isNegative = negative;
-  return rounded(std::move(product), precision);
+  Room<int64_t> product(a.limbs.size() + b.limbs.size());
+  multiplyLimbs(a.limbs, b.limbs, product);
+  return rounded(product, a.exponent + b.exponent, negative, precision);
 }
 
 HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
@@ -205,13 +222,16 @@ HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
   if (a.isInfinite || b.isZero()) return HPNumber_c::infinite(negative);
   if (b.isInfinite || a.isZero()) return {};
   // One limb more than asked for: the quotient is cut, and the limb behind the last kept one decides the rounding.
-  const std::size_t wanted = b.limbs.size() + 1 + static_cast<std::size_t>(heldPrecision(precision));
-  const std::size_t padding = wanted > a.limbs.size() ? wanted - a.limbs.size() : 0;
-  HPNumber_c quotient;
-  quotient.limbs = divideLimbs(a.limbs, padding, b.limbs);
-  quotient.exponent = a.exponent - b.exponent - static_cast<int64_t>(padding);
-  quotient.isNegative = negative;
-  return rounded(std::move(quotient), precision);
+  // Lower limbs of the dividend do not reach the floor of the quotient there.
+  Room<int64_t> quotient(static_cast<std::size_t>(heldPrecision(precision)) + 1);
+  const bool less = compareSizes({a.limbs, 0 - static_cast<int64_t>(a.limbs.size())},
+                                 {b.limbs, 0 - static_cast<int64_t>(b.limbs.size())}) < 0;
+  const auto padding =
+      static_cast<int64_t>(b.limbs.size() + quotient.size()) - (less ? 0 : 1) - static_cast<int64_t>(a.limbs.size());
+  const std::span<const int64_t> limbs(a.limbs);
+  divideLimbs(limbs.subspan(static_cast<std::size_t>(std::max<int64_t>(0, -padding))),
+              static_cast<std::size_t>(std::max<int64_t>(0, padding)), b.limbs, quotient);
+  return rounded(quotient, a.exponent - b.exponent - padding, negative, precision);
 }
 
 HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
@@ -220,16 +240,15 @@ HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
   std::size_t padding = x.exponent % 2 != 0 ? 1 : 0;
   const std::size_t wanted = 2 * static_cast<std::size_t>(heldPrecision(precision)) + 2;
   if (x.limbs.size() + padding < wanted) padding += (wanted - x.limbs.size() - padding + 1) / 2 * 2;
-  HPNumber_c root;
-  root.limbs = squareRootLimbs(x.limbs, padding);
-  root.exponent = (x.exponent - static_cast<int64_t>(padding)) / 2;
-  return rounded(std::move(root), precision);
+  Room<int64_t> root((x.limbs.size() + padding + 1) / 2);
+  squareRootLimbs(x.limbs, padding, root);
+  return rounded(root, (x.exponent - static_cast<int64_t>(padding)) / 2, false, precision);
 }
 
 HPNumber_c integerPart(HPNumber_c x) {
   if (x.isInfinite || x.exponent >= 0) return x;
   const int64_t fraction = std::min(-x.exponent, static_cast<int64_t>(x.limbs.size()));
-  x.limbs.erase(x.limbs.begin(), x.limbs.begin() + fraction);
+  x.limbs.dropLow(static_cast<std::size_t>(fraction));
   x.exponent += fraction;
   x.normalise();
   return x;
@@ -238,18 +257,14 @@ HPNumber_c integerPart(HPNumber_c x) {
 int compare(const HPNumber_c& a, const HPNumber_c& b) {
   if (a.sign() != b.sign()) return a.sign() < b.sign() ? -1 : 1;
   if (a.isZero()) return 0;
-  const int size = a.isInfinite || b.isInfinite ? int(a.isInfinite) - int(b.isInfinite) : compareMagnitudes(a, b);
+  const int size =
+      a.isInfinite || b.isInfinite ? int(a.isInfinite) - int(b.isInfinite) : compareSizes(Size(a), Size(b));
   return a.isNegative ? -size : size;
 }
 
 HPNumber_c nudged(const HPNumber_c& x, bool up, int32_t precision) {
-  HPNumber_c speck;
-  speck.limbs = {1};
-  speck.exponent = floorOf(x, precision) - 1;
-  HPNumber_c result = combineMagnitudes(x, speck, !up);
-  result.isNegative = x.isNegative;
-  result.normalise();
-  return result;
+  Combined sum(Size(x), speckBelow(Size(x), precision), !up);
+  return {LimbVector(sum.limbs()), sum.exponent, x.isNegative};
 }
 
 }  // namespace HighPrecision

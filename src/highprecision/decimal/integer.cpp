@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "highprecision/decimal/integer.h"
 
+#include <vector>
+
 namespace HP {
 namespace {
 
@@ -40,11 +42,11 @@ Integer integerOfLimbs(std::span<const int64_t> limbs) {
   return result;
 }
 
-std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
+HighPrecision::LimbVector limbsOfInteger(mpz_srcptr x) {
   if (mpz_sgn(x) == 0) return {};
   Integer work;
   mpz_set(work.get(), x);
-  std::vector<int64_t> limbs;
+  HighPrecision::LimbVector limbs;
   auto words = static_cast<mp_size_t>(mpz_size(work.get()));
   mp_ptr rest = mpz_limbs_modify(work.get(), words);
   if (words <= kFewWords) {
@@ -55,7 +57,7 @@ std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
       limbs.push_back(static_cast<int64_t>(pair / kLimb));
       while (words > 0 && rest[words - 1] == 0) --words;
     }
-    while (limbs.back() == 0) limbs.pop_back();
+    limbs.dropTopZeros();
     return limbs;
   }
   std::vector<unsigned char> digits(mpz_sizeinbase(work.get(), 10) + 2);
@@ -68,7 +70,7 @@ std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
     limbs.push_back(limb);
     end = begin;
   }
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
+  limbs.dropTopZeros();
   return limbs;
 }
 

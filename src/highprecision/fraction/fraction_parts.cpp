@@ -7,7 +7,7 @@
 
 namespace HighPrecision {
 
-FractionParts::FractionParts(std::vector<int64_t> numerator, std::vector<int64_t> denominator, bool lowest)
+FractionParts::FractionParts(LimbVector numerator, LimbVector denominator, bool lowest)
     : isZero(numerator.size() == 1 && numerator[0] == 0),
       isLowest(lowest),
       hasLimbs(true),
