@@ -30,17 +30,29 @@ HPNumber_c HPNumber_c::infinite(bool negative) {
   return x;
 }
 
-void HPNumber_c::normalise() {
-  if (isInfinite) return;
-  limbs.dropTopZeros();
-  const auto zeros =
-      static_cast<std::size_t>(std::ranges::find_if(limbs, [](int64_t limb) { return limb != 0; }) - limbs.begin());
-  if (zeros > 0) limbs.dropLow(zeros);
-  exponent += static_cast<int64_t>(zeros);
-  holdExponent();
-}
+void HPNumber_c::normalise() { keepHighest(SIZE_MAX); }
 
-void HPNumber_c::holdExponent() {
+void HPNumber_c::round(int32_t precision) { keepHighest(static_cast<std::size_t>(heldPrecision(precision))); }
+
+void HPNumber_c::keepHighest(std::size_t most) {
+  if (isInfinite) return;
+  const int64_t* const places = limbs.data();
+  std::size_t end = limbs.size(), from = 0;
+  while (end > 0 && places[end - 1] == 0) --end;
+  bool up = false;
+  if (end > most) {
+    from = end - most;
+    up = places[from - 1] >= kHalf;
+  }
+  // Low limbs that are zero, or that the carry makes zero.
+  const int64_t gone = up ? kBase - 1 : 0;
+  while (from < end && places[from] == gone) ++from;
+  limbs.keep(from, end - from);
+  exponent += static_cast<int64_t>(from);
+  if (up && limbs.empty())
+    limbs.push_back(1);
+  else if (up)
+    ++limbs[0];
   if (!limbs.empty() && top() > kMaxExponent) {
     *this = infinite(isNegative);
   } else if (limbs.empty() || top() < -kMaxExponent) {
@@ -77,34 +89,8 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
 int32_t heldPrecision(int32_t precision) { return std::clamp(precision, 1, kMaxPrecision); }
 
 HPNumber_c rounded(HPNumber_c x, int32_t precision) {
-  if (x.limbs.size() > static_cast<std::size_t>(heldPrecision(precision)))
-    return rounded(x.limbs, x.exponent, x.isNegative, precision);
-  x.normalise();
+  x.round(precision);
   return x;
-}
-
-HPNumber_c rounded(std::span<const int64_t> limbs, int64_t exponent, bool negative, int32_t precision) {
-  while (!limbs.empty() && limbs.back() == 0) limbs = limbs.first(limbs.size() - 1);
-  const auto kept = static_cast<std::size_t>(heldPrecision(precision));
-  bool up = false;
-  std::size_t dropped = 0;
-  if (limbs.size() > kept) {
-    dropped = limbs.size() - kept;
-    up = limbs[dropped - 1] >= kHalf;
-  }
-  // Low limbs that are zero, or that the carry makes zero.
-  const int64_t gone = up ? kBase - 1 : 0;
-  while (dropped < limbs.size() && limbs[dropped] == gone) ++dropped;
-  HPNumber_c result;
-  result.exponent = exponent + static_cast<int64_t>(dropped);
-  result.isNegative = negative;
-  result.limbs.assign(limbs.subspan(dropped));
-  if (up && result.limbs.empty())
-    result.limbs.push_back(1);
-  else if (up)
-    ++result.limbs[0];
-  result.holdExponent();
-  return result;
 }
 
 HPNumber_c negated(HPNumber_c x) {
@@ -130,7 +116,7 @@ struct Size {
 };
 
 // Both have limbs.
-int compareSizes(Size a, Size b) {
+int compareSizes(const Size& a, const Size& b) {
   if (a.top() != b.top()) return a.top() < b.top() ? -1 : 1;
   auto i = a.limbs.rbegin();
   auto j = b.limbs.rbegin();
@@ -140,43 +126,38 @@ int compareSizes(Size a, Size b) {
 }
 
 // The power of 10^7 below which nothing can reach the rounding of x to `precision` limbs.
-int64_t floorOf(Size x, int32_t precision) { return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1; }
+int64_t floorOf(const Size& x, int32_t precision) { return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1; }
 
 // A number other than 0 below the floor of x: any speck does for it.
-Size speckBelow(Size x, int32_t precision) {
+Size speckBelow(const Size& x, int32_t precision) {
   static constexpr int64_t kOne[] = {1};
   return {kOne, floorOf(x, precision) - 1};
 }
 
-// a + b for a at least as high as b, or a - b for a >= b, exact.
-class Combined {
- public:
-  Combined(Size a, Size b, bool minus)
-      : exponent(std::min(a.exponent, b.exponent)),
-        places(static_cast<std::size_t>(std::max(a.top(), b.top()) - exponent + 1)) {
-    std::span<const int64_t> higher = a.limbs;
-    const auto below = static_cast<std::size_t>(b.exponent - exponent);
-    if (b.exponent < a.exponent) {
-      higher = std::span(places).first(places.size() - 1);
-      fillPlaces(a.limbs, static_cast<std::size_t>(a.exponent - exponent), places);
-    } else {
-      copyLimbs(higher.data(), below, places.data());
-    }
-    (minus ? subtractLimbs : addLimbs)(higher.subspan(below), b.limbs, places.data() + below);
+// a + b for a at least as high as b, or a - b for a >= b, exact; not normalised.
+HPNumber_c combined(const Size& a, const Size& b, bool minus, bool negative) {
+  HPNumber_c sum;
+  sum.isNegative = negative;
+  sum.exponent = std::min(a.exponent, b.exponent);
+  sum.limbs.makePlaces(static_cast<std::size_t>(a.top() - sum.exponent + 1));
+  int64_t* const places = sum.limbs.data();
+  std::span<const int64_t> higher = a.limbs;
+  const auto below = static_cast<std::size_t>(b.exponent - sum.exponent);
+  if (b.exponent < a.exponent) {
+    fillPlaces(a.limbs, static_cast<std::size_t>(a.exponent - sum.exponent), sum.limbs);
+    higher = {places, sum.limbs.size() - 1};
+  } else {
+    copyLimbs(higher.data(), below, places);
   }
-  std::span<const int64_t> limbs() { return places; }
+  (minus ? subtractLimbs : addLimbs)(higher.subspan(below), b.limbs, places + below);
+  return sum;
+}
 
-  const int64_t exponent;
-
- private:
-  Room<int64_t> places;
-};
-
-// a + b or a - b, for a >= b or at least as high where they are added; b may be far below a.
-HPNumber_c roundedSum(Size a, Size b, bool minus, bool negative, int32_t precision) {
-  if (b.top() < floorOf(a, precision)) b = speckBelow(a, precision);
-  Combined sum(a, b, minus);
-  return rounded(sum.limbs(), sum.exponent, negative, precision);
+// The same rounded; b may be far below a.
+HPNumber_c roundedSum(const Size& a, const Size& b, bool minus, bool negative, int32_t precision) {
+  HPNumber_c sum = combined(a, b.top() < floorOf(a, precision) ? speckBelow(a, precision) : b, minus, negative);
+  sum.round(precision);
+  return sum;
 }
 
 HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, int32_t precision) {
@@ -185,11 +166,15 @@ HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, i
     return HPNumber_c::infinite(a.isInfinite ? a.isNegative : bNegative);
   }
   if (b.isZero()) return rounded(a, precision);
-  if (a.isZero()) return rounded(b.limbs, b.exponent, bNegative, precision);
+  if (a.isZero()) {
+    HPNumber_c sum = rounded(b, precision);
+    sum.isNegative = bNegative && !sum.isZero();
+    return sum;
+  }
   const Size first(a), second(b);
   if (a.isNegative == bNegative) {
-    const bool lower = first.top() < second.top();
-    return roundedSum(lower ? second : first, lower ? first : second, false, bNegative, precision);
+    return first.top() < second.top() ? roundedSum(second, first, false, bNegative, precision)
+                                      : roundedSum(first, second, false, bNegative, precision);
   }
   const int order = compareSizes(first, second);
   if (order == 0) return {};
@@ -211,9 +196,13 @@ HPNumber_c multiply(const HPNumber_c& a, const HPNumber_c& b, int32_t precision)
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return HPNumber_c::infinite(negative);
   if (a.isZero() || b.isZero()) return {};
-  Room<int64_t> product(a.limbs.size() + b.limbs.size());
-  multiplyLimbs(a.limbs, b.limbs, product);
-  return rounded(product, a.exponent + b.exponent, negative, precision);
+  HPNumber_c product;
+  product.isNegative = negative;
+  product.exponent = a.exponent + b.exponent;
+  product.limbs.makePlaces(a.limbs.size() + b.limbs.size());
+  multiplyLimbs(a.limbs, b.limbs, product.limbs);
+  product.round(precision);
+  return product;
 }
 
 HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
@@ -223,15 +212,18 @@ HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
   if (b.isInfinite || a.isZero()) return {};
   // One limb more than asked for: the quotient is cut, and the limb behind the last kept one decides the rounding.
   // Lower limbs of the dividend do not reach the floor of the quotient there.
-  Room<int64_t> quotient(static_cast<std::size_t>(heldPrecision(precision)) + 1);
-  const bool less = compareSizes({a.limbs, 0 - static_cast<int64_t>(a.limbs.size())},
-                                 {b.limbs, 0 - static_cast<int64_t>(b.limbs.size())}) < 0;
-  const auto padding =
-      static_cast<int64_t>(b.limbs.size() + quotient.size()) - (less ? 0 : 1) - static_cast<int64_t>(a.limbs.size());
+  HPNumber_c quotient;
+  quotient.isNegative = negative;
+  quotient.limbs.makePlaces(static_cast<std::size_t>(heldPrecision(precision)) + 1);
+  const auto dividend = static_cast<int64_t>(a.limbs.size()), divisor = static_cast<int64_t>(b.limbs.size());
+  const bool less = compareSizes({a.limbs, -dividend}, {b.limbs, -divisor}) < 0;
+  const int64_t padding = divisor + static_cast<int64_t>(quotient.limbs.size()) - int64_t{!less} - dividend;
   const std::span<const int64_t> limbs(a.limbs);
   divideLimbs(limbs.subspan(static_cast<std::size_t>(std::max<int64_t>(0, -padding))),
-              static_cast<std::size_t>(std::max<int64_t>(0, padding)), b.limbs, quotient);
-  return rounded(quotient, a.exponent - b.exponent - padding, negative, precision);
+              static_cast<std::size_t>(std::max<int64_t>(0, padding)), b.limbs, quotient.limbs);
+  quotient.exponent = a.exponent - b.exponent - padding;
+  quotient.round(precision);
+  return quotient;
 }
 
 HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
@@ -240,9 +232,12 @@ HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
   std::size_t padding = x.exponent % 2 != 0 ? 1 : 0;
   const std::size_t wanted = 2 * static_cast<std::size_t>(heldPrecision(precision)) + 2;
   if (x.limbs.size() + padding < wanted) padding += (wanted - x.limbs.size() - padding + 1) / 2 * 2;
-  Room<int64_t> root((x.limbs.size() + padding + 1) / 2);
-  squareRootLimbs(x.limbs, padding, root);
-  return rounded(root, (x.exponent - static_cast<int64_t>(padding)) / 2, false, precision);
+  HPNumber_c root;
+  root.exponent = (x.exponent - static_cast<int64_t>(padding)) / 2;
+  root.limbs.makePlaces((x.limbs.size() + padding + 1) / 2);
+  squareRootLimbs(x.limbs, padding, root.limbs);
+  root.round(precision);
+  return root;
 }
 
 HPNumber_c integerPart(HPNumber_c x) {
@@ -263,8 +258,9 @@ int compare(const HPNumber_c& a, const HPNumber_c& b) {
 }
 
 HPNumber_c nudged(const HPNumber_c& x, bool up, int32_t precision) {
-  Combined sum(Size(x), speckBelow(Size(x), precision), !up);
-  return {LimbVector(sum.limbs()), sum.exponent, x.isNegative};
+  HPNumber_c result = combined(Size(x), speckBelow(Size(x), precision), !up, x.isNegative);
+  result.normalise();
+  return result;
 }
 
 }  // namespace HighPrecision

@@ -37,13 +37,16 @@ class HPNumber_c : public BaseData {
   bool isOdd() const { return exponent == 0 && !limbs.empty() && limbs[0] % 2 != 0; }
   /// Strips zero limbs at both ends and holds the exponent inside its range.
   void normalise();
-  /// Infinite above the range of exponents, zero below; of a number without zero limbs at its ends.
-  void holdExponent();
+  /// Rounds to a number of limbs, half up by the highest dropped limb, and normalises.
+  void round(int32_t precision);
 
   int64_t exponent = 0;
   bool isInfinite = false;
   bool isNegative = false;
   LimbVector limbs;
+
+ private:
+  void keepHighest(std::size_t most);
 };
 
 /// Any 64-bit words as limbs: carries make them 0..9999999, and the value stays. `negative` negates it.
@@ -52,10 +55,7 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
 /// The precision that is used for the one that was asked for.
 int32_t heldPrecision(int32_t precision);
 
-/// Rounds to a number of limbs, half up by the highest dropped limb.
 HPNumber_c rounded(HPNumber_c x, int32_t precision);
-/// The same of a finite number that has no object of its own yet.
-HPNumber_c rounded(std::span<const int64_t> limbs, int64_t exponent, bool negative, int32_t precision);
 
 HPNumber_c negated(HPNumber_c x);
 HPNumber_c absolute(HPNumber_c x);

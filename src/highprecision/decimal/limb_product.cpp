@@ -170,9 +170,9 @@ void addRows(const int64_t* a, const int64_t* b, int64_t* columns, std::size_t c
   chosen()(a, b, columns, count);
 }
 
-void subtractMultiple(int64_t* columns, int64_t factor, const int64_t* limbs, std::size_t n) {
+void subtractRow(int64_t* columns, int64_t factor, const int64_t* limbs, std::size_t n) {
 #if ORVANE_DISPATCH_AVX2
-  if (n >= 8 && hasAvx2()) return wideSubtract(columns, factor, limbs, n);
+  if (hasAvx2()) return wideSubtract(columns, factor, limbs, n);
 #endif
   plainSubtract(columns, factor, limbs, n);
 }

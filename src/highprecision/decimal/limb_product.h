@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+#include "highprecision/decimal/limb_vector.h"
+
 namespace HighPrecision {
 
 /// The longest shorter factor that productLimbs takes: its columns stay within 64 bits, the sums of its halves within
@@ -22,6 +24,13 @@ inline constexpr std::size_t kRows = 4;
 void addRows(const int64_t* a, const int64_t* b, int64_t* columns, std::size_t count);
 
 /// columns[i] -= factor * limbs[i] for |factor| and limbs below 2^31.
-void subtractMultiple(int64_t* columns, int64_t factor, const int64_t* limbs, std::size_t n);
+void subtractRow(int64_t* columns, int64_t factor, const int64_t* limbs, std::size_t n);
+inline void subtractMultiple(int64_t* columns, int64_t factor, const int64_t* limbs, std::size_t n) {
+  if (n > 8) return subtractRow(columns, factor, limbs, n);
+  for (std::size_t i = 0; i < n; ++i) {
+    columns[i] -= factor * limbs[i];
+    oneByOne();
+  }
+}
 
 }  // namespace HighPrecision

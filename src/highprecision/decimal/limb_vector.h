@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -12,31 +11,21 @@
 
 namespace HighPrecision {
 
-/// Copies limbs to other places; a few of them in registers, without a call.
+/// In a loop over a few limbs: keeps the compiler from making it one over vectors, whose wide loads would wait for narrow
+/// stores shortly before them.
+[[gnu::always_inline]] inline void oneByOne() { asm volatile(""); }
+
+/// Copies limbs to other places, which may overlap below.
 inline void copyLimbs(const int64_t* from, std::size_t n, int64_t* to) {
-  if (n > 8 || n < 2) {
-    if (n > 1)
-      std::copy_n(from, n, to);
-    else if (n == 1)
-      *to = *from;
+  constexpr std::size_t kFew = 12;
+  if (n > kFew) {
+    std::copy_n(from, n, to);
     return;
   }
-  // The first and the last of them, which may overlap.
-  struct Two {
-    int64_t limbs[2];
-  };
-  struct Four {
-    int64_t limbs[4];
-  };
-  const auto both = [&]<class Part>(Part first) {
-    constexpr std::size_t kPart = sizeof(Part) / sizeof(int64_t);
-    Part last;
-    std::memcpy(&first, from, sizeof first);
-    std::memcpy(&last, from + n - kPart, sizeof last);
-    std::memcpy(to, &first, sizeof first);
-    std::memcpy(to + n - kPart, &last, sizeof last);
-  };
-  n < 4 ? both(Two{}) : both(Four{});
+  for (std::size_t i = 0; i < n; ++i) {
+    to[i] = from[i];
+    oneByOne();
+  }
 }
 
 /// The limbs of a number, least significant first. A few stand in the object itself: a short number is one block of
@@ -90,10 +79,22 @@ class LimbVector {
   void dropTopZeros(std::size_t least = 0) {
     while (count > least && back() == 0) --count;
   }
-  void dropLow(std::size_t limbs) {
-    std::copy(begin() + limbs, end(), begin());
-    count -= limbs;
+  /// As many limbs, of any value.
+  void makePlaces(std::size_t places) {
+    count = 0;
+    reserve(places);
+    count = places;
   }
+  /// Keeps `limbs` of them from one on. Memory that would be much more than they need is given back.
+  void keep(std::size_t from, std::size_t limbs) {
+    if (limbs + limbs / 2 + kFew < room) {
+      *this = LimbVector(std::span(data() + from, limbs));
+      return;
+    }
+    if (from > 0) copyLimbs(data() + from, limbs, data());
+    count = limbs;
+  }
+  void dropLow(std::size_t limbs) { keep(limbs, count - limbs); }
   /// Times 10^(7 zeros).
   void insertLow(std::size_t zeros) {
     reserve(count + zeros);
