@@ -11,11 +11,10 @@ class AddressSet {
  public:
   /// False when the address is there already.
   bool insert(void* address) {
-    const std::size_t room = slots.size();
-    if (2 * (count + 1) > room)
-      resize(room == 0 ? kFewest : 2 * room);
-    else if (16 * (count + 1) < room && room > kFewest)
-      resize(room / 4);  // here and not in `erase`, which so never allocates
+    if (count >= most)
+      resize(slots.empty() ? kFewest : 2 * slots.size());
+    else if (count < least)
+      resize(slots.size() / 4);  // here and not in `erase`, which so never allocates
     std::size_t i = homeOf(address);
     for (; slots[i] != nullptr; i = next(i))
       if (slots[i] == address) return false;
@@ -63,6 +62,8 @@ class AddressSet {
     std::vector<void*> old(places, nullptr);
     old.swap(slots);
     mask = places - 1;
+    most = places / 2;
+    least = places > kFewest ? places / 16 : 0;
     for (void* address : old)
       if (address != nullptr) {
         std::size_t i = homeOf(address);
@@ -72,5 +73,6 @@ class AddressSet {
   }
 
   std::vector<void*> slots;  // a power of two of them; null where nobody is
-  std::size_t mask = 0, count = 0;
+  std::size_t count = 0, mask = 0;
+  std::size_t most = 0, least = 0;  // members before one more is entered that fit
 };

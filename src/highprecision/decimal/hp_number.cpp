@@ -149,13 +149,17 @@ HPNumber_c combined(const Size& a, const Size& b, bool minus, bool negative) {
   } else {
     copyLimbs(higher.data(), below, places);
   }
-  (minus ? subtractLimbs : addLimbs)(higher.subspan(below), b.limbs, places + below);
+  if (minus)
+    subtractLimbs(higher.subspan(below), b.limbs, places + below);
+  else
+    addLimbs(higher.subspan(below), b.limbs, places + below);
   return sum;
 }
 
 // The same rounded; b may be far below a.
 HPNumber_c roundedSum(const Size& a, const Size& b, bool minus, bool negative, int32_t precision) {
-  HPNumber_c sum = combined(a, b.top() < floorOf(a, precision) ? speckBelow(a, precision) : b, minus, negative);
+  if (b.top() < floorOf(a, precision)) return roundedSum(a, speckBelow(a, precision), minus, negative, precision);
+  HPNumber_c sum = combined(a, b, minus, negative);
   sum.round(precision);
   return sum;
 }

@@ -155,9 +155,26 @@ void carried(const int64_t* columns, std::span<int64_t> limbs) {
     for (std::size_t i = (p + 1) * part; carries[p] != 0; ++i) limbs[i] = limbOf(limbs[i], carries[p]);
 }
 
+// Column by column, without places of its own.
+void ofFew(std::span<const int64_t> a, std::span<const int64_t> b, std::span<int64_t> product) {
+  uint64_t carry = 0;
+  for (std::size_t k = 0; k + 1 < product.size(); ++k) {
+    const std::size_t first = k < b.size() ? 0 : k - b.size() + 1, last = std::min(k, a.size() - 1);
+    int64_t column = 0;
+    for (std::size_t i = first; i <= last; ++i) {
+      column += a[i] * b[k - i];
+      oneByOne();
+    }
+    product[k] = limbOf(column, carry);
+  }
+  product.back() = static_cast<int64_t>(carry);
+}
+
 }  // namespace
 
 void productLimbs(std::span<const int64_t> a, std::span<const int64_t> b, std::span<int64_t> product) {
+  constexpr std::size_t kFew = 6;
+  if (a.size() <= kFew) return ofFew(a, b, product);
   Room<int64_t> columns(product.size() + kSpare);
   if (b.size() < kHalve)
     schoolbook(a.data(), a.size(), b.data(), b.size(), columns.data(), chosen());
