@@ -37,6 +37,7 @@ class Integer {
 
 /// Sum of limbs[i] * 10^(7 i), each limb in 0..9999999.
 Integer integerOfLimbs(std::span<const int64_t> limbs);
+void setToLimbs(mpz_ptr x, std::span<const int64_t> limbs);
 
 /// The limbs of |x|, least significant first, without zero limbs at the top; empty for 0.
 HighPrecision::LimbVector limbsOfInteger(mpz_srcptr x);

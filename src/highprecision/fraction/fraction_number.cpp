@@ -64,8 +64,9 @@ FractionNumber_c::FractionNumber_c(LimbVector up, LimbVector down, bool negative
   down.dropLow(zeros);
   isInfinite = down.size() == 1 && down[0] == 0;
   if (isInfinite) up = {1};
-  const bool integer = down.size() == 1 && down[0] == 1;
-  parts = std::make_shared<const FractionParts>(std::move(up), std::move(down), integer || isInfinite);
+  const auto isOne = [](const LimbVector& limbs) { return limbs.size() == 1 && limbs[0] == 1; };
+  const bool lowest = isOne(down) || isOne(up) || isInfinite;
+  parts = std::make_shared<const FractionParts>(std::move(up), std::move(down), lowest);
   isNegative = negative && !isZero();
 }
 
@@ -136,7 +137,7 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
     if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
     return FractionNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
   }
-  Rational sum;
+  Rational sum(a.size().bits() + b.size().bits() + GMP_NUMB_BITS);
   (a.isNegative == b.isNegative ? mpq_add : mpq_sub)(sum.get(), a.size().get(), b.size().get());
   if (a.isNegative) mpq_neg(sum.get(), sum.get());
   return FractionNumber_c(std::move(sum));
@@ -145,7 +146,7 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
 FractionNumber_c multiply(const FractionNumber_c& a, const FractionNumber_c& b) {
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return FractionNumber_c::infinite(negative);
-  Rational product;
+  Rational product(a.size().bits() + b.size().bits());
   mpq_mul(product.get(), a.size().get(), b.size().get());
   if (negative) mpq_neg(product.get(), product.get());
   return FractionNumber_c(std::move(product));

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <mutex>
 #include <optional>
 
+#include "frame/made_once.h"
 #include "highprecision/decimal/limb_vector.h"
 #include "highprecision/fraction/rational.h"
 
@@ -32,7 +32,7 @@ class FractionParts {
   void makeValue() const;
 
   const bool hasLimbs;
-  mutable std::once_flag once;  // of what was not given
+  mutable MadeOnce once;  // of what was not given
   mutable LimbVector up, down;
   mutable std::optional<HP::Rational> number;
 };
