@@ -126,12 +126,14 @@ int compareSizes(const Size& a, const Size& b) {
 }
 
 // The power of 10^7 below which nothing can reach the rounding of x to `precision` limbs.
-int64_t floorOf(const Size& x, int32_t precision) { return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1; }
+int64_t floorOf(const Size& x, int32_t precision) {
+  return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1;
+}
 
-// A number other than 0 below the floor of x: any speck does for it.
-Size speckBelow(const Size& x, int32_t precision) {
+// A number other than 0 just below a floor: any speck does for it.
+Size speckBelow(int64_t floor) {
   static constexpr int64_t kOne[] = {1};
-  return {kOne, floorOf(x, precision) - 1};
+  return {kOne, floor - 1};
 }
 
 // a + b for a at least as high as b, or a - b for a >= b, exact; not normalised.
@@ -156,14 +158,6 @@ HPNumber_c combined(const Size& a, const Size& b, bool minus, bool negative) {
   return sum;
 }
 
-// The same rounded; b may be far below a.
-HPNumber_c roundedSum(const Size& a, const Size& b, bool minus, bool negative, int32_t precision) {
-  if (b.top() < floorOf(a, precision)) return roundedSum(a, speckBelow(a, precision), minus, negative, precision);
-  HPNumber_c sum = combined(a, b, minus, negative);
-  sum.round(precision);
-  return sum;
-}
-
 HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, int32_t precision) {
   if (a.isInfinite || b.isInfinite) {
     if (a.isInfinite && b.isInfinite && a.isNegative != bNegative) return {};
@@ -176,14 +170,15 @@ HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, i
     return sum;
   }
   const Size first(a), second(b);
-  if (a.isNegative == bNegative) {
-    return first.top() < second.top() ? roundedSum(second, first, false, bNegative, precision)
-                                      : roundedSum(first, second, false, bNegative, precision);
-  }
-  const int order = compareSizes(first, second);
+  const bool minus = a.isNegative != bNegative;
+  const int order = minus ? compareSizes(first, second) : first.top() < second.top() ? -1 : 1;
   if (order == 0) return {};
-  return order < 0 ? roundedSum(second, first, true, bNegative, precision)
-                   : roundedSum(first, second, true, a.isNegative, precision);
+  const Size &higher = order < 0 ? second : first, &lower = order < 0 ? first : second;
+  const int64_t floor = floorOf(higher, precision);
+  const Size speck = speckBelow(floor);
+  HPNumber_c sum = combined(higher, lower.top() < floor ? speck : lower, minus, order < 0 ? bNegative : a.isNegative);
+  sum.round(precision);
+  return sum;
 }
 
 }  // namespace
@@ -262,7 +257,7 @@ int compare(const HPNumber_c& a, const HPNumber_c& b) {
 }
 
 HPNumber_c nudged(const HPNumber_c& x, bool up, int32_t precision) {
-  HPNumber_c result = combined(Size(x), speckBelow(Size(x), precision), !up, x.isNegative);
+  HPNumber_c result = combined(Size(x), speckBelow(floorOf(Size(x), precision)), !up, x.isNegative);
   result.normalise();
   return result;
 }
