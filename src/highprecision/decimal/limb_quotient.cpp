@@ -13,7 +13,8 @@ namespace {
 
 constexpr auto kRadix = static_cast<double>(kBase);
 
-// x[n-1] + x[n-2] / 10^7 + ..., over the highest three places: what is left out is felt below 10^-3 of a limb.
+// x[n-1] + x[n-2] / 10^7 + ..., over the highest three places: of columns, what is left out is felt below 10^-3 of a
+// limb.
 double lead(const int64_t* x, std::size_t n) {
   const double sum = static_cast<double>(x[n - 1]) + static_cast<double>(x[n - 2]) * (1 / kRadix);
   return n > 2 ? sum + static_cast<double>(x[n - 3]) * (1 / (kRadix * kRadix)) : sum;
@@ -129,7 +130,12 @@ void rootLimbs(std::span<const int64_t> a, std::size_t padding, std::span<int64_
   Room<int64_t> columns(2 * n);
   fillPlaces(a, padding, columns);
   // Two limbs at once: one alone would be too coarse for the correction of the next.
-  const double whole = std::sqrt(lead(columns.data(), 2 * n) * kRadix), inverse = 0.5 / whole;
+  // Its precision is that of all estimates, so that five places count: the highest may be 0.
+  const int64_t* const below = columns.data() + 2 * n - 4;
+  const double tail = n > 2 ? static_cast<double>(below[0]) * kRadix + static_cast<double>(below[-1]) : 0;
+  const double whole =
+      std::sqrt((lead(columns.data(), 2 * n) + tail * (1 / (kRadix * kRadix * kRadix * kRadix))) * kRadix);
+  const double inverse = 0.5 / whole;
   const int64_t first = limbOf(whole * kRadix, n == 2);
   const int64_t high = first / kBase, low = first % kBase;
   root[n - 1] = high;
@@ -141,7 +147,7 @@ void rootLimbs(std::span<const int64_t> a, std::size_t padding, std::span<int64_
     columns[n - 1 + k] += columns[n + k] * kBase;
     // With the root R and what is missing l, R^2 - (R - l)^2 = 2 R l - l^2; the square is felt at the third limb alone.
     double estimate = lead(columns.data(), n + k) * inverse;
-    if (k == n - 3) estimate += estimate * estimate * inverse / (kRadix * kRadix);
+    if (k == n - 3) estimate += estimate * estimate * inverse * (1 / (kRadix * kRadix));
     const int64_t limb = limbOf(estimate, k == 0);
     subtractMultiple(columns.data() + 2 * k + 1, 2 * limb, root.data() + k + 1, n - 1 - k);
     columns[2 * k] -= limb * limb;

@@ -11,8 +11,8 @@
 
 namespace HighPrecision {
 
-/// In a loop over a few limbs: keeps the compiler from making it one over vectors, whose wide loads would wait for narrow
-/// stores shortly before them.
+/// In a loop over a few limbs: keeps the compiler from making it one over vectors, whose wide loads would wait for
+/// narrow stores shortly before them.
 [[gnu::always_inline]] inline void oneByOne() { asm volatile(""); }
 
 /// Copies limbs to other places, which may overlap below.
