@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "frame/numbers.h"
-#include "special/bessel/bessel_expansion.h"
+#include "special/bessel/bessel_standard.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
 

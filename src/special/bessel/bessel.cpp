@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "frame/numbers.h"
-#include "special/bessel/bessel_expansion.h"
+#include "special/bessel/bessel_standard.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
 
@@ -37,7 +37,7 @@ double positiveJ(double nu, double x) {
   if (x < kTiny) return besselJYTiny(nu, x).first;
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).first;
   if (isTransition(nu, x)) return transition(nu, x).first;
-  return std::cyl_bessel_j(nu, x);
+  return besselJStandard(nu, x);
 }
 
 double positiveY(double nu, double x) {
@@ -48,7 +48,7 @@ double positiveY(double nu, double x) {
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).second;
   if (isTransition(nu, x)) return transition(nu, x).second;
   if (x < 2 && nearInteger(nu)) return besselYNearInteger(nu, x);
-  return std::cyl_neumann(nu, x);
+  return besselYStandard(nu, x);
 }
 
 double positiveI(double nu, double x) {
@@ -57,7 +57,7 @@ double positiveI(double nu, double x) {
   if (x < kTiny) return besselIKTiny(nu, x).first;
   if (nu >= 30) return besselIKDebye(nu, x).first;
   if (x > 700) return besselIKHankel(nu, x).first;
-  return std::cyl_bessel_i(nu, x);
+  return besselIStandard(nu, x);
 }
 
 double positiveK(double nu, double x) {
@@ -67,7 +67,7 @@ double positiveK(double nu, double x) {
   if (nu >= 30) return besselIKDebye(nu, x).second;
   if (x > 700) return besselIKHankel(nu, x).second;
   if (x < 2 && nearInteger(nu)) return besselKNearInteger(nu, x);
-  return std::cyl_bessel_k(nu, x);
+  return besselKStandard(nu, x);
 }
 
 }  // namespace

@@ -7,9 +7,9 @@
 #include <array>
 #include <cmath>
 #include <complex>
-#include <optional>
 
 #include "frame/numbers.h"
+#include "special/kept.h"
 #include "special/special_function.h"
 #include "special/zeta/bernoulli.h"
 #include "special/zeta/zeta_parts.h"
@@ -153,20 +153,6 @@ struct Powers {
     return power[k];
   }
 };
-
-// What belongs to an order, of the last few orders that this thread asked for: orders come again while arguments
-// change.
-template <class OfOrder>
-OfOrder& keptFor(double s) {
-  constexpr std::size_t kKept = 8;
-  thread_local std::array<std::optional<OfOrder>, kKept> kept;
-  thread_local std::size_t oldest = 0;
-  for (auto& one : kept)
-    if (one && one->s == s) return *one;
-  auto& place = kept[oldest];
-  oldest = (oldest + 1) % kKept;
-  return place.emplace(s);
-}
 
 const LogSeries& seriesOf(double s) { return keptFor<LogSeries>(s); }
 
