@@ -86,48 +86,56 @@ class PhaseFraction {
   double small, a, br, bi, cr, ci, dr, di, n = 1;
 };
 
-/// K_mu and K_(mu+1), x >= 2: Temme's sum of the second solution's fraction.
+/// K_mu and K_(mu+1), x >= 2: Temme's sum of the second solution's fraction. Numbers that no division waits for go in
+/// pairs, so that the loop finds room in the registers.
 class DecayFraction {
  public:
   DecayFraction(double mu, double x)
-      : a1(0.25 - mu * mu), b(2 * (1 + x)), d(1 / b), change(d), h(d), c(a1), q(a1), a(-a1), s(1 + q * change) {}
+      : a1(0.25 - mu * mu), bn{2 * (1 + x), 1}, d(1 / bn[0]), change(d), c(a1), q(a1), a(a1), sums{d, 1 + q * d} {}
 
   bool advance() {
-    a -= 2 * n;
-    n += 1;
-    const TwoDoubles next = TwoDoubles{q1 - b * q2, -a * c} / TwoDoubles{a, n};
-    c = next[1];
+    a += 2 * bn[1];
+    const double next = (bn[0] * q2 - q1) / a;
+    bn += TwoDoubles{2, 1};
+    c = a * c / bn[1];
     q1 = q2;
-    q2 = next[0];
+    q2 = next;
     q += c * q2;
-    b += 2;
-    d = 1 / (b + a * d);
-    change = (b * d - 1) * change;
-    h += change;
+    d = 1 / (bn[0] - a * d);
+    change = (bn[0] * d - 1) * change;
     const double term = q * change;
-    s += term;
-    return std::abs(term) < kEpsilon * std::abs(s);
+    sums += TwoDoubles{change, term};
+    return std::abs(term) < kEpsilon * std::abs(sums[1]);
   }
 
-  double sum() const { return s; }
-  double ratio() const { return a1 * h; }
+  double sum() const { return sums[1]; }
+  double ratio() const { return a1 * sums[0]; }
 
  private:
-  double a1, b, d, change, h, q1 = 0, q2 = 1, c, q, a, s, n = 1;
+  double a1;
+  TwoDoubles bn;  // b and the number of the round
+  double d, change, q1 = 0, q2 = 1, c, q, a;
+  TwoDoubles sums;  // of the changes, and with the weights q
 };
 
-/// Two fractions at once: neither waits for the other's divisions.
+/// Fractions to their ends, of 1000000 rounds at most. A function of its own: all registers are the loop's.
+template <class Fraction>
+[[gnu::noinline]] Fraction settled(Fraction fraction) {
+  for (int i = 0; i < 1000000 && !fraction.advance(); ++i) continue;
+  return fraction;
+}
+
+/// Two fractions at once as long as both run: neither waits for the other's divisions.
 template <class First, class Second>
-void advanceBoth(First& first, Second& second) {
-  constexpr int kMaxRounds = 1000000;
-  int i = 0;
+void settleBoth(First& first, Second& second) {
   bool firstStands = false, secondStands = false;
-  while (!firstStands && !secondStands && ++i < kMaxRounds) {
+  int i = 0;
+  for (; i < 1000000 && !firstStands && !secondStands; ++i) {
     firstStands = first.advance();
     secondStands = second.advance();
   }
-  while (!firstStands && ++i < kMaxRounds) firstStands = first.advance();
-  while (!secondStands && ++i < kMaxRounds) secondStands = second.advance();
+  for (; i < 1000000 && !firstStands; ++i) firstStands = first.advance();
+  for (; i < 1000000 && !secondStands; ++i) secondStands = second.advance();
 }
 
 }  // namespace SpecialFunction

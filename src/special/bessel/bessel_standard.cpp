@@ -168,7 +168,7 @@ BesselPair besselJYByFractions(double nu, double x, int steps, double small) {
   const double mu = nu - steps, xi = 1 / x;
   SlopeFraction<-1> slope(nu, xi, small);
   PhaseFraction phase(mu, x, xi, small);
-  advanceBoth(slope, phase);
+  settleBoth(slope, phase);
   const double top = slope.negative ? -small : small, p = phase.p, q = phase.q;
   TwoOrders down = descend<-1>(top, slope.value * top, nu, xi, steps);
   if (down.low == 0) down.low = kEpsilon;
@@ -204,9 +204,7 @@ double besselKStandard(double nu, double x) {
   const int steps = static_cast<int>(nu + 0.5);
   const double mu = nu - steps, xi = 1 / x;
   if (x < kSeriesBelow) return climb<1>(besselKBelow(mu, x), mu, 2 * xi, steps);
-  DecayFraction decay(mu, x);
-  for (int i = 0; i < 15000 && !decay.advance(); ++i) continue;
-  return climb<1>(decaying(decay, mu, x, xi), mu, 2 * xi, steps);
+  return climb<1>(decaying(settled(DecayFraction(mu, x)), mu, x, xi), mu, 2 * xi, steps);
 }
 
 BesselPair besselIKStandard(double nu, double x) {
@@ -215,7 +213,7 @@ BesselPair besselIKStandard(double nu, double x) {
   const double mu = nu - steps, xi = 1 / x;
   SlopeFraction<1> slope(nu, xi, kSmallI);
   DecayFraction decay(mu, x);
-  advanceBoth(slope, decay);
+  settleBoth(slope, decay);
   const TwoOrders k = decaying(decay, mu, x, xi);
   return {growing(slope, k, mu, nu, xi, steps), climb<1>(k, mu, 2 * xi, steps)};
 }
