@@ -81,10 +81,11 @@ double byFourier(double s, double a) {
     const double weight = std::pow(n, -order);
     const double turn = n * a;
     sum += weight * std::sin(pi * (2 * (turn - std::floor(turn)) + std::fmod(s, 4.0) / 2));
-    if (weight < 1e-17) break;
+    // Below half a unit of the sum's last place this one and all later terms leave the sum as it is.
+    if (weight < 1e-17 || weight < 0x1p-54 * std::abs(sum)) break;
   }
   const double logarithm = calcLngamma(order) - order * std::log(2 * pi);
-  const double scale = order < 100 ? std::tgamma(order) * std::pow(2 * pi, -order) : std::exp(logarithm);
+  const double scale = order < 100 ? gammaOfRunTime(order) * std::pow(2 * pi, -order) : std::exp(logarithm);
   return 2 * scale * sum;
 }
 
