@@ -28,7 +28,10 @@ constexpr double kUnit = 1.1780972450961724;  // 3 pi/8
 
 /// (m 3 pi/8)^(2/3). Those of the first zeros, which are asked for again, are computed once.
 double twoThirdsPower(long long m) {
-  const auto power = [](double multiple) { return std::pow(multiple * kUnit, 2.0 / 3); };
+  const auto power = [](double multiple) {
+    const volatile double exponent = 2.0 / 3;  // the run-time's power, not the compiler's
+    return std::pow(multiple * kUnit, exponent);
+  };
   static const auto kept = [power] {
     std::array<double, 512> powers{};
     for (std::size_t i = 0; i < powers.size(); ++i) powers[i] = power(static_cast<double>(i));
@@ -38,7 +41,7 @@ double twoThirdsPower(long long m) {
   return place < kept.size() ? kept[place] : power(static_cast<double>(m));
 }
 
-double functionSeries(long long m) {
+[[gnu::noinline]] double functionSeries(long long m) {
   const double t = static_cast<double>(m) * kUnit, v = t * t;
   return -twoThirdsPower(m) *
          (((((485.5290969259571 / v - 15.509155201673648) / v + 0.9298442322530864) / v - 0.1388888888888889) / v +
@@ -47,7 +50,7 @@ double functionSeries(long long m) {
           1);
 }
 
-double derivativeSeries(long long m) {
+[[gnu::noinline]] double derivativeSeries(long long m) {
   const double t = static_cast<double>(m) * kUnit, v = t * t;
   return -twoThirdsPower(m) *
          (((((15.016855549125514 - 476.9464414881744 / v) / v - 0.8739535108024692) / v + 0.12152777777777778) / v -
@@ -56,10 +59,11 @@ double derivativeSeries(long long m) {
           1);
 }
 
-/// The n-th zero: from the table, or the series at t = m 3 pi/8, m = 4n - shift.
-double zero(double n, std::span<const double> table, int shift, double (*series)(long long)) {
-  if (!(n >= 0.9 && n <= 1e18 && std::abs(std::round(n) - n) <= 1e-15)) return kNaN;
-  const auto index = static_cast<long long>(std::round(n));
+/// The n-th zero for n within 1e-15 of an integer: from the table, or the series at t = m 3 pi/8, m = 4n - shift.
+inline double zero(double n, std::span<const double> table, int shift, double (*series)(long long)) {
+  if (!(n >= 0.9 && n <= 1e18)) return kNaN;
+  const auto index = static_cast<long long>(n < 4e15 ? n + 0.5 : n);
+  if (std::abs(static_cast<double>(index) - n) > 1e-15) return kNaN;
   if (index <= static_cast<long long>(table.size())) return table[static_cast<std::size_t>(index - 1)];
   return series(4 * index - shift);
 }

@@ -5,7 +5,6 @@
 
 #include "frame/numbers.h"
 #include "special/special_function.h"
-#include "special/two_doubles.h"
 
 namespace SpecialFunction {
 namespace {
@@ -19,16 +18,12 @@ double powerSeries(double x, int first) {
   double power = first == 1 ? x : square / 2;  // x^m/m!
   double sum = power / first;
   double m = first;
-  const auto take = [&sum](double term) {
+  for (int k = 1; k < kMostTerms; ++k) {
+    power *= square / ((m + 1) * (m + 2));
+    m += 2;
+    const double term = power / m;
     sum += term;
-    return std::abs(term) > kEpsilon / 4 * std::abs(sum) && !std::isinf(sum);
-  };
-  for (int k = 1; k < kMostTerms; k += 2, m += 4) {
-    const TwoDoubles steps = square / TwoDoubles{(m + 1) * (m + 2), (m + 3) * (m + 4)};
-    const double next = power * steps[0];
-    power = next * steps[1];
-    const TwoDoubles terms = TwoDoubles{next, power} / TwoDoubles{m + 2, m + 4};
-    if (!take(terms[0]) || !take(terms[1])) break;
+    if (!(std::abs(term) > kEpsilon / 4 * std::abs(sum)) || std::isinf(sum)) break;
   }
   return sum;
 }

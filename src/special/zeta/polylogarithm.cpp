@@ -5,7 +5,6 @@
 #include "frame/numbers.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
-#include "special/two_doubles.h"
 #include "special/zeta/polylogarithm_kernel.h"
 
 namespace SpecialFunction {
@@ -53,15 +52,11 @@ double quantum(double s, double x, int sign) {
 // sum of x^k/k^2, at most 1000000 terms.
 double dilogarithmSum(double x) {
   double sum = 0, power = 1;
-  const auto take = [&sum](double term) {
+  for (int k = 1; k <= 1000000; ++k) {
+    power *= x;
+    const double term = power / (static_cast<double>(k) * k);
     sum += term;
-    return !(std::abs(term) <= kEpsilon / 8 * std::abs(sum));
-  };
-  for (double k = 1; k <= 1000000; k += 2) {
-    const double next = power * x;
-    power = next * x;
-    const TwoDoubles terms = TwoDoubles{next, power} / TwoDoubles{k * k, (k + 1) * (k + 1)};
-    if (!take(terms[0]) || !take(terms[1])) break;
+    if (std::abs(term) <= kEpsilon / 8 * std::abs(sum)) break;
   }
   return sum;
 }
