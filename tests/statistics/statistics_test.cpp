@@ -7,6 +7,7 @@
 #include <numbers>
 #include <span>
 
+#include "support/csv.h"
 #include "support/numbers.h"
 #include "support/reference.h"
 
