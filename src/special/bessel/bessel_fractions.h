@@ -6,8 +6,9 @@
 #include "frame/numbers.h"
 #include "special/two_doubles.h"
 
-/// The continued fractions of Bessel functions (A. R. Barnett, D. H. Feng, J. W. Steed, L. J. B. Goldfarb, Comput. Phys.
-/// Commun. 8 (1974); N. Temme, J. Comput. Phys. 19 (1975)) step by step: `advance` says whether the fraction stands.
+/// The continued fractions of Bessel functions (A. R. Barnett, D. H. Feng, J. W. Steed, L. J. B. Goldfarb, Comput.
+/// Phys. Commun. 8 (1974); N. Temme, J. Comput. Phys. 19 (1975)) step by step: `advance` says whether the fraction
+/// stands.
 namespace SpecialFunction {
 
 /// J'/J (kSign -1) or I'/I (+1) at the order nu by the modified method of Lentz. Its numerators and denominators follow

@@ -24,7 +24,7 @@ struct LnGammaAbove {
 };
 
 /// (x/2)^nu/gamma(nu+1) sum (sign x^2/4)^i/(i! (nu+1)_i), where x^2 < 10 (nu+1).
-double powerSeries(double nu, double x, double sign) {
+double ascendingSeries(double nu, double x, double sign) {
   const double half = x / 2, scale = std::exp(nu * std::log(half) - keptFor<LnGammaAbove>(nu).value);
   const double square = sign * half * half;
   double sum = 1, term = 1;
@@ -36,7 +36,7 @@ double powerSeries(double nu, double x, double sign) {
   return scale * sum;
 }
 
-bool hasPowerSeries(double nu, double x) { return x * x < 10 * (nu + 1); }
+bool hasAscendingSeries(double nu, double x) { return x * x < 10 * (nu + 1); }
 
 /// Hankel's expansion, x > 1000.
 BesselPair hankel(double nu, double x) {
@@ -122,7 +122,7 @@ TwoOrders temme(double mu, double x) {
 
 /// Up from mu by `count` orders: kSign +1 for K, -1 for Y.
 template <int kSign>
-double climb(TwoOrders at, double mu, double two, int count) {
+double climbFrom(TwoOrders at, double mu, double two, int count) {
   for (int i = 1; i <= count; ++i) {
     const double next = (mu + i) * two * at.high + kSign * at.low;
     at.low = at.high;
@@ -176,7 +176,7 @@ BesselPair besselJYByFractions(double nu, double x, int steps, double small) {
   const double first = std::copysign(std::sqrt(2 * xi / pi / (rest * gamma + q)), down.low);
   const double second = gamma * first;
   const TwoOrders up{second, mu * xi * second - (p + q / gamma) * second};
-  return {first / down.low * top, climb<-1>(up, mu, 2 * xi, steps)};
+  return {first / down.low * top, climbFrom<-1>(up, mu, 2 * xi, steps)};
 }
 
 }  // namespace
@@ -186,7 +186,7 @@ BesselPair besselJYSteed(double nu, double x) {
 }
 
 double besselJStandard(double nu, double x) {
-  if (hasPowerSeries(nu, x)) return powerSeries(nu, x, -1);
+  if (hasAscendingSeries(nu, x)) return ascendingSeries(nu, x, -1);
   if (x > 1000) return hankel(nu, x).first;
   return besselJYByFractions(nu, x, stepsBelow(nu, x), kSmallJ).first;
 }
@@ -197,29 +197,29 @@ double besselYStandard(double nu, double x) {
   const int steps = static_cast<int>(nu + 0.5);
   const double mu = nu - steps, two = 2 * (1 / x);
   const TwoOrders at = temme<-1>(mu, x);
-  return climb<-1>({-at.low, -at.high * two}, mu, two, steps);
+  return climbFrom<-1>({-at.low, -at.high * two}, mu, two, steps);
 }
 
 double besselKStandard(double nu, double x) {
   const int steps = static_cast<int>(nu + 0.5);
   const double mu = nu - steps, xi = 1 / x;
-  if (x < kSeriesBelow) return climb<1>(besselKBelow(mu, x), mu, 2 * xi, steps);
-  return climb<1>(decaying(settled(DecayFraction(mu, x)), mu, x, xi), mu, 2 * xi, steps);
+  if (x < kSeriesBelow) return climbFrom<1>(besselKBelow(mu, x), mu, 2 * xi, steps);
+  return climbFrom<1>(decaying(settled(DecayFraction(mu, x)), mu, x, xi), mu, 2 * xi, steps);
 }
 
 BesselPair besselIKStandard(double nu, double x) {
-  if (hasPowerSeries(nu, x)) return {powerSeries(nu, x, 1), besselKStandard(nu, x)};
+  if (hasAscendingSeries(nu, x)) return {ascendingSeries(nu, x, 1), besselKStandard(nu, x)};
   const int steps = static_cast<int>(nu + 0.5);
   const double mu = nu - steps, xi = 1 / x;
   SlopeFraction<1> slope(nu, xi, kSmallI);
   DecayFraction decay(mu, x);
   settleBoth(slope, decay);
   const TwoOrders k = decaying(decay, mu, x, xi);
-  return {growing(slope, k, mu, nu, xi, steps), climb<1>(k, mu, 2 * xi, steps)};
+  return {growing(slope, k, mu, nu, xi, steps), climbFrom<1>(k, mu, 2 * xi, steps)};
 }
 
 double besselIStandard(double nu, double x) {
-  return hasPowerSeries(nu, x) ? powerSeries(nu, x, 1) : besselIKStandard(nu, x).first;
+  return hasAscendingSeries(nu, x) ? ascendingSeries(nu, x, 1) : besselIKStandard(nu, x).first;
 }
 
 }  // namespace SpecialFunction

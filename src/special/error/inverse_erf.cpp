@@ -19,7 +19,7 @@ static_assert(sizeof(kInverseErfCoefficients) / sizeof(double) == kCoefficientCo
 
 // Horner's rule from a sum of the coefficients from `from` on down to 0; one sum, or two in lanes.
 template <class Sum>
-Sum horner(Sum sum, std::ptrdiff_t from, double square) {
+Sum hornerDown(Sum sum, std::ptrdiff_t from, double square) {
   for (const double* c = kInverseErfCoefficients + from; c != kInverseErfCoefficients;) sum = *--c + square * sum;
   return sum;
 }
@@ -47,19 +47,18 @@ double series(double y) {
     double bound;
     std::ptrdiff_t count, split;  // the top terms from this one on are taken at once
   };
-  static constexpr Count kCounts[] = {{0.12, 7, 0},   {0.19, 9, 0},  {0.29, 12, 0}, {0.39, 16, 0},
-                                      {0.49, 21, 5},  {0.59, 28, 4}, {0.68, 38, 6}, {0.78, 59, 11},
-                                      {0.86, 95, 31}};
+  static constexpr Count kCounts[] = {{0.12, 7, 0},  {0.19, 9, 0},  {0.29, 12, 0},  {0.39, 16, 0}, {0.49, 21, 5},
+                                      {0.59, 28, 4}, {0.68, 38, 6}, {0.78, 59, 11}, {0.86, 95, 31}};
   const Count* row = kCounts;
   while (!(y < row->bound)) ++row;
   const double square = y * y;
   if (row->split > 0) {
     constexpr double kMargin = 24 * kEpsilon / 2;
     const double top = topTerms(row->split, row->count, square);
-    const TwoDoubles bounds = horner(TwoDoubles{top * (1 - kMargin), top * (1 + kMargin)}, row->split, square);
+    const TwoDoubles bounds = hornerDown(TwoDoubles{top * (1 - kMargin), top * (1 + kMargin)}, row->split, square);
     if (bounds[0] == bounds[1]) return y * bounds[0];
   }
-  return y * horner(kInverseErfCoefficients[row->count - 1], row->count - 1, square);
+  return y * hornerDown(kInverseErfCoefficients[row->count - 1], row->count - 1, square);
 }
 
 // Newton on erf. The x of the smallest error is kept: at y = 1, where no x solves, it is the best one met.

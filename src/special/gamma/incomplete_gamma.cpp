@@ -108,7 +108,8 @@ double lowerAtWholeLeft(double n, double x) {
     term *= size / k;
     sum += term / (n + k);
   }
-  return sign * sum * (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / gammaOfRunTime(n) : std::exp(logarithm));
+  return sign * sum *
+         (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / gammaOfRunTime(n) : std::exp(logarithm));
 }
 
 // P(n, x) for integer n > 0.

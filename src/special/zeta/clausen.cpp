@@ -28,13 +28,13 @@ double orderOf(double n) {
   return n > 0.9 && std::abs(rounded - n) < 1e-15 ? rounded : 0;
 }
 
-constexpr int kMostTerms = 100;
+constexpr int kMostQuotients = 100;
 
 // |B_2k|/(2k)
-const std::array<double, kMostTerms>& bernoulliOver() {
+const std::array<double, kMostQuotients>& bernoulliOver() {
   static const auto kept = [] {
-    std::array<double, kMostTerms> quotients{};
-    for (std::size_t k = 1; k < kMostTerms; ++k)
+    std::array<double, kMostQuotients> quotients{};
+    for (std::size_t k = 1; k < kMostQuotients; ++k)
       quotients[k] = std::abs(kBernoulliTable[2 * k]) / (2.0 * static_cast<double>(k));
     return quotients;
   }();
@@ -48,7 +48,7 @@ double calcClausenS2(double x) {
   const double y = right ? (pi - x) + kTwoPiRest / 2 : x, square = y * y;
   double power = y, sum = 0, four = 1;  // y^(2k+1)/(2k+1)!
   const auto& quotients = bernoulliOver();
-  for (int k = 1; k < kMostTerms; ++k) {
+  for (int k = 1; k < kMostQuotients; ++k) {
     power *= square / (2.0 * k * (2.0 * k + 1));
     four *= 4;
     const double term = quotients[static_cast<std::size_t>(k)] * power * (right ? four - 1 : 1);
