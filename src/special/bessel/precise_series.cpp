@@ -55,8 +55,7 @@ ScaledValue preciseHypergeometric(const double* a, int32_t p, const double* b, i
   const ScaledValue none{kNaN, 0};
   if (!std::isfinite(z)) return none;
   if (z == 0) return {1, 0};
-  double cancellation = 0;
-  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation);
+  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z);
       value && std::abs(*value) > 1e-4 && std::abs(*value) < 1e290)
     return {*value, 0};
   ScaledValue result;

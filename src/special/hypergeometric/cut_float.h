@@ -42,11 +42,12 @@ struct CutFactor {
 
   /// Three limbs, the lowest at 2^(64 place).
   static CutFactor joined(const mp_limb_t (&limbs)[3], int64_t place, bool negative) {
+    if (limbs[0] == 0 && limbs[1] != 0 && limbs[2] != 0) return {{limbs[1], limbs[2]}, 2, place + 3, negative};
     int first = 0, end = 3;
     while (end > 0 && limbs[end - 1] == 0) --end;
     while (first < end && limbs[first] == 0) ++first;
     CutFactor result{{}, end - first, place + end, negative};
-    for (int i = first; i < end; ++i) result.limb[i - first] = limbs[i];
+    for (int i = 0; i < 3; ++i) result.limb[i] = first + i < end ? limbs[first + i] : 0;
     return result;
   }
 };
