@@ -217,10 +217,18 @@ struct CutFloat {
 
   void multiply(const CutFactor& y) {
     switch (isZero() ? 0 : y.count) {
-      case 0: *this = {}; return;
-      case 1: multiplyBy<1>(y.limb); break;
-      case 2: multiplyBy<2>(y.limb); break;
-      default: multiplyBy<3>(y.limb); break;
+      case 0:
+        *this = {};
+        return;
+      case 1:
+        multiplyBy<1>(y.limb);
+        break;
+      case 2:
+        multiplyBy<2>(y.limb);
+        break;
+      default:
+        multiplyBy<3>(y.limb);
+        break;
     }
     exponent += y.exponent;
     negative = negative != y.negative;
@@ -232,9 +240,14 @@ struct CutFloat {
     exponent -= y.exponent - 1;
     negative = negative != y.negative;
     switch (y.count) {
-      case 1: divideBy(y.limb[0]); return true;
-      case 2: divideBy(y.limb[1], y.limb[0]); return true;
-      default: return false;
+      case 1:
+        divideBy(y.limb[0]);
+        return true;
+      case 2:
+        divideBy(y.limb[1], y.limb[0]);
+        return true;
+      default:
+        return false;
     }
   }
 
@@ -263,8 +276,7 @@ struct CutFloat {
     for (int j = 0; j < kCount; ++j) {
       uint64_t carry = 0;
       for (int i = 0; i < kPrecision; ++i) {
-        const UInt128 part =
-            static_cast<UInt128>(limb[i + 1]) * y[j] + carry + (j == 0 ? 0 : product[i + j]);
+        const UInt128 part = static_cast<UInt128>(limb[i + 1]) * y[j] + carry + (j == 0 ? 0 : product[i + j]);
         product[i + j] = low(part);
         carry = high(part);
       }

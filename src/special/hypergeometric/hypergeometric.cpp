@@ -99,7 +99,8 @@ double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const doub
   if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q)) return kNaN;
   Cancellation cancellation;
   auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation);
-  if (!value && cancellation.factor * cancellation.terms < kWideCancellation) value = calcHypergeometricPFQByWide(a, p, b, q, z);
+  if (!value && cancellation.factor * cancellation.terms < kWideCancellation)
+    value = calcHypergeometricPFQByWide(a, p, b, q, z);
   const bool fits = value && std::abs(*value) > kEnough && (std::abs(*value) < kCut || hasOneSign(a, p, b, q, z));
   if (fits && !mayDip(b, q)) return *value;
   const Terms terms = sizesOfTerms(a, p, b, q, z);

@@ -33,8 +33,8 @@
 // longer than this loop, up to 10^6 terms). When all doubles within the bound are cut to the same one, that one is
 // GMP's. The stops are compared with margins of 2^-40, far above n 2^-96; between them nothing is decided.
 //
-// A whole sum has no such stop. Its upper parameters and its argument may be pairs themselves, within 3 u^2 and 8 u^2 of
-// what they stand for: 17 more units of u^2 a step, which 3. and 4. (349 of 512) leave room for.
+// A whole sum has no such stop. Its upper parameters and its argument may be pairs themselves, within 3 u^2 and 8 u^2
+// of what they stand for: 17 more units of u^2 a step, which 3. and 4. (349 of 512) leave room for.
 
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(__FMA__)
 #define ORVANE_DISPATCH_FMA 1
@@ -139,8 +139,7 @@ ORVANE_INLINE void ratios(const Series& s, double n, double* __restrict rh, doub
   for (int32_t i = 0; i < s.p; ++i) {
     const double c = s.a[i];
     const double tail = kWhole ? s.aTails[i] : 0;
-    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k)
-      multiplyByParameter<kFma, kWhole>(nh[k], nl[k], c, tail, n + k);
+    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma, kWhole>(nh[k], nl[k], c, tail, n + k);
   }
   for (int32_t j = 0; j < s.q; ++j) {
     const double c = s.b[j];

@@ -31,8 +31,8 @@ std::optional<double> calcHypergeometricPFQByWide(const double* a, int32_t p, co
 
 constexpr double kWideCancellation = 0x1p65;
 
-/// The infinite series with its error, in double-double arithmetic; aTails and zTail are added to a and z. Nothing where
-/// it ends too late or leaves the range.
+/// The infinite series with its error, in double-double arithmetic; aTails and zTail are added to a and z. Nothing
+/// where it ends too late or leaves the range.
 std::optional<DoubleDoubleSum> wholeHypergeometricSum(const double* a, const double* aTails, int32_t p, const double* b,
                                                       int32_t q, double z, double zTail);
 

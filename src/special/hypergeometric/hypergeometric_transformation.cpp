@@ -14,12 +14,13 @@
 // The value is that of the infinite series, S. The GMP series of `bits` bits that is wanted gives a sum within the
 // following of S; where all doubles that near are cut to the same one, that one is GMP's.
 //
-// 1. Its rounding: N 2^(6 - bits) A (hypergeometric_fast.cpp, 6.), A < N 2^E with the exponent E of its largest term and
-//    N < 2^16 terms. With 2^(E - lost) <= |S| it is below 2^(40 + lost - bits) |S|.
+// 1. Its rounding: N 2^(6 - bits) A (hypergeometric_fast.cpp, 6.) after N terms. With the exponent E of its largest
+// term,
+//    A < s 2^E and |S| >= 2^(E - lost - 1) it is below N s 2^(7 + lost - bits) |S|. N and s from the terms in doubles.
 // 2. The terms it leaves out. It stops where a term is below 2^-72 of its sum or 2^-bits of its largest term: below
-//    2^-50 of the largest one anyway, as N < 2^16. From the first such term on, behind the turn of the lower parameter,
-//    all ratios are at most r, and the rest is at most r/(1-r) of the last term: r/(1-r) 2^-71 |S|, as bits is above
-//    lost + 71.
+//    2^-50 of the largest one anyway, as a sum is below N of these. From the first such term on, behind the turn of the
+//    lower parameter, all ratios are at most r, and the rest is at most r/(1-r) of the last term: r/(1-r) 2^-71 |S|, as
+//    bits is above lost + 71.
 // The count of bits follows as in hypergeometric_limbs.cpp from the bits that are lost, known to one or two.
 
 namespace SpecialFunction {
@@ -28,7 +29,7 @@ namespace {
 
 constexpr int kMostTerms = 1 << 15;
 constexpr double kMostRatio = 0.95;
-constexpr double kMostPower = 4096, kMostParameter = 0x1p20;
+constexpr double kMostPower = 4096, kMostParameter = 0x1p20, kMostExponent = 7200;
 
 struct Pair {
   double high, low;
@@ -45,26 +46,42 @@ struct Tail {
   double factor;  ///< from the first term below 2^-50 of the largest on: a bound of what follows over a term
   double rest;    ///< a bound of the sum of the sizes from the first term below 2^-55 on
   double terms;   ///< before the first term below 2^-50 of the largest
+  double sizes;   ///< the sum of the sizes of these over the largest one
 };
 
 std::optional<Tail> tailOf(const double* a, int32_t p, double b, double z) {
   const double second = p == 2 ? a[1] : 0;
-  double term = 1, largest = 1, factor = -1, rest = 0, terms = 0;
+  double term = 1, largest = 1, factor = -1, rest = 0, terms = 0, share = 0;
+  double sizes = 1;  // with term and largest times 2^(-500 scale)
+  int scale = 0;
   for (int n = 1; n < kMostTerms; ++n) {
     const double index = n - 1;
     term *= std::abs(z * (a[0] + index) * (p == 2 ? second + index : 1) / (n * (b + index)));
-    if (!(term < 1e280)) return std::nullopt;
-    if (term == 0) return Tail{std::fmax(factor, 0), rest, factor >= 0 ? terms : n};
+    if (term > 0x1p500) {
+      term *= 0x1p-500;
+      largest *= 0x1p-500;
+      sizes *= 0x1p-500;
+      ++scale;
+    } else if (scale > 0 && term < 0x1p-400) {  // infinity is as good as a largest one
+      term *= 0x1p500;
+      largest *= 0x1p500;
+      --scale;
+    }
+    if (!(term < kInfinity)) return std::nullopt;
+    if (term == 0)
+      return Tail{std::fmax(factor, 0), rest, factor >= 0 ? terms : n, factor >= 0 ? share : sizes / largest};
     largest = std::fmax(largest, term);
-    if (rest > 0 || term <= 0x1p-55) rest += term;
+    if (factor < 0) sizes += term;
+    if (scale == 0 && (rest > 0 || term <= 0x1p-55)) rest += term;
     if (factor < 0 && term < 0x1p-50 * largest && n > -b) {
       double ratio = 1.001 * std::abs(z) * (p == 2 ? std::fmax(1, std::abs(second + n) / (b + n)) : 1 / (b + n));
       ratio *= std::fmax(1, std::abs(a[0] + n) / (n + 1));
       if (!(ratio <= kMostRatio)) return std::nullopt;
       factor = ratio / (1 - ratio);
       terms = n;
+      share = 1.01 * sizes / largest;
     }
-    if (factor >= 0 && rest > 0) return Tail{factor, rest + 1.01 * term * factor, terms};
+    if (factor >= 0 && rest > 0) return Tail{factor, rest + 1.01 * term * factor, terms, share};
   }
   return std::nullopt;
 }
@@ -121,10 +138,10 @@ std::optional<double> decided(const Value& v, const Tail& tail, long bits, doubl
     bits *= 2;
   }
   if (most + 72 > bits) return std::nullopt;
-  // Up to its stop every term is below r/(1+r) < 2^(-1/(2 factor + 1)) ... of the one before.
+  // From 2^-50 of the largest term on the terms fall by log2(1/r) > 1.44/(factor + 1) bits each.
   const double terms = tail.terms + 2 + (static_cast<double>(bits) + 4) * (tail.factor + 1) * 0.7;
   const double lost = std::ldexp(1.0, static_cast<int>(most - bits));
-  const double error = v.error + 256 * terms * terms * lost + 1.01 * tail.factor * (0x1p-71 + lost);
+  const double error = v.error + 128 * terms * tail.sizes * lost + 1.01 * tail.factor * (0x1p-71 + lost);
   const Wide one{static_cast<UInt128>(1) << 127, -127, false};
   return cutQuotient(v.value, one, std::ldexp(error, static_cast<int>(exponent)));
 }
@@ -134,7 +151,8 @@ std::optional<double> decided(const Value& v, const Tail& tail, long bits, doubl
 std::optional<double> calcHypergeometricPFQByTransformation(const double* a, int32_t p, const double* b, int32_t q,
                                                             double z, unsigned long bits, double largest,
                                                             double* rest) {
-  if (!(z < -0x1p-20) || q != 1 || !(largest < 800) || (p == 1 ? z < -1000 : p != 2 || z <= -1)) return std::nullopt;
+  if (!(z < -0x1p-20) || q != 1 || !(largest < kMostExponent) || (p == 1 ? z < -1000 : p != 2 || z <= -1))
+    return std::nullopt;
   const auto tail = tailOf(a, p, b[0], z);
   if (!tail) return std::nullopt;
   const auto take = [&](const std::optional<Value>& value) {
@@ -154,9 +172,9 @@ std::optional<double> calcHypergeometricPFQByTransformation(const double* a, int
   const Pair w{head, (std::fma(-head, base.high, -z) - head * base.low) / base.high}, first{a[0], 0}, second{a[1], 0};
   const Pair sumOfPowers = sumOf(fromFirst.high, -a[1]);
   const Pair euler = sumOf(sumOfPowers.high, sumOfPowers.low + fromFirst.low);  // off by 2^-83 at most
-  for (const Transformed& t : {Transformed{first, fromSecond, {-a[0], 0}, w},
-                               Transformed{fromFirst, second, {-a[1], 0}, w},
-                               Transformed{fromFirst, fromSecond, euler, {z, 0}}})
+  for (const Transformed& t :
+       {Transformed{first, fromSecond, {-a[0], 0}, w}, Transformed{fromFirst, second, {-a[1], 0}, w},
+        Transformed{fromFirst, fromSecond, euler, {z, 0}}})
     if (const auto result = take(valueOf(t, c, *logarithm))) return result;
   return std::nullopt;
 }

@@ -65,8 +65,8 @@ inline WideExponential exponentialOf(const WideFixed& y) {
   return {normalised(power, k - 127, false), 0x1p-117 + static_cast<double>(std::abs(k)) * 0x1p-101};
 }
 
-/// log(x), 1 <= x < 2^10, within 2^-90: with y near it, y + e - e^2/2, e = x exp(-y) - 1; e^3/3 is below 2^-121. Nothing
-/// where y is not as near as that takes.
+/// log(x), 1 <= x < 2^10, within 2^-90: with y near it, y + e - e^2/2, e = x exp(-y) - 1; e^3/3 is below 2^-121.
+/// Nothing where y is not as near as that takes.
 inline std::optional<WideFixed> logarithmOf(const Wide& x) {
   const double size = std::ldexp(static_cast<double>(high(x.mantissa)), static_cast<int>(x.exponent) + 64);
   if (x.negative || !(size >= 1 && size < 1024)) return std::nullopt;
