@@ -2,6 +2,7 @@
 #include "frame/random.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <iterator>
 
@@ -25,7 +26,15 @@ void BlockMersenne::makeBlock() {
     for (std::size_t i = kRest; i + 1 < kSize; ++i) state[i] = state[i - kRest] ^ mersenneTwist(state[i], state[i + 1]);
     state[kSize - 1] = state[kShift - 1] ^ mersenneTwist(state[kSize - 1], state[0]);
     for (std::size_t i = 0; i < kSize; ++i) words[i] = mersenneTemper(state[i]);
-    for (std::size_t i = 0; i < kSize / 2; ++i) units[i] = UniformDistribution::ofWords(words[2 * i], words[2 * i + 1]);
+    // UniformDistribution::ofWords, with each half of a pair put behind the leading one of a power of two.
+    for (std::size_t i = 0; i < kSize / 2; ++i) {
+      uint64_t pair;
+      std::memcpy(&pair, words + 2 * i, sizeof pair);
+      if constexpr (std::endian::native == std::endian::big) pair = std::rotl(pair, 32);
+      const double upper = std::bit_cast<double>(pair >> 32 | 0x4530000000000000) - (0x1p84 + 0x1p52);
+      const double value = (std::bit_cast<double>((pair & 0xffffffff) | 0x4330000000000000) + upper) * 0x1p-64;
+      units[i] = value < 1.0 ? value : 1.0 - 0x1p-53;
+    }
   });
   at = 0;
 }

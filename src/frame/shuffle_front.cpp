@@ -36,36 +36,55 @@ void ShuffleFronts::draw(std::size_t n) {
   drawnBatch = batch, drawnElements = n;
   vectorised([this, count = static_cast<uint32_t>(n)] {
     const uint32_t* word = words.data();
-    const auto high = [](uint32_t a, uint32_t b) { return static_cast<uint32_t>(uint64_t{a} * b >> 32); };
-    uint32_t* const p = places[0];
-    uint32_t* const q = places[1];
-    uint32_t* const r = places[2];
-    for (std::size_t k = 0; k < kLanes; ++k) p[k] = 0, q[k] = 1, r[k] = 2, doubtful[k] = 0;
-    // What the draw of place j for the element i does to the first three: element i is still at its own place.
+    uint32_t p[kLanes], q[kLanes], r[kLanes], refused[kLanes];
+    for (std::size_t k = 0; k < kLanes; ++k) p[k] = 0, q[k] = 1, r[k] = 2, refused[k] = 0;
+    // The draw of place j for the element i, which is still at its own place.
     const auto put = [&](std::size_t k, uint32_t i, uint32_t j) {
-      const uint32_t a = p[k], b = q[k], c = r[k], own = i == 1 ? b : i == 2 ? c : i;
-      const uint32_t there = j == 0 ? a : j == 1 ? b : c;
-      p[k] = j == 0 ? own : a;
-      q[k] = i == 1 ? there : j == 1 ? own : b;
-      r[k] = i == 2 ? there : j == 2 ? own : c;
+      p[k] = j == 0 ? i : p[k];
+      q[k] = j == 1 ? i : q[k];
+      r[k] = j == 2 ? i : r[k];
     };
+    const auto putSecond = [&](std::size_t k, uint32_t j) {
+      p[k] = j == 0 ? 1 : 0;
+      q[k] = j == 0 ? 0 : 1;
+    };
+    const auto putThird = [&](std::size_t k, uint32_t j) {
+      const uint32_t a = p[k], b = q[k];
+      p[k] = j == 0 ? 2 : a;
+      q[k] = j == 1 ? 2 : b;
+      r[k] = j == 0 ? a : j == 1 ? b : 2;
+    };
+    // The places of the elements i and i+1, drawn together.
+    const auto pair = [&](uint32_t i, const auto& first, const auto& second) {
+      const uint32_t b = i + 2, range = (i + 1) * b;
+      const auto reciprocal = static_cast<uint32_t>((uint64_t{1} << 32) / b + 1);  // exact for what is below 2^32/b
+      for (std::size_t k = 0; k < kLanes; ++k) {
+        const auto drawn = static_cast<uint32_t>(uint64_t{word[k]} * range >> 32);
+        const auto j = static_cast<uint32_t>(uint64_t{drawn} * reciprocal >> 32);
+        refused[k] |= word[k] * range < range ? 1u : 0u;
+        first(k, i, j);
+        second(k, i + 1, drawn - j * b);
+      }
+      word += kLanes;
+    };
+    const auto second = [&](std::size_t k, uint32_t, uint32_t j) { putSecond(k, j); };
+    const auto third = [&](std::size_t k, uint32_t, uint32_t j) { putThird(k, j); };
     uint32_t i = 1;
     if (count % 2 == 0) {
       for (std::size_t k = 0; k < kLanes; ++k) {
-        doubtful[k] |= static_cast<uint32_t>(word[k] << 1 < 2u);
-        put(k, 1, word[k] >> 31);
+        refused[k] = word[k] << 1 < 2 ? 1u : 0u;
+        putSecond(k, word[k] >> 31);
       }
-      i = 2, word += kLanes;
+      word += kLanes;
+      i = 2;
+      if (i < count) pair(i, third, put), i += 2;
+    } else if (i < count) {
+      pair(i, second, third), i += 2;
     }
-    for (; i < count; i += 2, word += kLanes) {
-      const uint32_t second = i + 2, range = (i + 1) * second;
-      const uint32_t reciprocal = static_cast<uint32_t>((uint64_t{1} << 32) / second) + 1;  // exact below 2^32/second
-      for (std::size_t k = 0; k < kLanes; ++k) {
-        const uint32_t drawn = high(word[k], range), j = high(drawn, reciprocal);
-        doubtful[k] |= static_cast<uint32_t>(word[k] * range < range);
-        put(k, i, j);
-        put(k, i + 1, drawn - j * second);
-      }
-    }
+    for (; i < count; i += 2) pair(i, put, put);
+    std::copy_n(p, kLanes, places[0]);
+    std::copy_n(q, kLanes, places[1]);
+    std::copy_n(r, kLanes, places[2]);
+    std::copy_n(refused, kLanes, doubtful);
   });
 }
