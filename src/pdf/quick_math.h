@@ -104,9 +104,14 @@ inline double logOfBits(uint64_t bits, double shift) {
 /// quickLog for a positive normal x.
 inline double quickLogNormal(double x) { return logOfBits(std::bit_cast<uint64_t>(x), 0); }
 
-inline double quickLog(double x) {
+/// quickLog for 0 < x < infinity.
+inline double quickLogFinite(double x) {
   const bool tiny = x < std::numeric_limits<double>::min();
-  const double value = logOfBits(std::bit_cast<uint64_t>(tiny ? x * 0x1p54 : x), tiny ? 54.0 : 0.0);
+  return logOfBits(std::bit_cast<uint64_t>(tiny ? x * 0x1p54 : x), tiny ? 54.0 : 0.0);
+}
+
+inline double quickLog(double x) {
+  const double value = quickLogFinite(x);
   const double finite = x > 0 ? value : x == 0 ? -kInfinity : x * 0 / 0.0;
   return x <= std::numeric_limits<double>::max() ? finite : x;
 }
@@ -136,7 +141,11 @@ class QuickPower {
     const double value = x < 0 ? (x < -std::numeric_limits<double>::max() ? far : mirrored) : size;
     return x == 0 ? zero : value;
   }
-  /// The same for a positive normal x and a finite exponent: nothing to choose.
+  /// The same for 0 <= x < infinity and a finite exponent, and for a normal x: less to choose.
+  double ofFinite(double x) const {
+    const double size = quickExp(exponent * quickLogFinite(x)), zero = atZero;
+    return x == 0 ? zero : size;
+  }
   double ofNormal(double x) const { return quickExp(exponent * quickLogNormal(x)); }
 
  private:

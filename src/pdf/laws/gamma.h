@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <limits>
 #include <numbers>
 
 #include "frame/numbers.h"
@@ -25,17 +24,13 @@ class LowerShare {
     if (!(a > 0 && a < 170) || (a != n && std::abs(a - n) < 1e-14)) return;
     double nearest = kEpsilon;
     if (a == n) nearest = n > 2 ? 1.000001 * std::pow(kEpsilon * std::tgamma(n - 1), 1 / (n - 2)) : 0;
-    normal = nearest >= std::numeric_limits<double>::min();
     series.build(nearest, std::min(farthest, 30.0), [a](double k) { return 1 / (a + 1 + k); });
   }
-  double operator()(double t, double sum) const {
-    return (normal ? power.ofNormal(t) : power(t)) * (quickExpInside(-t) * sum) * scale;
-  }
+  double operator()(double t, double sum) const { return power.ofFinite(t) * (quickExpInside(-t) * sum) * scale; }
 
  private:
   QuickPower power;
   double scale = 1;
-  bool normal = false;  // every argument within the ends is a normal number
 };
 
 /// LG(a, t)/gamma(a), also where gamma(a) is beyond the doubles.
