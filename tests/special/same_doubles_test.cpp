@@ -55,8 +55,8 @@ const Way kWays[] = {
     {"Ei", [](double, double x) { return calcExpIntegral(x); }, [](double, double x) { return std::expint(x); }, 1,
      1e-9, 40},
     {"inverse erf", [](double y, double) { return calcInvErf(y); }, plainInverseErf, 0.85999999, 0, 1},
-    {"gamma", [](double x, double) { return gammaOfRunTime(x - 30); }, [](double x, double) { return std::tgamma(x - 30); },
-     210, 0, 1},
+    {"gamma", [](double x, double) { return gammaOfRunTime(x - 30); },
+     [](double x, double) { return std::tgamma(x - 30); }, 210, 0, 1},
     {"RF beside RD", [](double x, double y) { return duplicateRFAndRD(x, y, 1, false).first; },
      [](double x, double y) { return duplicateRF(x, y, 1); }, 4, 1e-9, 40},
     {"RD beside RF", [](double x, double y) { return duplicateRFAndRD(x, y, 1, false).second; },
@@ -75,7 +75,8 @@ TEST(SameDoubles, ShortWaysAndPlainOnes) {
     for (int i = 0; i < kArguments; ++i) {
       double x = way.mostFirst * unit(random), y = way.leastSecond + (way.mostSecond - way.leastSecond) * unit(random);
       if (i % 3 == 0 && way.mostFirst > 1) x = std::floor(2 * x) / 2;
-      if (i % 5 == 0 && way.leastSecond > 0) y = way.leastSecond * std::pow(way.mostSecond / way.leastSecond, unit(random));
+      if (i % 5 == 0 && way.leastSecond > 0)
+        y = way.leastSecond * std::pow(way.mostSecond / way.leastSecond, unit(random));
       const double quick = way.quick(x, y), plain = way.plain(x, y);
       if (std::bit_cast<std::uint64_t>(quick) == std::bit_cast<std::uint64_t>(plain)) continue;
       if (std::isnan(quick) && std::isnan(plain)) continue;
