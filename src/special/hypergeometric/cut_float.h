@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <gmp.h>
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
+#include "highprecision/binary/hp_by_gmp.h"
 #include "special/hypergeometric/wide_float.h"
 
 #if defined(__SIZEOF_INT128__) && GMP_NUMB_BITS == 64

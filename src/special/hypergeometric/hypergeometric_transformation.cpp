@@ -43,15 +43,16 @@ Pair sumOf(double x, double y) {
 
 /// Of the terms of the series itself.
 struct Tail {
-  double factor;  ///< from the first term below 2^-50 of the largest on: a bound of what follows over a term
-  double rest;    ///< a bound of the sum of the sizes from the first term below 2^-55 on
-  double terms;   ///< before the first term below 2^-50 of the largest
-  double sizes;   ///< the sum of the sizes of these over the largest one
+  double factor;   ///< from the first term below 2^-50 of the largest on: a bound of what follows over a term
+  double rest;     ///< a bound of the sum of the sizes from the first term below 2^-55 on
+  double terms;    ///< before the first term below 2^-50 of the largest
+  double sizes;    ///< the sum of the sizes of these over the largest one
+  double largest;  ///< its binary exponent
 };
 
 std::optional<Tail> tailOf(const double* a, int32_t p, double b, double z) {
   const double second = p == 2 ? a[1] : 0;
-  double term = 1, largest = 1, factor = -1, rest = 0, terms = 0, share = 0;
+  double term = 1, largest = 1, factor = -1, rest = 0, terms = 0, share = 0, exponent = 0;
   double sizes = 1;  // with term and largest times 2^(-500 scale)
   int scale = 0;
   for (int n = 1; n < kTransformedTerms; ++n) {
@@ -65,23 +66,25 @@ std::optional<Tail> tailOf(const double* a, int32_t p, double b, double z) {
     } else if (scale > 0 && term < 0x1p-400) {  // infinity is as good as a largest one
       term *= 0x1p500;
       largest *= 0x1p500;
+      sizes *= 0x1p500;
       --scale;
     }
     if (!(term < kInfinity)) return std::nullopt;
-    if (term == 0)
-      return Tail{std::fmax(factor, 0), rest, factor >= 0 ? terms : n, factor >= 0 ? share : sizes / largest};
+    const bool ends = term == 0;
     largest = std::fmax(largest, term);
     if (factor < 0) sizes += term;
     if (scale == 0 && (rest > 0 || term <= 0x1p-55)) rest += term;
-    if (factor < 0 && term < 0x1p-50 * largest && n > -b) {
+    if (factor < 0 && (ends || (term < 0x1p-50 * largest && n > -b))) {
       double ratio = 1.001 * std::abs(z) * (p == 2 ? std::fmax(1, std::abs(second + n) / (b + n)) : 1 / (b + n));
       ratio *= std::fmax(1, std::abs(a[0] + n) / (n + 1));
-      if (!(ratio <= kMostRatio)) return std::nullopt;
+      if (ends) ratio = 0;
+      if (!(ratio <= kMostRatio && largest < kInfinity)) return std::nullopt;
       factor = ratio / (1 - ratio);
       terms = n;
       share = 1.01 * sizes / largest;
+      exponent = std::log2(largest) + 500.0 * scale;
     }
-    if (factor >= 0 && rest > 0) return Tail{factor, rest + 1.01 * term * factor, terms, share};
+    if (ends || (factor >= 0 && rest > 0)) return Tail{factor, rest + 1.01 * term * factor, terms, share, exponent};
   }
   return std::nullopt;
 }
@@ -129,10 +132,11 @@ std::optional<Value> valueOf(const Transformed& t, double c, const WideFixed& lo
 }
 
 // The double of v when the GMP series that begins with `bits` gives it.
-std::optional<double> decided(const Value& v, const Tail& tail, long bits, double largest) {
+std::optional<double> decided(const Value& v, const Tail& tail, long bits) {
   const auto exponent = static_cast<long>(v.value.exponent) + 128;
   const auto exponentOf = [](double size) { return std::max(1L, static_cast<long>(std::floor(size)) + 1); };
-  const long least = exponentOf(largest - 0.01) - exponent - 1, most = exponentOf(largest + 0.01) - exponent + 1;
+  const long least = exponentOf(tail.largest - 0.01) - exponent - 1,
+             most = exponentOf(tail.largest + 0.01) - exponent + 1;
   if (least + 64 > bits) {
     if (most + 128 > 2 * bits) return std::nullopt;
     bits *= 2;
@@ -157,7 +161,7 @@ std::optional<double> calcHypergeometricPFQByTransformation(const double* a, int
   if (!tail) return std::nullopt;
   const auto take = [&](const std::optional<Value>& value) {
     const auto result =
-        value && value->value.mantissa != 0 ? decided(*value, *tail, static_cast<long>(bits), largest) : std::nullopt;
+        value && value->value.mantissa != 0 ? decided(*value, *tail, static_cast<long>(bits)) : std::nullopt;
     if (result && rest != nullptr) *rest = tail->rest;
     return result;
   };
