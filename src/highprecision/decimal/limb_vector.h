@@ -15,17 +15,20 @@ namespace HighPrecision {
 /// narrow stores shortly before them.
 [[gnu::always_inline]] inline void oneByOne() { asm volatile(""); }
 
-/// Copies limbs to other places, which may overlap below.
-inline void copyLimbs(const int64_t* from, std::size_t n, int64_t* to) {
-  constexpr std::size_t kFew = 12;
-  if (n > kFew) {
-    std::copy_n(from, n, to);
-    return;
-  }
+inline void copyFewLimbs(const int64_t* from, std::size_t n, int64_t* to) {
   for (std::size_t i = 0; i < n; ++i) {
     to[i] = from[i];
     oneByOne();
   }
+}
+
+/// Copies limbs to other places, which may overlap below.
+inline void copyLimbs(const int64_t* from, std::size_t n, int64_t* to) {
+  constexpr std::size_t kFew = 12;
+  if (n > kFew)
+    std::copy_n(from, n, to);
+  else
+    copyFewLimbs(from, n, to);
 }
 
 /// The limbs of a number, least significant first. A few stand in the object itself: a short number is one block of
@@ -106,12 +109,12 @@ class LimbVector {
  private:
   static constexpr std::size_t kFew = 8;
 
-  void grow(std::size_t places);
+  [[gnu::noinline]] void grow(std::size_t places);
   void take(LimbVector& other) {
     many = std::move(other.many);
     room = std::exchange(other.room, kFew);
     count = std::exchange(other.count, 0);
-    if (!many) copyLimbs(other.few, count, few);
+    if (!many) copyFewLimbs(other.few, count, few);
   }
 
   std::size_t count = 0, room = kFew;
