@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <climits>
+#include <thread>
 
 #include "highprecision/hp_host.h"
 
@@ -220,4 +221,21 @@ TEST(Fraction, ToFloat) {
   const Number up("9.8765432.1098765.4321098.7654321@0"), down("12.3456789.0123456.7890123@0");
   for (int32_t precision = 1; precision < 60; ++precision)
     EXPECT_EQ(floatOf(long1, precision), fun2(up, down, 3, precision));
+}
+
+// The first of them makes the form that was not given; the others wait for it.
+TEST(Fraction, ThreadsShareFractions) {
+  for (int round = 0; round < 50; ++round) {
+    const Fraction made("123456789012345678901234567890", "987654321098765432109876543216");
+    const Fraction sum(fraction_fun2(made, made, 0, nullptr));
+    std::vector<std::string> results(4);
+    std::vector<std::thread> threads;
+    for (std::string& result : results)
+      threads.emplace_back([&] { result = sum.text() + Fraction(fraction_fun2(made, sum, 1, nullptr)).text(); });
+    for (std::thread& thread : threads) thread.join();
+    for (const std::string& result : results)
+      ASSERT_EQ(result,
+                "20576131502057613150205761315,82304526758230452675823045268"
+                "-20576131502057613150205761315,164609053516460905351646090536");
+  }
 }

@@ -83,7 +83,7 @@ class Division {
       const uint64_t carried = rest[s + 1] + rest[s] * static_cast<uint64_t>(kBase);
       const int64_t limb = limbOf(estimate(rest + s), last && final);
       for (std::size_t i = s; i < kShortest; ++i) rest[i] -= static_cast<uint64_t>(limb * top[i - s]);
-      if (!final) rest[s + 1] = carried - static_cast<uint64_t>(limb * (top[1] + top[0] * kBase));
+      if (!final) rest[s + 1] = carried - static_cast<uint64_t>(limb) * static_cast<uint64_t>(top[1] + top[0] * kBase);
       quotient[kRows - 1 - s] = limb;
       factors[kRows - 1 - s] = -limb;
     }
