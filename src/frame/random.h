@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -46,6 +47,33 @@ class NormalDistribution {
     return y * factor;
   }
 
+  /// The next `count` values at once. The rounds are collected before anything is made of them, without a branch on a
+  /// number that nobody can foresee.
+  template <class Generator>
+  void fill(Generator& generator, double* out, std::size_t count) {
+    constexpr std::size_t kRounds = 16;
+    double x[kRounds], y[kRounds], square[kRounds];
+    std::size_t i = 0;
+    if (cached && count > 0) out[i++] = (*this)(generator);
+    while (i < count) {
+      const std::size_t wanted = std::min(kRounds, (count - i + 1) / 2);
+      for (std::size_t k = 0; k < wanted;) {
+        const double a = 2.0 * uniform(generator) - 1.0, b = 2.0 * uniform(generator) - 1.0;
+        x[k] = a, y[k] = b, square[k] = a * a + b * b;
+        k += static_cast<std::size_t>((square[k] <= 1.0) & (square[k] != 0.0));
+      }
+      for (std::size_t k = 0; k < wanted; ++k) {
+        const double factor = std::sqrt(-2.0 * std::log(square[k]) / square[k]);
+        out[i++] = y[k] * factor;
+        cached = i == count;
+        if (cached)
+          second = x[k] * factor;
+        else
+          out[i++] = x[k] * factor;
+      }
+    }
+  }
+
  private:
   UniformDistribution uniform;
   double second = 0.0;
@@ -88,6 +116,16 @@ class BlockMersenne {
     at += 2;
     return value;
   }
+  /// The next `count` uniform numbers at once.
+  void fill(double* out, std::size_t count) {
+    while (count > 0) {
+      if (at == kSize) makeBlock();
+      const std::size_t have = at % 2 != 0 ? 0 : std::min(count, (kSize - at) / 2);
+      std::copy_n(units + at / 2, have, out);
+      at += 2 * have, out += have, count -= have;
+      if (have == 0) *out++ = unit(), --count;
+    }
+  }
 
  private:
   static constexpr std::size_t kSize = std::mt19937::state_size;
@@ -101,6 +139,7 @@ class BlockMersenne {
 };
 
 class LocalMersennes;
+class ShuffleFronts;
 
 /// std::mt19937 for a few words: the same numbers from the same seed, but the state is made as far as the words handed
 /// out need it. The first word takes 398 words of state and one step, not 624 of each.
@@ -114,6 +153,7 @@ class LocalMersenne {
 
  private:
   friend LocalMersennes;
+  friend ShuffleFronts;
   LocalMersenne(LocalMersennes& from, std::size_t index) : batch(&from), lane(index) {}
 
   LocalMersennes* batch;
@@ -121,10 +161,11 @@ class LocalMersenne {
 };
 
 /// Local generators in batches. Each word of a state needs the one before it, a chain that cannot be shortened; the
-/// chains of a batch run side by side.
+/// chains of a batch run side by side. Of the states only what the first words need is kept: few are asked for. A
+/// generator that is asked for more begins anew as a whole one, and the next batch makes twice as many at once.
 class LocalMersennes {
  public:
-  static constexpr std::size_t kLanes = 16;
+  static constexpr std::size_t kLanes = 32;
 
   /// The next generator; it is good until the one after it is taken. A new batch asks for its seeds at once: `ahead` of
   /// them, 1 to kLanes.
@@ -133,30 +174,28 @@ class LocalMersennes {
     return {*this, used++};
   }
 
+ protected:
+  static constexpr std::size_t kMostFirst = std::mt19937::state_size - std::mt19937::shift_size;
+
+  std::vector<uint32_t> words;      // [made*kLanes]: word i of all generators of the batch, then word i+1
+  std::size_t wanted = 16;          // of the next batch, up to kMostFirst; a shuffle of thirty takes as many
+  std::size_t made = 0, batch = 0;  // words of a generator; count of batches
+
  private:
   friend LocalMersenne;
-  static constexpr std::size_t kSize = std::mt19937::state_size, kShift = std::mt19937::shift_size;
-  static constexpr std::size_t kFirst = 16;  // a shuffle of thirty takes as many words
 
   void start(uint32_t (*seed)(), std::size_t ahead);
-  void seedRows(std::size_t count);  // `count` more words of every state, as far as there are any
+  uint32_t later(std::size_t lane, std::size_t at);
 
-  std::vector<uint32_t> state;      // [kSize*kLanes]; the rows from `seeded` on are not set yet
-  uint32_t first[kFirst * kLanes];  // the first words, made for all
-  std::size_t seeded = 0, used = 0, ready = 0;
+  uint32_t seeds[kLanes] = {};
+  std::vector<uint32_t> near;  // [(made+1)*kLanes] the beginning of the states
+  std::mt19937 whole;          // the generator that was asked for more words
+  std::size_t used = 0, ready = 0;
 };
 
 inline LocalMersenne::result_type LocalMersenne::operator()() {
-  constexpr std::size_t kSize = LocalMersennes::kSize, kShift = LocalMersennes::kShift;
-  if (at < LocalMersennes::kFirst) return batch->first[at++ * LocalMersennes::kLanes + lane];
-  const std::size_t here = at < kSize ? at : at - kSize, next = here + 1 < kSize ? here + 1 : 0;
-  const std::size_t far = here < kSize - kShift ? here + kShift : here + kShift - kSize;
-  if (batch->seeded <= far && batch->seeded < kSize) batch->seedRows(32);
-  uint32_t* column = batch->state.data() + lane;
-  const auto row = [column](std::size_t i) -> uint32_t& { return column[i * LocalMersennes::kLanes]; };
-  const uint32_t word = row(here) = row(far) ^ mersenneTwist(row(here), row(next));
-  at = at + 1 < 2 * kSize ? at + 1 : kSize;  // later rounds stay apart from the first one, whose words begin in `first`
-  return mersenneTemper(word);
+  if (at >= batch->made) return batch->later(lane, at++);
+  return batch->words[at++ * LocalMersennes::kLanes + lane];
 }
 
 /// A seed from the system's random device, which is asked for a block of words at a time. One block a thread; a process

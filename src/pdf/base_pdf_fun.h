@@ -60,6 +60,8 @@ class BasePDFFun : public BaseData {
   virtual void calcPDFs(std::span<const double> x, std::span<double> y) const = 0;
   /// y[i] = calcCDF(x[i]); both of one length, y may be x itself.
   virtual void calcCDFs(std::span<const double> x, std::span<double> y) const = 0;
+  /// Whether calcCDF may take milliseconds at some points, as a series summed at the rim of its circle.
+  virtual bool mayTakeLong() const { return false; }
   /// Sum of (calcCDF(x[i]) - cdf[i])^2 from first to last: the measure of a fit.
   virtual double cdfSquaredError(std::span<const double> x, std::span<const double> cdf) const = 0;
 };

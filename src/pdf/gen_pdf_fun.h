@@ -19,6 +19,7 @@ class BaseGenPDFFun : public BasePDFFun {
   explicit BaseGenPDFFun(std::shared_ptr<BasePDFFun> inner);
 
   std::string& getLatex(std::string& out) const override;
+  bool mayTakeLong() const override { return baseFun->mayTakeLong(); }
   std::size_t optParamSize() const override { return baseFun->optParamSize() + params.size(); }
   std::size_t paramSize() const override { return baseFun->paramSize() + params.size(); }
   void setParamsRaw(const double* values) override;

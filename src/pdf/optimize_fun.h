@@ -12,6 +12,10 @@ namespace PDF {
 
 /// The objective of a fit: sum over the sample of (F(x_i; candidate) - cdf_i)^2. A call writes the candidate into the
 /// distribution and allocates nothing.
+///
+/// Where a formula overflows or has no value it does so at the far end, and the sum is not finite either: its value is
+/// then that of the first such term from the far end on. Several points are asked, the nearer ones ever wider apart:
+/// few may lie beyond a series' circle, and a wrapper maps the overflow of one sign to a finite value.
 class PDFOptimizeFun final : public Solver::BaseOptimizeObject {
  public:
   /// Keeps its own copies of the sample; the distribution is borrowed.
@@ -29,9 +33,13 @@ class PDFOptimizeFun final : public Solver::BaseOptimizeObject {
     std::vector<double> cdf;
   };
 
-  double farTerm() const;
+  double squared(std::size_t i, double share) const;
+  double quickSum() const;
+  double slowSum();
+  void fillShares(std::size_t from, std::size_t to);
 
   std::shared_ptr<const FitData> data;
+  std::vector<double> shares;  // of a distribution that may take long: no point is asked twice
 };
 
 }  // namespace PDF

@@ -32,6 +32,20 @@ inline double polynomial(const double (&c)[N], double x) {
   return (everyFourth<0>(c, x4) + x * everyFourth<1>(c, x4)) + x2 * (everyFourth<2>(c, x4) + x * everyFourth<3>(c, x4));
 }
 
+/// Added to a number, it leaves the rounded integer in the low bits.
+inline constexpr double kExpInteger = 0x1.8p52;
+inline constexpr double kExpSeries[] = {0.5,
+                                        0.16666666666666671,
+                                        0.04166666666666667,
+                                        0.0083333333333261121,
+                                        0.0013888888888883732,
+                                        0.00019841269874901259,
+                                        2.4801587325605323e-5,
+                                        2.7557255297969644e-6,
+                                        2.755727357010214e-7,
+                                        2.5105259538448493e-8,
+                                        2.0914717341716376e-9};
+
 /// x = k ln 2 + r with r in [-ln 2/2, ln 2/2]: exp(x) is (1 + expm1(r)) 2^k.
 struct ExpParts {
   double series;        ///< exp(r) - 1, by a minimax polynomial
@@ -39,32 +53,28 @@ struct ExpParts {
 };
 
 inline ExpParts expParts(double x) {
-  constexpr double kInteger = 0x1.8p52;  // adding it leaves the rounded integer in the low bits
-  static constexpr double kSeries[] = {0.5,
-                                       0.16666666666666671,
-                                       0.04166666666666667,
-                                       0.0083333333333261121,
-                                       0.0013888888888883732,
-                                       0.00019841269874901259,
-                                       2.4801587325605323e-5,
-                                       2.7557255297969644e-6,
-                                       2.755727357010214e-7,
-                                       2.5105259538448493e-8,
-                                       2.0914717341716376e-9};
   double c = x > 1000 ? 1000 : x;
   c = c < -1000 ? -1000 : c;
-  const double k = (c * 1.4426950408889634 + kInteger) - kInteger;
+  const double k = (c * 1.4426950408889634 + kExpInteger) - kExpInteger;
   const double r = (c - k * 6.93147180369123816490e-01) - k * 1.90821492927058770002e-10;
-  const double lower = k * 0.5 + kInteger, upper = (k - (lower - kInteger)) + kInteger;
+  const double lower = k * 0.5 + kExpInteger, upper = (k - (lower - kExpInteger)) + kExpInteger;
   const auto power = [](double biased) {
     return std::bit_cast<double>((std::bit_cast<uint64_t>(biased) << 52) + (uint64_t{1023} << 52));
   };
-  return {r + r * r * polynomial(kSeries, r), power(lower), power(upper)};
+  return {r + r * r * polynomial(kExpSeries, r), power(lower), power(upper)};
 }
 
 inline double quickExp(double x) {
   const ExpParts parts = expParts(x);
   return (1 + parts.series) * parts.lower * parts.upper;
+}
+
+/// quickExp for -600 <= x <= 600, where 2^k is in range as a whole: the same value.
+inline double quickExpInside(double x) {
+  const double shifted = x * 1.4426950408889634 + kExpInteger, k = shifted - kExpInteger;
+  const double r = (x - k * 6.93147180369123816490e-01) - k * 1.90821492927058770002e-10;
+  const double power = std::bit_cast<double>((std::bit_cast<uint64_t>(shifted) << 52) + (uint64_t{1023} << 52));
+  return (1 + (r + r * r * polynomial(kExpSeries, r))) * power;
 }
 
 /// exp(x) - 1, to about two ulps also near 0.
@@ -75,20 +85,33 @@ inline double quickExpm1(double x) {
   return x > 40 ? (1 + parts.series) * parts.lower * parts.upper : value;
 }
 
-/// x = 2^k m, m in [sqrt(1/2), sqrt(2)); ln m = 2 s + s^3 R(s^2), s = (m-1)/(m+1).
-inline double quickLog(double x) {
+inline constexpr uint64_t kExponentBias = uint64_t{1023} << 52;
+
+/// ln of the normal number with these bits, less `shift` ln 2: x = 2^k m, m in [sqrt(1/2), sqrt(2));
+/// ln m = 2 s + s^3 R(s^2), s = (m-1)/(m+1).
+inline double logOfBits(uint64_t bits, double shift) {
   static constexpr double kSeries[] = {0.66666666666666697,  0.39999999999899239,  0.285714286260958915,
                                        0.222222111151441615, 0.181828905566956035, 0.153316740301678619,
                                        0.146170375487916501};
-  constexpr uint64_t kRootHalf = 0x3fe6a09e667f3bcd, kBias = uint64_t{1023} << 52;
-  const bool tiny = x < std::numeric_limits<double>::min();
-  const uint64_t bits = std::bit_cast<uint64_t>(tiny ? x * 0x1p54 : x);
-  const uint64_t biased = bits - (kRootHalf - kBias);
-  const double k = std::bit_cast<double>((biased >> 52) | 0x4330000000000000) - (0x1p52 + 1023) - (tiny ? 54.0 : 0.0);
-  const double f = std::bit_cast<double>(bits - (biased & 0xfff0000000000000) + kBias) - 1;
+  constexpr uint64_t kRootHalf = 0x3fe6a09e667f3bcd;
+  const uint64_t biased = bits - (kRootHalf - kExponentBias);
+  const double k = std::bit_cast<double>((biased >> 52) | 0x4330000000000000) - (0x1p52 + 1023) - shift;
+  const double f = std::bit_cast<double>(bits - (biased & 0xfff0000000000000) + kExponentBias) - 1;
   const double s = f / (2 + f), s2 = s * s;
-  const double value =
-      k * 6.93147180369123816490e-01 + (2 * s + (s * s2 * polynomial(kSeries, s2) + k * 1.90821492927058770002e-10));
+  return k * 6.93147180369123816490e-01 + (2 * s + (s * s2 * polynomial(kSeries, s2) + k * 1.90821492927058770002e-10));
+}
+
+/// quickLog for a positive normal x.
+inline double quickLogNormal(double x) { return logOfBits(std::bit_cast<uint64_t>(x), 0); }
+
+/// quickLog for 0 < x < infinity.
+inline double quickLogFinite(double x) {
+  const bool tiny = x < std::numeric_limits<double>::min();
+  return logOfBits(std::bit_cast<uint64_t>(tiny ? x * 0x1p54 : x), tiny ? 54.0 : 0.0);
+}
+
+inline double quickLog(double x) {
+  const double value = quickLogFinite(x);
   const double finite = x > 0 ? value : x == 0 ? -kInfinity : x * 0 / 0.0;
   return x <= std::numeric_limits<double>::max() ? finite : x;
 }
@@ -118,6 +141,12 @@ class QuickPower {
     const double value = x < 0 ? (x < -std::numeric_limits<double>::max() ? far : mirrored) : size;
     return x == 0 ? zero : value;
   }
+  /// The same for 0 <= x < infinity and a finite exponent, and for a normal x: less to choose.
+  double ofFinite(double x) const {
+    const double size = quickExp(exponent * quickLogFinite(x)), zero = atZero;
+    return x == 0 ? zero : size;
+  }
+  double ofNormal(double x) const { return quickExp(exponent * quickLogNormal(x)); }
 
  private:
   double exponent = 1, atZero = 0, left = -1, farLeft = -1;

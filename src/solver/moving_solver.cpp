@@ -52,11 +52,11 @@ void MovingSolver::widenBounds(std::size_t size) {
 
 void MovingSolver::clip(std::vector<double>& trial) {
   widenBounds(trial.size());
+  double* __restrict at = trial.data();
+  const double *high = maxVar.data(), *low = minVar.data();
   for (std::size_t i = 0; i < trial.size(); ++i) {
-    if (trial[i] > maxVar[i])
-      trial[i] = maxVar[i];
-    else if (trial[i] < minVar[i])
-      trial[i] = minVar[i];
+    const double below = at[i] < low[i] ? low[i] : at[i];
+    at[i] = at[i] > high[i] ? high[i] : below;
   }
   limit(trial);
 }

@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "frame/shuffle_front.h"
 #include "solver/base_solver.h"
 
 namespace Solver {
@@ -18,9 +19,9 @@ class MovingSolver : public BaseSolver {
   int64_t randomIndex(int64_t lo, int64_t hi);
   std::size_t uniformIndex();  ///< unbiased over the population
   /// A new Mersenne twister for shuffles and picks, which shall not draw on `rng`; good until the next call.
-  LocalMersenne localGenerator() {
-    return locals.next(localSeed, localSeed == deviceSeed ? LocalMersennes::kLanes : 1);
-  }
+  LocalMersenne localGenerator() { return locals.next(localSeed, seedsAhead()); }
+  /// The first three of 0, 1, ..., n-1 after a shuffle by such a generator.
+  ShuffleFronts::Front firstThree(std::size_t n) { return locals.nextFront(localSeed, seedsAhead(), n); }
 
   bool tryCandidate(const Candidate& c, bool force);
   void clip(std::vector<double>& trial);
@@ -37,7 +38,9 @@ class MovingSolver : public BaseSolver {
  private:
   bool offerAway(const Candidate& c, double v);
 
-  LocalMersennes locals;
+  std::size_t seedsAhead() const { return localSeed == deviceSeed ? LocalMersennes::kLanes : 1; }
+
+  ShuffleFronts locals;
 };
 
 /// Sorts candidates by one of their values, ascending; a NaN stands behind every number. Ties have no defined order.

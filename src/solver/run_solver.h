@@ -16,17 +16,17 @@ class RUNSolver final : public BaseNormSolver {
   const std::vector<double>* better = nullptr;
   const std::vector<double>* worse = nullptr;
   NormalDistribution normal2;
-  std::vector<double> mean, delta, rk, v1, v2, v3, wList;
+  std::vector<double> mean, delta, rk, v1, wList;
   std::vector<double> sf;
-  std::vector<int32_t> picks;
 
  private:
-  double narrowing = 1;  // exp(-4 t/T) of the iteration
+  double narrowing = 1;       // exp(-4 t/T) of the iteration
+  std::vector<double> drawn;  // uniform numbers of one loop over the variables, in the order of their draws
 
   bool init();
   bool iterate();
   bool step(const Candidate& c, double s);
-  void fill(std::vector<double>& values);
+  const double* draws(std::size_t rows, std::size_t more);
   void spread(const Candidate& c);
   void pickThree(const Candidate& c);
   void slopes();

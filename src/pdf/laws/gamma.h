@@ -26,7 +26,7 @@ class LowerShare {
     if (a == n) nearest = n > 2 ? 1.000001 * std::pow(kEpsilon * std::tgamma(n - 1), 1 / (n - 2)) : 0;
     series.build(nearest, std::min(farthest, 30.0), [a](double k) { return 1 / (a + 1 + k); });
   }
-  double operator()(double t, double sum) const { return power(t) * (quickExp(-t) * sum) * scale; }
+  double operator()(double t, double sum) const { return power.ofFinite(t) * (quickExpInside(-t) * sum) * scale; }
 
  private:
   QuickPower power;
@@ -347,7 +347,10 @@ class InsideSeries {
   static void build(PowerSeries& series, double alpha, double h) {
     series.clear();
     if (!(alpha > 0 && h > 0 && h < 1000)) return;
-    const double farthest = std::min(0.999, -std::expm1(-650 / h));  // (1-t)^-h in range
+    // The terms alpha n^(h-2) t^n/gamma(h) are below the engine's 1e-17 before its cap; (1-t)^-h is in range.
+    constexpr double kTerms = 9e5, kEnd = 39.2;
+    const double atCap = (kEnd + std::log(alpha) + (h - 2) * std::log(kTerms) - lnGamma(h)) / kTerms;
+    const double farthest = std::min(-std::expm1(-650 / h), std::exp(-std::max(atCap, 1e-5)));
     series.build(0, farthest / (1 + farthest), [=](double k) { return (h + k) / (alpha + 1 + k); });
   }
   /// t/(1+t), and below (1+t)^-h, with what the rounding of 1+t takes away.
@@ -355,7 +358,7 @@ class InsideSeries {
 
   InsideSeries() = default;
   explicit InsideSeries(double h) : h(h), power(-h) {}
-  double factor(double t) const { return power(1 + t) * (1 - h * lost(t)); }
+  double factor(double t) const { return power.ofNormal(1 + t) * (1 - h * lost(t)); }
 
  private:
   static double lost(double t) {
@@ -386,6 +389,7 @@ class PDFFunByInvertedBeta final : public SeriesPDFFun<PDFFunByInvertedBeta> {
     InsideSeries::build(series, b, a + b);
     rising = QuickPower(b), inside = InsideSeries(a + b);
   }
+  bool mayTakeLong() const override { return true; }
   double density(double x) const {
     if (!(x > c)) return 0;
     const double u = x - c;
@@ -434,6 +438,7 @@ class PDFFunByStudentsT final : public SeriesPDFFun<PDFFunByStudentsT> {
     InsideSeries::build(series, 0.5, half);
     inside = InsideSeries(half);
   }
+  bool mayTakeLong() const override { return true; }
   double density(double x) const {
     return (half < 170 ? std::pow(x * x / a + 1, -half) : std::exp(-half * std::log1p(x * x / a))) * factor;
   }

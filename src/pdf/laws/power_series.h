@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "pdf/for_points.h"
@@ -46,7 +47,7 @@ class PowerSeries {
 
   double operator()(double t) const {
     double sum = 0;
-    for (std::size_t k = terms[part(t)]; k-- > 0;) sum = sum * t + coefficients[k];
+    for (std::size_t k = terms[static_cast<std::size_t>(part(t))]; k-- > 0;) sum = sum * t + coefficients[k];
     return sum;
   }
 
@@ -56,11 +57,15 @@ class PowerSeries {
     return all;
   }
 
-  /// sums[i] = (*this)(t[i]) for contained points.
+  static constexpr std::size_t kBlock = 128;
+
+  /// sums[i] = (*this)(t[i]) for at most kBlock contained points.
   void values(const double* t, double* sums, std::size_t n) const {
+    std::array<int32_t, kBlock> parts;
+    for (std::size_t i = 0; i < n; ++i) parts[i] = part(t[i]);
     for (std::size_t from = 0, to = 0; from < n; from = to) {
-      const std::size_t mine = part(t[from]);
-      for (to = from + 1; to < n && part(t[to]) == mine;) ++to;
+      const auto mine = static_cast<std::size_t>(parts[from]);
+      for (to = from + 1; to < n && parts[to] == parts[from];) ++to;
       std::size_t at = from;
       for (; at + kLanes < to; at += 2 * kLanes) some<2 * kLanes>(terms[mine], t + at, sums + at, to - at);
       if (at < to) some<kLanes>(terms[mine], t + at, sums + at, to - at);
@@ -71,8 +76,8 @@ class PowerSeries {
   static constexpr std::size_t kParts = 16, kMostTerms = 4000;
   static constexpr std::size_t kLanes = 16;  // of a short rest; twice as many keep the multipliers busy
 
-  std::size_t part(double t) const {
-    return std::min(kParts - 1, static_cast<std::size_t>(t * (static_cast<double>(kParts) / high)));
+  int32_t part(double t) const {
+    return std::min(static_cast<int32_t>(kParts) - 1, static_cast<int32_t>(t * (static_cast<double>(kParts) / high)));
   }
 
   template <std::size_t kWidth>
@@ -124,7 +129,7 @@ class SeriesPDFFun : public PlainPDFFun<Self> {
   }
 
   void distributions(const double* x, double* y, std::size_t n) const {
-    constexpr std::size_t kBlock = 128;
+    constexpr std::size_t kBlock = PowerSeries::kBlock;
     std::array<double, kBlock> points, t, sums;
     std::array<std::size_t, kBlock> places;
     for (std::size_t from = 0; from < n; from += kBlock) {

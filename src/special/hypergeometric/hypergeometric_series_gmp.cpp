@@ -11,9 +11,9 @@ namespace SpecialFunction {
 namespace {
 
 constexpr mp_bitcnt_t kBits = 128;
-constexpr mp_bitcnt_t kMostBits = 1 << 15;
-constexpr unsigned long kMostTerms = 200000;
-constexpr long kWanted = 64;  // bits of the result
+constexpr mp_bitcnt_t kSeriesBits = 1 << 15;
+constexpr unsigned long kSeriesTerms = 200000;
+constexpr long kSeriesWanted = 64;  // bits of the result
 
 struct Parameters {
   const double* a;
@@ -52,14 +52,14 @@ std::optional<Round> untilRelativeStop(const Arithmetic& arithmetic, const Param
   auto series = seriesOf(arithmetic, parameters);
   const auto &sum = series.sum, &term = series.term;
   long largest = 1, last = 1;
-  for (unsigned long n = 1; n < kMostTerms; ++n) {
+  for (unsigned long n = 1; n < kSeriesTerms; ++n) {
     if (!series.add(n)) return std::nullopt;
     if (term.isZero()) break;
     const long size = term.binaryExponent();
     if (size > largest) largest = size;
     // Falling for good, and below the last bit that the sum can keep.
     if (static_cast<double>(n) > turn && size < last &&
-        (size < sum.binaryExponent() - kWanted - 8 || size < largest - bits))
+        (size < sum.binaryExponent() - kSeriesWanted - 8 || size < largest - bits))
       break;
     last = size;
   }
@@ -82,7 +82,7 @@ double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double*
     const auto wanted = static_cast<long>(bits);
     const Round round =
         inFloats(bits, [&](const auto& arithmetic) { return untilRelativeStop(arithmetic, parameters, wanted); });
-    if (wanted >= round.lost + kWanted || bits >= kMostBits) return round.value;
+    if (wanted >= round.lost + kSeriesWanted || bits >= kSeriesBits) return round.value;
     bits = std::max(2 * bits, static_cast<mp_bitcnt_t>(round.lost) + 128);
   }
 }

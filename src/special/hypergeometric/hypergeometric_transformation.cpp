@@ -27,7 +27,7 @@ namespace SpecialFunction {
 #ifdef __SIZEOF_INT128__
 namespace {
 
-constexpr int kMostTerms = 1 << 15;
+constexpr int kTransformedTerms = 1 << 15;
 constexpr double kMostRatio = 0.95;
 constexpr double kMostPower = 4096, kMostParameter = 0x1p20, kMostExponent = 7200;
 
@@ -55,7 +55,7 @@ std::optional<Tail> tailOf(const double* a, int32_t p, double b, double z) {
   double term = 1, largest = 1, factor = -1, rest = 0, terms = 0, share = 0, exponent = 0;
   double sizes = 1;  // with term and largest times 2^(-500 scale)
   int scale = 0;
-  for (int n = 1; n < kMostTerms; ++n) {
+  for (int n = 1; n < kTransformedTerms; ++n) {
     const double index = n - 1;
     term *= std::abs(z * (a[0] + index) * (p == 2 ? second + index : 1) / (n * (b + index)));
     if (term > 0x1p500) {

@@ -15,9 +15,9 @@ namespace {
 
 using HP::HPByGMP;
 
-constexpr double kMostX = 5000, kMostParameter = 1e6;
+constexpr double kMostX = 5000, kMostParameterU = 1e6;
 constexpr mp_bitcnt_t kFirstBits = 192, kMostBitsU = 1 << 15;
-constexpr long kWanted = 70;  // bits of the result, with what rounding takes
+constexpr long kWantedU = 70;  // bits of the result, with what rounding takes
 
 HPByGMP sumOf(mp_bitcnt_t bits, std::initializer_list<double> summands) {
   HPByGMP sum(bits, 0.0);
@@ -207,7 +207,7 @@ Part sumOfParts(double a, double b, double x, int doublings, mp_bitcnt_t bits) {
 }  // namespace
 
 std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
-  if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameter && std::abs(b) <= kMostParameter)) return std::nullopt;
+  if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameterU && std::abs(b) <= kMostParameterU)) return std::nullopt;
   for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBitsU;) {
     // N = x 2^doublings from 0.7 bits on, as exp(-N) is left out.
     const double least = 0.7 * static_cast<double>(bits + 16);
@@ -215,7 +215,7 @@ std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
     if (std::ldexp(x, doublings) < least) ++doublings;
     const Part sum = sumOfParts(a, b, x, doublings, bits);
     const long lost = sum.error + static_cast<long>(bits) - exponentOf(sum.value);
-    if (mpf_sgn(sum.value.get()) != 0 && lost + kWanted <= static_cast<long>(bits)) {
+    if (mpf_sgn(sum.value.get()) != 0 && lost + kWantedU <= static_cast<long>(bits)) {
       long exponent = 0;
       const double rest = std::pow(std::ldexp(x, doublings), std::round(a) - a);
       const double mantissa = mpf_get_d_2exp(&exponent, sum.value.get()) * rest;
@@ -223,7 +223,7 @@ std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
       return Scaled{mantissa, static_cast<double>(exponent) * std::numbers::ln2};
     }
     bits = std::max(bits + bits / 2,
-                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBitsU))) + kWanted + 32);
+                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBitsU))) + kWantedU + 32);
   }
   return std::nullopt;
 }
