@@ -421,12 +421,13 @@ struct Memory {
 
 Memory memoryNow() {
   const struct mallinfo2 heap = mallinfo2();
-  long pages = 0;
+  long pages = 0, shared = 0;  // the latter are the library's own, read when they are first used
   if (std::FILE* file = std::fopen("/proc/self/statm", "r")) {
-    if (std::fscanf(file, "%*d %ld", &pages) != 1) pages = 0;
+    if (std::fscanf(file, "%*d %ld %ld", &pages, &shared) != 2) pages = shared = 0;
     std::fclose(file);
   }
-  return {static_cast<double>(heap.uordblks + heap.hblkhd), static_cast<double>(pages * sysconf(_SC_PAGESIZE))};
+  return {static_cast<double>(heap.uordblks + heap.hblkhd),
+          static_cast<double>((pages - shared) * sysconf(_SC_PAGESIZE))};
 }
 
 /// Bytes that each of n live terms takes, the partial results of a sum or product by single calls: as built, and once
