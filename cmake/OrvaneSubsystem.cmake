@@ -33,17 +33,28 @@ function(orvane_subsystem name)
   set_property(GLOBAL APPEND PROPERTY ORVANE_SUBSYSTEMS orvane_${name})
 endfunction()
 
+# orvane_test_options(target): what is tested is the library; the tests themselves need not be quick, but quick to build.
+# All are compiled with the same flags, so that one precompiled header serves them (tests/support).
+function(orvane_test_options target)
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
+  set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(${target} PRIVATE -fpch-preprocess)  # lets ccache see what was precompiled
+  endif()
+  if(CCACHE_PROGRAM)
+    set_target_properties(${target} PROPERTIES
+      CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND};-E;env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CCACHE_PROGRAM}")
+  endif()
+endfunction()
+
 # orvane_test(name [WHITEBOX] source...): a GoogleTest program against the shared library, as a host; WHITEBOX links the
 # static twin and sees src/.
 function(orvane_test name)
   cmake_parse_arguments(arg "WHITEBOX;SLOW" "" "" ${ARGN})
   add_executable(${name}_test ${arg_UNPARSED_ARGUMENTS})
-  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(${name}_test PRIVATE
-    ORVANE_REFERENCE_DIR="${PROJECT_SOURCE_DIR}/tests/reference")
-  # What is tested is the library; the tests themselves need not be quick, but quick to build.
-  target_compile_options(${name}_test PRIVATE $<$<CONFIG:Release>:-O1>)
-  target_link_libraries(${name}_test PRIVATE orvane_settings GTest::gtest_main Threads::Threads)
+  orvane_test_options(${name}_test)
+  target_link_libraries(${name}_test PRIVATE orvane_test_support)
+  target_precompile_headers(${name}_test REUSE_FROM orvane_test_support)
   if(arg_WHITEBOX)
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name}_test PRIVATE orvane_static)

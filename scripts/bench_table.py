@@ -5,10 +5,12 @@
 usage: bench_table.py BUILD_DIR PROGRAM... [-- BENCHMARK-OPTION...]
 
 A benchmark named `case/peer` (as `Gamma/orvane`, `Gamma/boost`) stands in one line with its peers; the ratio is
-Orvane's time over the best peer's. User counters become columns.
+Orvane's time over the best peer's. User counters become columns. The geometric mean of the ratios stands below each
+table, that of all programs at the end.
 """
 import collections
 import json
+import math
 import pathlib
 import subprocess
 import sys
@@ -48,7 +50,13 @@ def duration(nanoseconds):
     return f"{nanoseconds:.3g} ns"
 
 
-def table(runs):
+def mean(ratios):
+    value = math.exp(sum(map(math.log, ratios)) / len(ratios))
+    return f"Geometric mean of the {len(ratios)} ratios: {value:.2f}."
+
+
+def table(runs, ratios):
+    """The table; the ratios of its cases are added to the list."""
     cases = collections.OrderedDict()
     counters = []
     for run in runs:
@@ -69,7 +77,9 @@ def table(runs):
         time, own = peers[ours]
         others = sorted((entry[0], peer) for peer, entry in peers.items() if peer != ours)
         best = f"{others[0][1]} {duration(others[0][0])}" if others else ""
-        ratio = f"{time / others[0][0]:.2f}" if others else ""
+        if others:
+            ratios.append(time / others[0][0])
+        ratio = f"{ratios[-1]:.2f}" if others else ""
         cells = [case, duration(time), best, ratio, *(f"{own[key]:.3g}" if key in own else "" for key in counters)]
         lines.append("| " + " | ".join(cells) + " |")
     return "\n".join(lines)
@@ -84,11 +94,18 @@ def main():
         sys.exit(__doc__)
     build, programs = pathlib.Path(arguments[0]), arguments[1:]
     print(heading(build))
+    every = []
     for program in programs:
         print(f"bench: {program}", file=sys.stderr)
         out = subprocess.run([program, "--benchmark_format=json", *options], stdout=subprocess.PIPE, text=True, check=True)
         title = pathlib.Path(program).name.removesuffix("_bench")
-        print(f"\n## {title}\n\n{table(json.loads(out.stdout)['benchmarks'])}")
+        ratios = []
+        print(f"\n## {title}\n\n{table(json.loads(out.stdout)['benchmarks'], ratios)}")
+        if ratios:
+            print(f"\n{mean(ratios)}")
+        every += ratios
+    if len(programs) > 1 and every:
+        print(f"\n## All programs\n\n{mean(every)}")
 
 
 main()

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
-constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
 constexpr const char* kUsage =
     "usage: orvane-classify [OPTION...] [FILE]\n"
     "\n"
@@ -117,13 +115,6 @@ int run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (!options.help) return run(options);
-    std::fputs(kUsage, stdout);
-    return 0;
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-classify: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-classify", kUsage, [=] { return readOptions(argc, argv); }, run);
 }

@@ -17,9 +17,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
-constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
-
 void drawProgress(const Progress& progress) {
   constexpr int kCells = 30;
   const int full = static_cast<int>(progress.share * kCells);
@@ -111,15 +108,6 @@ int fit(Options options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    Options options = readOptions(argc, argv);
-    if (options.help) {
-      std::fputs(usage(), stdout);
-      return 0;
-    }
-    return fit(std::move(options));
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-fit: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-fit", usage(), [=] { return readOptions(argc, argv); }, fit);
 }

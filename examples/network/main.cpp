@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
-constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
-
 /// A terminal sees the progress; a file or a pipe is spared the control characters.
 void drawProgress(const Progress& progress) {
   static const bool terminal = isatty(STDERR_FILENO) != 0;
@@ -84,15 +81,6 @@ int learn(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (options.help) {
-      std::fputs(usage(), stdout);
-      return 0;
-    }
-    return learn(options);
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-network: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-network", usage(), [=] { return readOptions(argc, argv); }, learn);
 }

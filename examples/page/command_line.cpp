@@ -33,6 +33,15 @@ int64_t integerOption(const std::string& option, const std::string& text, int64_
   return withinLimits(option, text, least, most, "integer");
 }
 
+int runHost(const char* program, const std::function<int()>& run) {
+  try {
+    return run();
+  } catch (const Complaint& complaint) {
+    std::fprintf(stderr, "%s: %s\n", program, complaint.what());
+    return kBadInput;
+  }
+}
+
 void catchInterrupt() {
   struct sigaction action {};
   action.sa_handler = [](int) { interrupted = true; };

@@ -3,9 +3,30 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstdio>
 #include <functional>
 #include <span>
 #include <string>
+#include <utility>
+
+/// Exit codes of the hosts.
+inline constexpr int kBadInput = 2;
+inline constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
+
+/// The exit code of `run`; a Complaint goes to standard error, as one line after the program's name.
+int runHost(const char* program, const std::function<int()>& run);
+
+/// A host's main: `read()` gives the options, of which `help` asks for the usage; else `run(options)` gives the exit
+/// code.
+template <class Read, class Run>
+int runHost(const char* program, const std::string& usage, Read read, Run run) {
+  return runHost(program, [&] {
+    auto options = read();
+    if (!options.help) return run(std::move(options));
+    std::fputs(usage.c_str(), stdout);
+    return 0;
+  });
+}
 
 /// Hands out each option with its value, and puts what is no option into `file`, once. False when help is asked for;
 /// throws Complaint for an option that `names` does not hold, one without a value, and a second file.

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
 constexpr const char* kUsage =
     "usage: orvane-programmes [OPTION...] CITIES\n"
     "\n"
@@ -48,7 +47,7 @@ Options readOptions(int argc, char** argv) {
   return options;
 }
 
-void run(const Options& options) {
+int run(const Options& options) {
   const std::vector<City> cities = readCities(options.cities);
   checkPagePath(options.report, options.cities);
   const Production real = plannedProduction(false), whole = plannedProduction(true);
@@ -66,20 +65,12 @@ void run(const Options& options) {
                                                   today() + "</p>\n" + productionSection(real, whole) +
                                                   portfolioSection(spread) + tourSection(cities, tour)));
   std::fprintf(stderr, "Report: %s\n", options.report.c_str());
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (options.help)
-      std::fputs(kUsage, stdout);
-    else
-      run(options);
-    return 0;
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-programmes: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-programmes", kUsage, [=] { return readOptions(argc, argv); }, run);
 }

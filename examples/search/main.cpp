@@ -16,8 +16,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
-constexpr int kInterrupted = 130;  // 128 + SIGINT, as shells tell it
 constexpr const char* kUsage =
     "usage: orvane-search [OPTION...] [FILE]\n"
     "\n"
@@ -105,13 +103,6 @@ int run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (!options.help) return run(options);
-    std::fputs(kUsage, stdout);
-    return 0;
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-search: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-search", kUsage, [=] { return readOptions(argc, argv); }, run);
 }

@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
-
 std::string usage() {
   return "usage: orvane-signal [OPTION...] FILE\n"
          "\n"
@@ -55,7 +53,7 @@ Options readOptions(int argc, char** argv) {
   return options;
 }
 
-void run(const Options& options) {
+int run(const Options& options) {
   const NamedWindow window = windowNamed(options.window);
   Record record = readRecord(options.file, options.column, options.rate);
   checkPagePath(options.report, options.file);
@@ -79,20 +77,12 @@ void run(const Options& options) {
                                          smootherSection(record) + residualSection(record)));
   std::fprintf(stderr, "Report: %s\n", options.report.c_str());
   if (!options.output.empty()) writeCsv(options.output, record);
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (options.help)
-      std::fputs(usage().c_str(), stdout);
-    else
-      run(options);
-    return 0;
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-signal: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-signal", usage(), [=] { return readOptions(argc, argv); }, run);
 }

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
 constexpr const char* kUsage =
     "usage: orvane-space [OPTION...] CITIES\n"
     "\n"
@@ -64,7 +63,7 @@ const City& stationAmong(const std::vector<City>& cities, const std::string& wan
   return found != cities.end() ? *found : cities.front();
 }
 
-void run(const Options& options) {
+int run(const Options& options) {
   const std::vector<City> cities = readCities(options.cities);
   const City& station = stationAmong(cities, options.station);
   for (const std::string& made : {options.report, options.store})
@@ -78,20 +77,12 @@ void run(const Options& options) {
   body += seriesSection(options.river, options.store);
   writePage(options.report, htmlPage("Around the earth", body));
   std::fprintf(stderr, "Report: %s\n", options.report.c_str());
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const Options options = readOptions(argc, argv);
-    if (options.help)
-      std::fputs(kUsage, stdout);
-    else
-      run(options);
-    return 0;
-  } catch (const Complaint& complaint) {
-    std::fprintf(stderr, "orvane-space: %s\n", complaint.what());
-    return kBadInput;
-  }
+  return runHost(
+      "orvane-space", kUsage, [=] { return readOptions(argc, argv); }, run);
 }

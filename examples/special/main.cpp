@@ -3,6 +3,7 @@
 #include <string>
 
 #include "atlas.h"
+#include "command_line.h"
 #include "complaint.h"
 #include "page.h"
 
@@ -14,27 +15,25 @@ constexpr const char* kUsage =
     "Draws the special functions, family by family, and writes one HTML page (atlas.html). Ends with 1 when a curve\n"
     "misses a value that is known in closed form.\n";
 
-std::string reportPath(int argc, char** argv) {
-  std::string path = "atlas.html";
-  for (int i = 1; i < argc; i += 2) {
-    if (std::string(argv[i]) != "--report") throw Complaint("unknown option " + std::string(argv[i]));
-    if (i + 1 == argc) throw Complaint("--report needs a value");
-    path = argv[i + 1];
-  }
-  return path;
+struct Options {
+  std::string report = "atlas.html";
+  bool help = false;
+};
+
+Options readOptions(int argc, char** argv) {
+  static constexpr const char* kNames[] = {"--report"};
+  Options options;
+  std::string file;
+  options.help =
+      !readCommandLine(argc, argv, kNames, file, [&](const auto&, const auto& value) { options.report = value; });
+  if (!file.empty()) throw Complaint("no file is read: " + file);
+  return options;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) try {
-  if (argc > 1 && (std::string(argv[1]) == "--help" || std::string(argv[1]) == "-h")) {
-    std::fputs(kUsage, stdout);
-    return 0;
-  }
-  const std::string path = reportPath(argc, argv);
-  checkPagePath(path, "");
+int drawAtlas(const Options& options) {
+  checkPagePath(options.report, "");
   const std::vector<Plate> all = plates();
-  writePage(path, atlasPage(all));
+  writePage(options.report, atlasPage(all));
   size_t curves = 0, marks = 0;
   for (const Plate& plate : all) {
     curves += plate.curves.size();
@@ -43,9 +42,13 @@ int main(int argc, char** argv) try {
   const std::vector<std::string> missed = missedMarks(all);
   for (const std::string& line : missed) std::fprintf(stderr, "orvane-atlas: %s\n", line.c_str());
   std::printf("%zu plots, %zu curves, %zu marked values, %zu missed\nreport: %s\n", all.size(), curves, marks,
-              missed.size(), path.c_str());
+              missed.size(), options.report.c_str());
   return missed.empty() ? 0 : 1;
-} catch (const Complaint& complaint) {
-  std::fprintf(stderr, "orvane-atlas: %s\n", complaint.what());
-  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return runHost(
+      "orvane-atlas", kUsage, [=] { return readOptions(argc, argv); }, drawAtlas);
 }

@@ -25,7 +25,8 @@ enum {
   ORVANE_ACTION_SUM = 1,         /**< set: sum of the members' outputs */
   ORVANE_ACTION_MEAN = 2,        /**< set: mean of the members' outputs */
   ORVANE_ACTION_VOTE = 3,        /**< set: each member adds 1 at its largest output; one single output is always 1 */
-  ORVANE_ACTION_STACK = 4,       /**< set: the last member gets the joined outputs of the others */
+  ORVANE_ACTION_STACK = 4,       /**< set: the last member gets the joined outputs of the others; entries that it does
+                                      not give are NaN */
   ORVANE_ACTION_OPT_NET = 300,   /**< one network with its optimiser */
   ORVANE_ACTION_BOOST = 301,     /**< trains the members in order, each on what those before have left of the targets */
   ORVANE_ACTION_OPT_MEAN = 302,  /**< trains each member on the same rows */

@@ -50,7 +50,7 @@ ORVANE_API void api_solveLineEquation(const double* a, const double* b, int32_t 
  * @param c  [n*m] row-major
  * @param n  order of A
  * @param m  order of B
- * @param x  [n*m] row-major, out; huge or non-finite when A and -B share an eigenvalue
+ * @param x  [n*m] row-major, out; may be one of the arrays in; huge or non-finite when A and -B share an eigenvalue
  * @return relative residual |A X + X B - C| / ((|A| + |B|) |X| + |C|) in the Frobenius norm, about 1e-16 for a good
  *         solution; 0 when n or m is 0
  */

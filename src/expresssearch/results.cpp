@@ -60,12 +60,12 @@ ResultStore::Verdict ResultStore::verdict(const Judgement& judgement, const Limi
 bool ResultStore::keep(Verdict verdict, std::unique_ptr<Result> result) {
   const Held held = std::move(result);
   const std::lock_guard guard(lock);
-  if (verdict == Verdict::Accepted) {
-    if (results.empty() || bestResult == nullptr || held->error < bestResult->error) bestResult = held;
-    results.push_back(held);
-  } else if (verdict == Verdict::BestOnly) {
-    bestResult = held;
+  if (verdict != Verdict::Accepted) {  // it does not join the list, be that full or not
+    if (verdict == Verdict::BestOnly) bestResult = held;
+    return true;
   }
+  if (results.empty() || bestResult == nullptr || held->error < bestResult->error) bestResult = held;
+  results.push_back(held);
   return results.size() <= kMostResults;
 }
 

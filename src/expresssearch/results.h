@@ -64,7 +64,7 @@ class ResultStore {
 
   void countCandidate() { searchNum = searchNum.get() + 1; }
   Verdict verdict(const Judgement& judgement, const Limits& limits) const;
-  /// False once the list is full.
+  /// False when an accepted result has filled the list.
   bool keep(Verdict verdict, std::unique_ptr<Result> result);
   void clear();
 

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
 #include <map>
 #include <memory>
-#include <mutex>
-#include <set>
 
+#include "frame/address_set.h"
 #include "frame/base_data.h"
+#include "frame/brief_lock.h"
 
 /// The registries of what the host holds: objects that the library owns outright (`rawHandles`) and objects that
 /// other objects of the library may own too (`sharedHandles`). Every operation is safe on any thread; destructors run
-/// outside the lock.
+/// outside the locks. Addresses are spread over sections with a lock each, so that threads rarely wait for each other.
 class MemoryManagement_c final : public BaseData {
  public:
   MemoryManagement_c() { typeCode = 0; }
@@ -30,8 +31,15 @@ class MemoryManagement_c final : public BaseData {
   void freeAll();
 
  private:
-  std::mutex lock;
-  std::set<BaseData*, std::less<>> rawHandles;
-  std::set<BaseData*, std::less<>> destroyed;  // members of rawHandles that freeAll has destroyed
-  std::map<void*, std::shared_ptr<void>, std::less<>> sharedHandles;
+  struct alignas(64) Section {
+    BriefLock lock;
+    AddressSet rawHandles;
+    AddressSet destroyed;  // members of rawHandles that freeAll has destroyed
+    std::map<void*, std::shared_ptr<void>, std::less<>> sharedHandles;
+  };
+  static constexpr std::size_t kSections = 16;
+
+  Section& sectionOf(const void* address);
+
+  std::array<Section, kSections> sections;
 };

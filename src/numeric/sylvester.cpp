@@ -20,15 +20,16 @@ using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::Ro
 double solveSylvester(std::span<const double> a, std::span<const double> b, std::span<const double> c, std::ptrdiff_t n,
                       std::ptrdiff_t m, std::span<double> x) {
   if (n == 0 || m == 0) return 0.0;
-  Eigen::Map<RowMajor> result(x.data(), n, m);
-  result.setConstant(kNaN);
-  if (!Dense::allFinite(a) || !Dense::allFinite(b) || !Dense::allFinite(c)) return kNaN;
+  const bool finite = Dense::allFinite(a) && Dense::allFinite(b) && Dense::allFinite(c);
   const auto load = [](std::span<const double> values, std::ptrdiff_t rows, std::ptrdiff_t cols) -> Eigen::MatrixXd {
     return Eigen::Map<const RowMajor>(values.data(), rows, cols);
   };
   // Every product is one of two plain matrices: each other form costs seconds of compile time.
   const auto product = [](const auto& p, const auto& q) { return std::decay_t<decltype(p)>(p * q); };
   const Eigen::MatrixXd left = load(a, n, n), right = load(b, m, m), constant = load(c, n, m);
+  Eigen::Map<RowMajor> result(x.data(), n, m);
+  result.setConstant(kNaN);  // x may be one of the arrays read above
+  if (!finite) return kNaN;
   const Eigen::ComplexSchur<Eigen::MatrixXd> schurA(left), schurB(right);
   if (schurA.info() != Eigen::Success || schurB.info() != Eigen::Success) return kNaN;
   const Eigen::MatrixXcd &t = schurA.matrixT(), &s = schurB.matrixT();

@@ -91,14 +91,14 @@ double maxwellCDF(double x, const P& p) {
 // overflows: u^2 = v^2 + 2b/a.
 double inverseGaussianCDF(double x, const P& p) {
   return above(x, 0, [&] {
-    if (x == kInfinity) return 1.0;
-    const double s = std::sqrt(p[1] / (2 * x));
-    const double v = s * (x / p[0] - 1), u = s * (x / p[0] + 1);
+    const double s = std::sqrt(p[1] / x / 2), t = x / p[0];
+    if (t == kInfinity) return 1.0;
+    const double v = s * (t - 1), u = s * (t + 1);
     return heldToUnit((std::erfc(-v) + std::exp(-v * v) * SF::calcVoigtFunK(0, u)) / 2);
   });
 }
 
-double poissonCDF(double x, const P& p) { return x < 0 ? 0 : upperGamma(std::floor(x) + 1, p[0]); }
+double poissonCDF(double x, const P& p) { return x < 0 ? 0 : x == kInfinity ? 1 : upperGamma(std::floor(x) + 1, p[0]); }
 double poissonQuantile(double q, const P& p) {
   double low = -1, high = 1;
   while (poissonCDF(high, p) < q) {
@@ -119,6 +119,18 @@ double cauchyPoint(double q) { return q < 0.5 ? -1 / std::tan(pi * q) : 1 / std:
 
 double logisticShare(double z) { return 1 / (1 + std::exp(-z)); }
 double logit(double q) { return std::log(q) - std::log1p(-q); }
+
+// ln(1 + x^a), also where the power overflows.
+double logOfOneAndPower(double x, double a) {
+  const double power = std::pow(x, a);
+  return power < kInfinity ? std::log1p(power) : a * std::log(x);
+}
+
+// (e^t - 1)^(1/a) with e^t = (1 - q)^(-1/b)
+double burrQuantile(double q, const P& p) {
+  const double t = -std::log1p(-q) / p[1], power = std::expm1(t);
+  return power < kInfinity ? std::pow(power, 1 / p[0]) : std::exp(t / p[0]);
+}
 
 // ((1 + c z)^(-1/c) + 1)^-1, which is the logistic law at c = 0.
 double shiftedLogLogisticCDF(double x, const P& p) {
@@ -164,10 +176,8 @@ constexpr Family kFamilies[] = {
     {1, "x^(a-1) * (1-x)^(b-1) / Beta(a, b)", " a:(0, inf); b:(0, inf); x:[0,1]", "ab", betaCDF, betaQuantile, zero,
      one},
     {3, "a * b * x^(a-1) / (1 + x^a)^(b+1)", " a:(0, inf); b:(0, inf); x:(0, inf)", "ab",
-     [](double x, const P& p) {
-       return above(x, 0, [&] { return -std::expm1(-p[1] * std::log1p(std::pow(x, p[0]))); });
-     },
-     [](double q, const P& p) { return std::pow(std::expm1(-std::log1p(-q) / p[1]), 1 / p[0]); }, zero, infinity},
+     [](double x, const P& p) { return above(x, 0, [&] { return -std::expm1(-p[1] * logOfOneAndPower(x, p[0])); }); },
+     burrQuantile, zero, infinity},
     {5, "1 / (pi * b * (1 + ((x - a) / b)^2))", " a:(-inf, inf); b:(0, inf); x:(-inf, inf)", "b",
      [](double x, const P& p) { return cauchyShare((x - p[0]) / p[1]); },
      [](double q, const P& p) { return p[0] + p[1] * cauchyPoint(q); }, minusInfinity, infinity},
@@ -212,7 +222,7 @@ constexpr Family kFamilies[] = {
     {37, "Sqrt(b / (2 * pi)) * Exp(-b / (2 * (x - a))) / (x - a)^1.5", " a:(-inf, inf); b:(0, inf); x:(a, inf)", "b",
      [](double x, const P& p) { return above(x, p[0], [&] { return std::erfc(std::sqrt(p[1] / (2 * (x - p[0])))); }); },
      [](double q, const P& p) {
-       const double z = normalQuantile(q / 2);
+       const double z = normalQuantile(std::max(q / 2, 0x1p-1074));
        return p[0] + p[1] / (z * z);
      },
      first, infinity},
@@ -238,7 +248,10 @@ constexpr Family kFamilies[] = {
      [](double q, const P& p) { return p[0] + p[1] * normalQuantile(q); }, minusInfinity, infinity},
     {53, "b * a^b / x^(b+1)", " a:(0, inf); b:(0, inf); x:[a, inf)", "ab",
      [](double x, const P& p) {
-       return above(x, p[0], [&] { return -std::expm1(p[1] * std::log1p((p[0] - x) / x)); });
+       // Close to the end by the distance from it, far from it by the quotient: either loses its digits at the other.
+       return above(x, p[0], [&] {
+         return -std::expm1(p[1] * (x < 2 * p[0] ? std::log1p((p[0] - x) / x) : std::log(p[0] / x)));
+       });
      },
      [](double q, const P& p) { return p[0] * std::exp(-std::log1p(-q) / p[1]); }, first, infinity},
     {55, "(2 - a) * b * FunEq(-b*x, q); FunEq(x, q) = (1 + (1 - q) * x) ^ (1/(1-q))",
@@ -276,8 +289,9 @@ double cdfOf(const Family* family, double x, const Params& p) {
 
 double quantileOf(const Family* family, double q, const Params& p) {
   if (family == nullptr || !(q >= 0 && q <= 1) || !valid(*family, p)) return kNaN;
-  if (q == 0) return family->lowest(p);
-  return q == 1 ? family->highest(p) : family->quantile(q, p);
+  if (q > 0 && q < 1) return family->quantile(q, p);
+  if (std::isnan(family->quantile(0.5, p))) return kNaN;  // a domain beyond signs
+  return q == 0 ? family->lowest(p) : family->highest(p);
 }
 
 double normalCDF(double z) { return std::erfc(-z / sqrt2) / 2; }

@@ -4,8 +4,8 @@
 #include <fstream>
 #include <string>
 
-/// A file that is written beside its target and takes the target's name only when it is whole: a full disk or a crash
-/// never leaves half a file under the name.
+/// A file that is written beside its target and takes the target's name only when it is whole: a full disk, a
+/// crash or a power cut never leaves half a file under the name.
 class TargetFile {
  public:
   explicit TargetFile(const std::string& path);

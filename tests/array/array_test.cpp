@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The array functions against the functions of one element, bit by bit, and at the edges of their counts.
 #include <gtest/gtest.h>
+#include <orvane/array.h>
+#include <orvane/polynomial_functions.h>
 
 #include <algorithm>
 #include <cmath>

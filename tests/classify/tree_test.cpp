@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "support/csv.h"
 #include "support/reference.h"
 
 namespace {

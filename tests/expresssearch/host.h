@@ -7,6 +7,7 @@
 #include <random>
 #include <sstream>
 
+#include "support/csv.h"
 #include "support/reference.h"
 
 using Vector = std::vector<double>;

@@ -3,6 +3,7 @@
 // and products, budgets from small to large until a fit is exact. A law counts as found when it also holds on new
 // points. The four quotients name their terms: those must stand among the first five under noise.
 #include "expresssearch/host.h"
+#include "support/csv.h"
 
 namespace {
 

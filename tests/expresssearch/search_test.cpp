@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "expresssearch/host.h"
+#include "support/csv.h"
 
 namespace {
 
@@ -132,6 +133,7 @@ TEST(Counts, OfWhatEveryBudgetTries) {
     EXPECT_EQ(api_ES_GetResultByIndex(search.es, -1, nullptr), nullptr);
     if (row.accepted == 513) {
       EXPECT_EQ(search.run(3).accepted(), 514u) << "a further search goes on from there";
+      EXPECT_EQ(search.limits(0, -1).run(4).judged(), 514u + 82160u) << "better ones that are not accepted end nothing";
     }
   }
   // Budgets that a kind does not have.

@@ -47,6 +47,7 @@ TEST(LineSolver, ErrorIsTheSumOverAllPoints) {
   EXPECT_NEAR(error, sum, 1e-12);
   fir_setFilterOrder(fir.handle, 30);  // one full window for 30 unknowns
   EXPECT_EQ(fir_solveByLineFIRSolver(fir.handle, 2), 1e300);
+  EXPECT_EQ(fir_getCoefficientSize(fir.handle), 30);  // not those of the design before
   fir_setFilterOrder(fir.handle, 0);
   EXPECT_EQ(fir_solveByLineFIRSolver(fir.handle, 2), 1e300);
 }

@@ -25,13 +25,22 @@ TEST(Fourier, EmptyOneAndUnequalParts) {
   padded.resize(100);
   EXPECT_EQ(transformed({x, shorter}), transformed({x, padded}));
   EXPECT_EQ(transformed({x, {}}), transformed({x, Numbers(100, 0.0)}));
-  for (const std::size_t n : {5u, 64u, 67u, 30000u}) {  // in place
+  for (const std::size_t n : {1u, 5u, 64u, 67u, 30000u}) {  // in place, the parts exchanged too
     Pair in{drawn(n, 4), drawn(n, 5)};
     const Pair out = transformed(in);
+    for (const bool flat : {true, false}) {
+      Pair turned = in;
+      double *re = turned.first.data(), *im = turned.second.data();
+      if (flat)
+        data_FFT(re, count(in.first), im, count(in.first), im, re);
+      else
+        data_FFT2D(re, im, 1, count(in.first), true, im, re, 1);
+      EXPECT_EQ(turned, Pair(out.second, out.first)) << n;
+    }
     data_FFT(in.first.data(), count(in.first), in.second.data(), count(in.second), in.first.data(), in.second.data());
     EXPECT_EQ(in, out) << n;
     in.first[n / 2] = kNaN;
-    EXPECT_TRUE(std::isnan(transformed(in).first[1])) << n;
+    EXPECT_TRUE(std::isnan(transformed(in).first.back())) << n;
   }
 }
 

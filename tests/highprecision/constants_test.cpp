@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "highprecision/binary/float_ops.h"
@@ -35,7 +36,8 @@ TEST(Constants, SeriesGiveTheStoredDigits) {
 
 TEST(Limbs, ProductsOfEveryShape) {
   std::mt19937 random(3);
-  const std::size_t lengths[] = {1, 2, 3, 31, 32, 33, 79, 80, 81, 159, 160, 161, 200, 333, 1000, 2049, 4500};
+  const std::size_t lengths[] = {1,   2,   3,   23,  24,  25,  31,  33,  79,   80,   81,
+                                 159, 160, 161, 200, 320, 333, 512, 513, 1000, 2049, 4500};
   for (const std::size_t n : lengths)
     for (const std::size_t m : lengths) {
       std::vector<int64_t> a(n), b(m, 9999999);  // the largest carries there are on one side
@@ -43,7 +45,9 @@ TEST(Limbs, ProductsOfEveryShape) {
       a.back() = 1;
       HP::Integer expected = HP::integerOfLimbs(a);
       mpz_mul(expected.get(), expected.get(), HP::integerOfLimbs(b).get());
-      const std::vector<int64_t> product = HighPrecision::multiplyLimbs(a, b);
+      std::vector<int64_t> product(n + m);
+      HighPrecision::multiplyLimbs(a, b, product);
+      ASSERT_TRUE(std::ranges::all_of(product, [](int64_t limb) { return limb >= 0 && limb < 10000000; }));
       EXPECT_EQ(mpz_cmp(HP::integerOfLimbs(product).get(), expected.get()), 0) << n << ", " << m;
     }
 }

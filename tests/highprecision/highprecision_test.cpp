@@ -48,9 +48,10 @@ TEST(HighPrecision, OperationsAreRightToTheLastLimb) {
           << row[0] << " ^ " << row[1] << " with " << precision << " limbs";
 }
 
-// Long factors take the way through GMP, and each length near the change must agree with an algebraic identity:
+// Long factors are halved, then take the way through GMP; each length near a change must agree with an identity:
 // (a + b)(a - b) = a^2 - b^2, and q b + r = a for the cut quotient.
 TEST(HighPrecision, LongProductsAndQuotients) {
+  constexpr int32_t kAll = 20000;
   uint64_t state = 12345;
   const auto drawn = [&state](std::size_t count) {
     Limbs x;
@@ -61,18 +62,18 @@ TEST(HighPrecision, LongProductsAndQuotients) {
     x.limbs.front() = x.limbs.back() = 1 + static_cast<int64_t>(state % 9);
     return x;
   };
-  for (const std::size_t length : {1, 2, 3, 4, 9, 60, 348, 349, 350, 351, 352, 353, 600, 900}) {
+  for (const std::size_t length : {1, 2, 3, 4, 9, 60, 159, 160, 161, 323, 900, 3999, 4005}) {
     const Number a(drawn(length)), b(drawn(length > 3 ? length - 3 : 1));
-    const Number above(hp_Fun2(a, b, 0, 2000)), below(hp_Fun2(a, b, 1, 2000)), product(hp_Fun2(above, below, 2, 2000));
-    const Number squareA(hp_Fun2(a, a, 2, 2000)), squareB(hp_Fun2(b, b, 2, 2000));
-    EXPECT_EQ(product.limbs(), fun2(squareA, squareB, 1, 2000)) << length;
-    EXPECT_EQ(fun2(product, below, 3, 2000), above.limbs()) << length;
-    EXPECT_EQ(fun1(squareA, 49, 1000), a.limbs()) << length;
+    const Number above(hp_Fun2(a, b, 0, kAll)), below(hp_Fun2(a, b, 1, kAll)), product(hp_Fun2(above, below, 2, kAll));
+    const Number squareA(hp_Fun2(a, a, 2, kAll)), squareB(hp_Fun2(b, b, 2, kAll));
+    EXPECT_EQ(product.limbs(), fun2(squareA, squareB, 1, kAll)) << length;
+    EXPECT_EQ(fun2(product, below, 3, 4100), above.limbs()) << length;
+    EXPECT_EQ(fun1(squareA, 49, 4100), a.limbs()) << length;
     // A quotient and a root that end on half a limb round up; one unit less of what is divided, and they do not.
     Limbs half = drawn(length + 1);
     half.limbs[0] = 5000000;
-    const Number tie(half), multiple(hp_Fun2(tie, b, 2, 3000)), square(hp_Fun2(tie, tie, 2, 3000)), one(1);
-    const Number less(hp_Fun2(multiple, one, 1, 3000)), lessSquare(hp_Fun2(square, one, 1, 3000));
+    const Number tie(half), multiple(hp_Fun2(tie, b, 2, kAll)), square(hp_Fun2(tie, tie, 2, kAll)), one(1);
+    const Number less(hp_Fun2(multiple, one, 1, kAll)), lessSquare(hp_Fun2(square, one, 1, kAll));
     const auto kept = static_cast<int32_t>(length);
     const Limbs up = roundedTo(half, length);
     half.limbs[0] = 4999999;
@@ -84,6 +85,36 @@ TEST(HighPrecision, LongProductsAndQuotients) {
     // The root of 1 - e is nearly 1 - e/2, which is cut to 1 - e.
     const Limbs nines{false, false, -static_cast<int64_t>(length), std::vector<int64_t>(length, 9999999)};
     EXPECT_EQ(fun1(Number(nines), 49, kept), nines) << length;
+  }
+}
+
+// Quotients that end on half a limb right behind the precision, with no limb more to hide a wrong last one: the
+// estimate of that limb is just below it as often as just above it. Leading limbs that are large leave no limb more.
+TEST(HighPrecision, TiesOfQuotientsAndRoots) {
+  uint64_t state = 99;
+  const auto drawn = [&state](std::size_t count) {
+    Limbs x;
+    for (std::size_t i = 0; i < count; ++i) {
+      state = state * 6364136223846793005u + 1442695040888963407u;
+      x.limbs.push_back(static_cast<int64_t>((state >> 33) % 5000000));
+    }
+    x.limbs.front() += 1;
+    x.limbs.back() += 4999999;
+    return x;
+  };
+  for (int round = 0; round < 400; ++round) {
+    const auto kept = static_cast<std::size_t>(1 + round % 9);
+    Limbs half = drawn(kept + 1);
+    half.limbs[0] = 5000000;
+    const Number tie(half), divisor(drawn(static_cast<std::size_t>(2 + round % 11))), one(1);
+    const Number multiple(hp_Fun2(tie, divisor, 2, 3000)), square(hp_Fun2(tie, tie, 2, 3000));
+    const Number less(hp_Fun2(multiple, one, 1, 3000)), lessSquare(hp_Fun2(square, one, 1, 3000));
+    const auto precision = static_cast<int32_t>(kept);
+    ASSERT_EQ(fun2(multiple, divisor, 3, precision), roundedTo(half, kept)) << round;
+    ASSERT_EQ(fun1(square, 49, precision), roundedTo(half, kept)) << round;
+    half.limbs[0] = 4999999;
+    ASSERT_EQ(fun2(less, divisor, 3, precision), roundedTo(half, kept)) << round;
+    ASSERT_EQ(fun1(lessSquare, 49, precision), roundedTo(half, kept)) << round;
   }
 }
 

@@ -10,6 +10,7 @@
 
 #include "highprecision/hp_host.h"
 #include "orvane/complex_expression.h"
+#include "support/csv.h"
 
 namespace {
 

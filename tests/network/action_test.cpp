@@ -78,6 +78,21 @@ TEST(Actions, Combine) {
   EXPECT_EQ(predict(stack, x), Numbers(3, 2 * (1.5 + 2.25 + 3 + 0.5 + 4.25)));
   for (const double y : predict(set(4, 3), x)) EXPECT_TRUE(std::isnan(y)) << "6 numbers for 3 inputs";
 
+  NetAction* shorter = set(4, 2);
+  action_NetSetAction_AddAction(shorter, alone(host, product(host, 6, 1, 2.0)));
+  const Numbers row = predict(shorter, x);
+  EXPECT_EQ(row[0], 2 * (1.5 + 2.25 + 3 + 0.5 + 4.25));
+  EXPECT_TRUE(std::isnan(row[1]) && std::isnan(row[2])) << "a row is as long as that of the first member";
+
+  NetAction* trained = create(host, 4);
+  for (const int32_t in : {3, 2}) {
+    NetAction* member = create(host, 300);
+    action_NetAction_SetNetWork(member, product(host, in, 2, 1.0));
+    action_OptNetAction_SetNetOptimizer(member, host.own(api_CreateOptimizer()));
+    action_NetSetAction_AddAction(trained, member);
+  }
+  EXPECT_EQ(action_NetAction_Check(trained), 1) << "the last member has inputs of its own";
+
   NetAction* nested = create(host, 1);
   for (NetAction* member : {set(2, 3), stack, nested}) action_NetSetAction_AddAction(nested, member);
   action_NetSetAction_AddAction(stack, nested);  // like the last one, it would run without end

@@ -102,6 +102,9 @@ TEST(Sylvester, ClosedFormAndEdges) {
   double x[4];
   EXPECT_EQ(lineEqu_solveEquBySylvester(a, b, c, 2, 2, x), 0.0);
   EXPECT_EQ(std::vector<double>(x, x + 4), (std::vector<double>{2, 2, 2, 3}));
+  std::copy_n(c, 4, x);
+  lineEqu_solveEquBySylvester(a, b, x, 2, 2, x);  // in place
+  EXPECT_EQ(std::vector<double>(x, x + 4), (std::vector<double>{2, 2, 2, 3}));
   const double minus[] = {-1, 0, 0, 4};  // 1 + -1: no solution
   lineEqu_solveEquBySylvester(a, minus, c, 2, 2, x);
   EXPECT_FALSE(std::isfinite(x[0]));

@@ -194,4 +194,10 @@ TEST(Distribution, KeepsItsOddRows) {
   EXPECT_TRUE(std::isnan(bernoulli.cdf(0.25)));
 }
 
+// Terms of the hypergeometric series reach 1e60 and more here: summed as they stand they leave nothing but rounding.
+TEST(Distribution, IsRightAtTheEndOfItsSeriesCircle) {
+  EXPECT_NEAR(Distribution(51, {40}).cdf(std::sqrt(40 * 0.9991)), 0.999999916580508986, 1e-14);
+  EXPECT_NEAR(Distribution(32, {30, 30, 0}).cdf(0.9991), 0.498614573935848579, 1e-13);
+}
+
 }  // namespace

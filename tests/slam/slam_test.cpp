@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "support/csv.h"
 #include "support/reference.h"
 
 namespace {

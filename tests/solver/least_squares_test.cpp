@@ -11,6 +11,7 @@
 
 #include "frame/numbers.h"
 #include "solver/least_squares/dog_leg.h"
+#include "support/csv.h"
 #include "support/reference.h"
 
 namespace {

@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "highprecision/binary/hp_by_gmp.h"
+#include "special/hypergeometric/cut_float.h"
 #include "special/hypergeometric/hypergeometric_fast.h"
 #include "special/hypergeometric/hypergeometric_series_gmp.h"
 #include "special/hypergeometric_families.h"
@@ -123,6 +124,106 @@ TEST(Hypergeometric, FloatsOfFixedLimbsGiveTheDoubleOfMoreBits) {
   }
   EXPECT_GT(decided, 50 * refused);
 }
+
+// Left of 0 by a transformation: the double of the series with so many bits, which may be too few at first.
+TEST(Hypergeometric, TransformationsGiveTheDoubleOfMoreBits) {
+  std::mt19937_64 random(12);
+  const auto within = [&](double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random);
+  };
+  int decided = 0;
+  for (int i = 0; i < 4000; ++i) {
+    const bool gauss = i % 2 == 0;
+    const auto parameter = [&] { return i % 5 ? within(-20, 100) : std::round(within(-20, 60)) / 2; };
+    Arguments x{{parameter()}, {within(-15, 120)}, gauss ? within(-0.97, -0.05) : within(-150, -5)};
+    if (gauss) x.a.push_back(parameter());
+    double term = 1, largest = 1;
+    for (int n = 0; n < 2000; ++n) {
+      for (double a : x.a) term *= std::abs(a + n);
+      term *= std::abs(x.z / (x.b[0] + n) / (n + 1));
+      largest = std::max(largest, term);
+    }
+    const auto p = static_cast<int32_t>(x.a.size());
+    const double exponent = std::log2(largest);
+    const auto bits = static_cast<unsigned long>(std::max(exponent, 64.0)) + 64 * (1 + random() % 3);
+    const auto value = calcHypergeometricPFQByTransformation(x.a.data(), p, x.b.data(), 1, x.z, bits, exponent);
+    decided += value.has_value();
+    if (value && !sameBits(*value, calcHypergeometricPFQByMoreBits(x.a.data(), p, x.b.data(), 1, x.z, bits)))
+      ADD_FAILURE() << print(x);
+  }
+  EXPECT_GT(decided, 1500);
+}
+
+#ifdef ORVANE_HAS_CUT_FLOAT
+template <int kPrecision>
+void compareWithGMP(int count) {
+  using Float = CutFloat<kPrecision>;
+  constexpr mp_bitcnt_t kBits = 64 * (kPrecision - 1);
+  std::mt19937_64 random(kPrecision);
+  const auto limb = [&]() -> mp_limb_t {
+    const auto shift = static_cast<int>(random() % 64);
+    const mp_limb_t kinds[] = {0, ~0ULL, 1, ~0ULL << shift, ~0ULL >> shift, random(), random(), random()};
+    return kinds[random() % 8];
+  };
+  const auto set = [](HP::HPByGMP& x, const __mpf_struct& view) { mpf_set(x.get(), &view); };
+  HP::HPByGMP x(kBits), y(kBits), expected(kBits);
+  ASSERT_EQ(x.get()->_mp_prec, kPrecision);
+  const auto expectSame = [&](const char* step, const Float& found) {
+    const __mpf_struct view = found.view();
+    if (mpf_cmp(expected.get(), &view) != 0) ADD_FAILURE() << step << " of " << kPrecision << " limbs";
+  };
+  int left = 0;
+  for (int i = 0; i < count; ++i) {
+    Float a{{}, static_cast<int64_t>(random() % 7), random() % 2 == 0}, b = a;
+    for (auto& l : a.limb) l = limb();
+    if (random() % 4 == 0) std::copy_n(a.limb, kPrecision + 1, b.limb);  // a sum that cancels
+    b.limb[random() % (kPrecision + 1)] ^= limb();
+    b.negative = random() % 2 == 0;
+    b.exponent = i % 3 ? a.exponent : static_cast<int64_t>(random() % 7);
+    if (a.isZero()) a.limb[kPrecision] = 1;
+    if (b.isZero()) b.limb[kPrecision] = 1;
+    set(x, a.view());
+    set(y, b.view());
+    Float sum = a;
+    mpf_add(expected.get(), x.get(), y.get());
+    if (sum.add(b))
+      expectSame("sum", sum);
+    else
+      ++left;
+    const auto factor = CutFactor::joined({i % 2 ? limb() : 0, limb(), limb() | 1}, -2, random() % 2 == 0);
+    const Float exact = Float::of(factor);
+    set(y, exact.view());
+    Float product = a, quotient = a, byInteger = a;
+    mpf_mul(expected.get(), x.get(), y.get());
+    product.multiply(factor);
+    expectSame("product", product);
+    mpf_div(expected.get(), x.get(), y.get());
+    EXPECT_EQ(quotient.divide(factor), factor.count < 3);
+    if (factor.count < 3) expectSame("quotient", quotient);
+    const uint64_t n = limb() | 1;
+    mpf_div_ui(expected.get(), x.get(), n);
+    byInteger.divide(n);
+    expectSame("quotient by an integer", byInteger);
+    const double start = std::ldexp(static_cast<double>(static_cast<int64_t>(random())), -60 - i % 30);
+    CutParameter parameter;
+    ASSERT_TRUE(parameter.set(start));
+    mpf_set_d(expected.get(), start);
+    for (auto steps = random() % 100; steps > 0; --steps) {
+      mpf_add_ui(expected.get(), expected.get(), 1);
+      parameter.addOne();
+    }
+    expectSame("parameter", Float::of(parameter.value()));
+  }
+  EXPECT_LT(100 * left, count);
+}
+
+// All that the tests above hold against GMP's series rests on this.
+TEST(Hypergeometric, CutFloatsAreThoseOfGmp) {
+  compareWithGMP<3>(20000);
+  compareWithGMP<4>(20000);
+  compareWithGMP<7>(20000);
+}
+#endif
 
 // Parameters and arguments that lie anywhere: the fast path must decline where its bounds do not hold.
 TEST(Hypergeometric, OddArgumentsGiveTheSame) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 #include <thread>
 #include <vector>
@@ -217,6 +218,7 @@ TEST(Edges, ComplexErrorFunctions) {
   EXPECT_EQ(math_voigtDiffLY(1.25, 0.75), math_voigtDiffKX(1.25, 0.75));
   // Beyond the range of exp(-z^2): Re w = y/(sqrt(pi) |z|^2) nearly, and the kept form lacks the root.
   EXPECT_NEAR(math_voigtFunK(1e-5, 40) * 40, 1, 1e-3);
+  EXPECT_NEAR(math_voigtFunK(0, 1e200) * 1e200, 1 / std::sqrt(std::numbers::pi), 1e-15);
   // Near the imaginary axis 100 levels do not converge; the value is from mpmath.
   double nearRe = 0, nearIm = 0;
   math_erfz(0.05, 3, &nearRe, &nearIm);

@@ -8,6 +8,7 @@
 #include <set>
 #include <sstream>
 
+#include "support/csv.h"
 #include "support/functions.h"
 #include "support/reference.h"
 

@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 
+#include "support/csv.h"
 #include "support/functions.h"
 #include "support/reference.h"
 #include "sym/text_reader.h"

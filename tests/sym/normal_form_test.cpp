@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "support/csv.h"
 #include "sym/formula.h"
 #include "sym/kinds/kind.h"
 #include "sym/kinds/program.h"

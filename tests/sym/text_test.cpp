@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <orvane/sym_polynomial.h>
 
+#include "support/csv.h"
 #include "support/functions.h"
 #include "sym/formula.h"
 #include "sym/text_reader.h"

@@ -152,7 +152,7 @@ double FilterByFIR::solveByLineFIRSolver(uint8_t method) {
   firMode = true;
   convMethod = 1;
   const double error = optimizer->solve(coefficients.size(), method);
-  if (!optimizer->result.empty()) coefficients = optimizer->result;
+  if (error != kNoFit) coefficients = optimizer->result;
   return error;
 }
 

@@ -73,11 +73,11 @@ void transform2D(const double* re, const double* im, int32_t rows, int32_t cols,
   if (rows < 1 || cols < 1) return;
   const auto r = static_cast<std::size_t>(rows), c = static_cast<std::size_t>(cols);
   const Split matrix{outRe, outIm};
-  std::copy_n(re, r * c, outRe);
-  if (im != nullptr)
-    std::copy_n(im, r * c, outIm);
-  else
-    std::fill_n(outIm, r * c, 0.0);
+  for (std::size_t i = 0; i < r * c; ++i) {  // value by value: the parts may be exchanged in place
+    const double x = re[i], y = im != nullptr ? im[i] : 0.0;
+    outRe[i] = x;
+    outIm[i] = y;
+  }
   const auto alongRows = [&] {
     const auto plan = fourierPlan(c);
     inParts(r, threads, [&](std::size_t first, std::size_t last) {

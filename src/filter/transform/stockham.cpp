@@ -200,7 +200,14 @@ void Stockham::run(ConstSplit in, Split out, Split work, std::size_t lanes) cons
     std::copy_n(in.re, n * lanes, to.re);
     std::copy_n(in.im, n * lanes, to.im);
   };
-  if (passes.empty()) return copy(out);
+  if (passes.empty()) {
+    for (std::size_t i = 0; i < lanes; ++i) {  // value by value: the parts may be exchanged in place
+      const double re = in.re[i], im = in.im[i];
+      out.re[i] = re;
+      out.im[i] = im;
+    }
+    return;
+  }
   // The passes alternate between out and work and end in out. One that would read and write the same array gets a copy.
   bool toOut = passes.size() % 2 == 1;
   if (toOut && (in.re == out.re || in.im == out.im || in.re == out.im || in.im == out.re)) {

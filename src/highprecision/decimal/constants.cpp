@@ -30,7 +30,7 @@ constexpr int64_t kDigits[kConstants * kLimbs] = {
 std::array<HPNumber_c, kConstants> builtConstants() {
   std::array<HPNumber_c, kConstants> constants;
   for (std::size_t i = 0; i < constants.size(); ++i) {
-    constants[i].limbs.assign(kDigits + i * kLimbs, kDigits + (i + 1) * kLimbs);
+    constants[i].limbs.assign({kDigits + i * kLimbs, kLimbs});
     constants[i].exponent = 1 - static_cast<int64_t>(kLimbs);
   }
   return constants;

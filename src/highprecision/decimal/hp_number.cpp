@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "highprecision/decimal/limb_sum.h"
 #include "highprecision/decimal/limbs.h"
+#include "highprecision/decimal/room.h"
 
 namespace HighPrecision {
 
@@ -15,7 +17,7 @@ HPNumber_c::HPNumber_c(int64_t value) : HPNumber_c() {
   normalise();
 }
 
-HPNumber_c::HPNumber_c(std::vector<int64_t> limbsOfValue, int64_t exponentOfValue, bool negative)
+HPNumber_c::HPNumber_c(LimbVector limbsOfValue, int64_t exponentOfValue, bool negative)
     : exponent(exponentOfValue), isNegative(negative), limbs(std::move(limbsOfValue)) {
   typeCode = 13;
   normalise();
@@ -28,13 +30,29 @@ HPNumber_c HPNumber_c::infinite(bool negative) {
   return x;
 }
 
-void HPNumber_c::normalise() {
+void HPNumber_c::normalise() { keepHighest(SIZE_MAX); }
+
+void HPNumber_c::round(int32_t precision) { keepHighest(static_cast<std::size_t>(heldPrecision(precision))); }
+
+void HPNumber_c::keepHighest(std::size_t most) {
   if (isInfinite) return;
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
-  std::size_t zeros = 0;
-  while (zeros < limbs.size() && limbs[zeros] == 0) ++zeros;
-  limbs.erase(limbs.begin(), limbs.begin() + static_cast<std::ptrdiff_t>(zeros));
-  exponent += static_cast<int64_t>(zeros);
+  const int64_t* const places = limbs.data();
+  std::size_t end = limbs.size(), from = 0;
+  while (end > 0 && places[end - 1] == 0) --end;
+  bool up = false;
+  if (end > most) {
+    from = end - most;
+    up = places[from - 1] >= kHalf;
+  }
+  // Low limbs that are zero, or that the carry makes zero.
+  const int64_t gone = up ? kBase - 1 : 0;
+  while (from < end && places[from] == gone) ++from;
+  limbs.keep(from, end - from);
+  exponent += static_cast<int64_t>(from);
+  if (up && limbs.empty())
+    limbs.push_back(1);
+  else if (up)
+    ++limbs[0];
   if (!limbs.empty() && top() > kMaxExponent) {
     *this = infinite(isNegative);
   } else if (limbs.empty() || top() < -kMaxExponent) {
@@ -45,7 +63,7 @@ void HPNumber_c::normalise() {
 }
 
 HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool negative) {
-  std::vector<int64_t> limbs(words.begin(), words.end());
+  LimbVector limbs(words);
   int64_t carry = 0;
   for (int64_t& limb : limbs) {  // word + carry may leave 64 bits: their quotients and remainders do not
     const int64_t low = limb % kBase + carry % kBase;
@@ -54,7 +72,7 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
   }
   for (; carry != 0; carry /= kBase) limbs.push_back(carry % kBase);
   // Now each limb is within (-10^7, 10^7); the highest that is not 0 gives the sign of the whole.
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
+  limbs.dropTopZeros();
   if (!limbs.empty() && limbs.back() < 0) {
     for (int64_t& limb : limbs) limb = -limb;
     negative = !negative;
@@ -71,23 +89,7 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
 int32_t heldPrecision(int32_t precision) { return std::clamp(precision, 1, kMaxPrecision); }
 
 HPNumber_c rounded(HPNumber_c x, int32_t precision) {
-  const auto kept = static_cast<std::size_t>(heldPrecision(precision));
-  while (!x.limbs.empty() && x.limbs.back() == 0) x.limbs.pop_back();
-  if (x.limbs.size() > kept) {
-    const std::size_t dropped = x.limbs.size() - kept;
-    const bool up = x.limbs[dropped - 1] >= kHalf;
-    x.limbs.erase(x.limbs.begin(), x.limbs.begin() + static_cast<std::ptrdiff_t>(dropped));
-    x.exponent += static_cast<int64_t>(dropped);
-    if (up) {
-      std::size_t i = 0;
-      while (i < x.limbs.size() && x.limbs[i] == kBase - 1) x.limbs[i++] = 0;
-      if (i < x.limbs.size())
-        ++x.limbs[i];
-      else
-        x.limbs.push_back(1);
-    }
-  }
-  x.normalise();
+  x.round(precision);
   return x;
 }
 
@@ -103,8 +105,18 @@ HPNumber_c absolute(HPNumber_c x) {
 
 namespace {
 
+// The size of a finite number; it may stand at any place.
+struct Size {
+  explicit Size(const HPNumber_c& x) : limbs(x.limbs), exponent(x.exponent) {}
+  Size(std::span<const int64_t> limbs, int64_t exponent) : limbs(limbs), exponent(exponent) {}
+  int64_t top() const { return exponent + static_cast<int64_t>(limbs.size()); }
+
+  std::span<const int64_t> limbs;
+  int64_t exponent;
+};
+
 // Both have limbs.
-int compareMagnitudes(const HPNumber_c& a, const HPNumber_c& b) {
+int compareSizes(const Size& a, const Size& b) {
   if (a.top() != b.top()) return a.top() < b.top() ? -1 : 1;
   auto i = a.limbs.rbegin();
   auto j = b.limbs.rbegin();
@@ -113,79 +125,70 @@ int compareMagnitudes(const HPNumber_c& a, const HPNumber_c& b) {
   return i == a.limbs.rend() && j == b.limbs.rend() ? 0 : i == a.limbs.rend() ? -1 : 1;
 }
 
-// |a| + |b| or |a| - |b| for |a| >= |b|, exact.
-HPNumber_c combineMagnitudes(const HPNumber_c& a, const HPNumber_c& b, bool minus) {
-  const int64_t low = std::min(a.exponent, b.exponent);
-  HPNumber_c sum;
-  sum.exponent = low;
-  sum.limbs.assign(static_cast<std::size_t>(std::max(a.top(), b.top()) - low + 1), 0);
-  std::copy(a.limbs.begin(), a.limbs.end(), sum.limbs.begin() + (a.exponent - low));
-  int64_t* place = sum.limbs.data() + (b.exponent - low);
-  // Carries of random limbs are not to be foreseen: no branch on them.
-  int64_t carry = 0;
-  if (minus) {
-    for (const int64_t limb : b.limbs) {
-      const int64_t difference = *place - limb - carry;
-      carry = difference < 0;
-      *place++ = difference + (-carry & kBase);
-    }
-    for (; carry != 0; ++place) {
-      carry = *place == 0;
-      *place += carry != 0 ? kBase - 1 : -1;
-    }
-  } else {
-    for (const int64_t limb : b.limbs) {
-      const int64_t total = *place + limb + carry;
-      carry = total >= kBase;
-      *place++ = total - (-carry & kBase);
-    }
-    for (; carry != 0; ++place) {
-      carry = *place == kBase - 1;
-      *place += carry != 0 ? 1 - kBase : 1;
-    }
-  }
-  return sum;
-}
-
 // The power of 10^7 below which nothing can reach the rounding of x to `precision` limbs.
-int64_t floorOf(const HPNumber_c& x, int32_t precision) {
+int64_t floorOf(const Size& x, int32_t precision) {
   return std::min(x.exponent, x.top() - heldPrecision(precision) - 1) - 1;
 }
 
-// The signs are in a and b; `b` may be far below `a`.
-HPNumber_c addFinite(const HPNumber_c& first, const HPNumber_c& second, int32_t precision) {
-  if (second.isZero()) return rounded(first, precision);
-  if (first.isZero()) return rounded(second, precision);
-  const int order = compareMagnitudes(first, second);
-  const bool minus = first.isNegative != second.isNegative;
-  if (order == 0 && minus) return {};
-  const HPNumber_c& a = order < 0 ? second : first;
-  const HPNumber_c& b = order < 0 ? first : second;
+// A number other than 0 just below a floor: any speck does for it.
+Size speckBelow(int64_t floor) {
+  static constexpr int64_t kOne[] = {1};
+  return {kOne, floor - 1};
+}
+
+// a + b for a at least as high as b, or a - b for a >= b, exact; not normalised.
+HPNumber_c combined(const Size& a, const Size& b, bool minus, bool negative) {
   HPNumber_c sum;
-  if (b.top() < floorOf(a, precision)) {  // only that b is not 0 can matter: any speck does for it
-    HPNumber_c speck;
-    speck.limbs = {1};
-    speck.exponent = floorOf(a, precision) - 1;
-    sum = combineMagnitudes(a, speck, minus);
+  sum.isNegative = negative;
+  sum.exponent = std::min(a.exponent, b.exponent);
+  sum.limbs.makePlaces(static_cast<std::size_t>(a.top() - sum.exponent + 1));
+  int64_t* const places = sum.limbs.data();
+  std::span<const int64_t> higher = a.limbs;
+  const auto below = static_cast<std::size_t>(b.exponent - sum.exponent);
+  if (b.exponent < a.exponent) {
+    fillPlaces(a.limbs, static_cast<std::size_t>(a.exponent - sum.exponent), sum.limbs);
+    higher = {places, sum.limbs.size() - 1};
   } else {
-    sum = combineMagnitudes(a, b, minus);
+    copyLimbs(higher.data(), below, places);
   }
-  sum.isNegative = a.isNegative;
-  return rounded(std::move(sum), precision);
+  if (minus)
+    subtractLimbs(higher.subspan(below), b.limbs, places + below);
+  else
+    addLimbs(higher.subspan(below), b.limbs, places + below);
+  return sum;
+}
+
+HPNumber_c addSigned(const HPNumber_c& a, const HPNumber_c& b, bool bNegative, int32_t precision) {
+  if (a.isInfinite || b.isInfinite) {
+    if (a.isInfinite && b.isInfinite && a.isNegative != bNegative) return {};
+    return HPNumber_c::infinite(a.isInfinite ? a.isNegative : bNegative);
+  }
+  if (b.isZero()) return rounded(a, precision);
+  if (a.isZero()) {
+    HPNumber_c sum = rounded(b, precision);
+    sum.isNegative = bNegative && !sum.isZero();
+    return sum;
+  }
+  const Size first(a), second(b);
+  const bool minus = a.isNegative != bNegative;
+  const int order = minus ? compareSizes(first, second) : first.top() < second.top() ? -1 : 1;
+  if (order == 0) return {};
+  const Size &higher = order < 0 ? second : first, &lower = order < 0 ? first : second;
+  const int64_t floor = floorOf(higher, precision);
+  const Size speck = speckBelow(floor);
+  HPNumber_c sum = combined(higher, lower.top() < floor ? speck : lower, minus, order < 0 ? bNegative : a.isNegative);
+  sum.round(precision);
+  return sum;
 }
 
 }  // namespace
 
 HPNumber_c add(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
-  if (a.isInfinite || b.isInfinite) {
-    if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
-    return HPNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
-  }
-  return addFinite(a, b, precision);
+  return addSigned(a, b, b.isNegative, precision);
 }
 
 HPNumber_c subtract(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
-  return add(a, negated(b), precision);
+  return addSigned(a, b, !b.isNegative, precision);
 }
 
 HPNumber_c multiply(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
@@ -193,10 +196,12 @@ HPNumber_c multiply(const HPNumber_c& a, const HPNumber_c& b, int32_t precision)
   if (a.isInfinite || b.isInfinite) return HPNumber_c::infinite(negative);
   if (a.isZero() || b.isZero()) return {};
   HPNumber_c product;
-  product.limbs = multiplyLimbs(a.limbs, b.limbs);
-  product.exponent = a.exponent + b.exponent;
   product.isNegative = negative;
-  return rounded(std::move(product), precision);
+  product.exponent = a.exponent + b.exponent;
+  product.limbs.makePlaces(a.limbs.size() + b.limbs.size());
+  multiplyLimbs(a.limbs, b.limbs, product.limbs);
+  product.round(precision);
+  return product;
 }
 
 HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
@@ -205,13 +210,19 @@ HPNumber_c divide(const HPNumber_c& a, const HPNumber_c& b, int32_t precision) {
   if (a.isInfinite || b.isZero()) return HPNumber_c::infinite(negative);
   if (b.isInfinite || a.isZero()) return {};
   // One limb more than asked for: the quotient is cut, and the limb behind the last kept one decides the rounding.
-  const std::size_t wanted = b.limbs.size() + 1 + static_cast<std::size_t>(heldPrecision(precision));
-  const std::size_t padding = wanted > a.limbs.size() ? wanted - a.limbs.size() : 0;
+  // Lower limbs of the dividend do not reach the floor of the quotient there.
   HPNumber_c quotient;
-  quotient.limbs = divideLimbs(a.limbs, padding, b.limbs);
-  quotient.exponent = a.exponent - b.exponent - static_cast<int64_t>(padding);
   quotient.isNegative = negative;
-  return rounded(std::move(quotient), precision);
+  quotient.limbs.makePlaces(static_cast<std::size_t>(heldPrecision(precision)) + 1);
+  const auto dividend = static_cast<int64_t>(a.limbs.size()), divisor = static_cast<int64_t>(b.limbs.size());
+  const bool less = compareSizes({a.limbs, -dividend}, {b.limbs, -divisor}) < 0;
+  const int64_t padding = divisor + static_cast<int64_t>(quotient.limbs.size()) - int64_t{!less} - dividend;
+  const std::span<const int64_t> limbs(a.limbs);
+  divideLimbs(limbs.subspan(static_cast<std::size_t>(std::max<int64_t>(0, -padding))),
+              static_cast<std::size_t>(std::max<int64_t>(0, padding)), b.limbs, quotient.limbs);
+  quotient.exponent = a.exponent - b.exponent - padding;
+  quotient.round(precision);
+  return quotient;
 }
 
 HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
@@ -221,15 +232,17 @@ HPNumber_c squareRoot(const HPNumber_c& x, int32_t precision) {
   const std::size_t wanted = 2 * static_cast<std::size_t>(heldPrecision(precision)) + 2;
   if (x.limbs.size() + padding < wanted) padding += (wanted - x.limbs.size() - padding + 1) / 2 * 2;
   HPNumber_c root;
-  root.limbs = squareRootLimbs(x.limbs, padding);
   root.exponent = (x.exponent - static_cast<int64_t>(padding)) / 2;
-  return rounded(std::move(root), precision);
+  root.limbs.makePlaces((x.limbs.size() + padding + 1) / 2);
+  squareRootLimbs(x.limbs, padding, root.limbs);
+  root.round(precision);
+  return root;
 }
 
 HPNumber_c integerPart(HPNumber_c x) {
   if (x.isInfinite || x.exponent >= 0) return x;
   const int64_t fraction = std::min(-x.exponent, static_cast<int64_t>(x.limbs.size()));
-  x.limbs.erase(x.limbs.begin(), x.limbs.begin() + fraction);
+  x.limbs.dropLow(static_cast<std::size_t>(fraction));
   x.exponent += fraction;
   x.normalise();
   return x;
@@ -238,16 +251,13 @@ HPNumber_c integerPart(HPNumber_c x) {
 int compare(const HPNumber_c& a, const HPNumber_c& b) {
   if (a.sign() != b.sign()) return a.sign() < b.sign() ? -1 : 1;
   if (a.isZero()) return 0;
-  const int size = a.isInfinite || b.isInfinite ? int(a.isInfinite) - int(b.isInfinite) : compareMagnitudes(a, b);
+  const int size =
+      a.isInfinite || b.isInfinite ? int(a.isInfinite) - int(b.isInfinite) : compareSizes(Size(a), Size(b));
   return a.isNegative ? -size : size;
 }
 
 HPNumber_c nudged(const HPNumber_c& x, bool up, int32_t precision) {
-  HPNumber_c speck;
-  speck.limbs = {1};
-  speck.exponent = floorOf(x, precision) - 1;
-  HPNumber_c result = combineMagnitudes(x, speck, !up);
-  result.isNegative = x.isNegative;
+  HPNumber_c result = combined(Size(x), speckBelow(floorOf(Size(x), precision)), !up, x.isNegative);
   result.normalise();
   return result;
 }

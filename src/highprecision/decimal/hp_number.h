@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "frame/base_data.h"
+#include "highprecision/decimal/limb_vector.h"
 
 namespace HighPrecision {
 
@@ -24,7 +24,7 @@ class HPNumber_c : public BaseData {
  public:
   HPNumber_c() { typeCode = 13; }
   explicit HPNumber_c(int64_t value);
-  HPNumber_c(std::vector<int64_t> limbs, int64_t exponent, bool negative);
+  HPNumber_c(LimbVector limbs, int64_t exponent, bool negative);
   static HPNumber_c infinite(bool negative);
 
   bool isZero() const { return limbs.empty() && !isInfinite; }
@@ -37,11 +37,16 @@ class HPNumber_c : public BaseData {
   bool isOdd() const { return exponent == 0 && !limbs.empty() && limbs[0] % 2 != 0; }
   /// Strips zero limbs at both ends and holds the exponent inside its range.
   void normalise();
+  /// Rounds to a number of limbs, half up by the highest dropped limb, and normalises.
+  void round(int32_t precision);
 
   int64_t exponent = 0;
   bool isInfinite = false;
   bool isNegative = false;
-  std::vector<int64_t> limbs;
+  LimbVector limbs;
+
+ private:
+  void keepHighest(std::size_t most);
 };
 
 /// Any 64-bit words as limbs: carries make them 0..9999999, and the value stays. `negative` negates it.
@@ -50,7 +55,6 @@ HPNumber_c numberOfWords(std::span<const int64_t> words, int64_t exponent, bool 
 /// The precision that is used for the one that was asked for.
 int32_t heldPrecision(int32_t precision);
 
-/// Rounds to a number of limbs, half up by the highest dropped limb.
 HPNumber_c rounded(HPNumber_c x, int32_t precision);
 
 HPNumber_c negated(HPNumber_c x);

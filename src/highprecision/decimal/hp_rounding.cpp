@@ -30,7 +30,7 @@ HPByGMP moved(const HPByGMP& x, int64_t limbs, mp_bitcnt_t bits) {
 }
 
 // True when the limbs behind the kept ones lie within two units of their last from a tie.
-bool closeToTie(const std::vector<int64_t>& limbs, std::size_t dropped) {
+bool closeToTie(const LimbVector& limbs, std::size_t dropped) {
   const auto nearTie = [&](int64_t top, int64_t middle, bool low) {
     if (limbs[dropped - 1] != top) return false;
     for (std::size_t i = 1; i + 1 < dropped; ++i)

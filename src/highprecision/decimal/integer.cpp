@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "highprecision/decimal/integer.h"
 
+#include <vector>
+
 namespace HP {
 namespace {
 
@@ -13,17 +15,20 @@ constexpr unsigned long kLimb = 10000000, kTwoLimbs = kLimb * kLimb;
 
 }  // namespace
 
-Integer integerOfLimbs(std::span<const int64_t> limbs) {
-  Integer result;
+void setToLimbs(mpz_ptr x, std::span<const int64_t> limbs) {
+  if (limbs.empty()) return mpz_set_ui(x, 0);
+  // The room follows from 10^7 < 2^24.
+  const mp_ptr words = mpz_limbs_write(x, static_cast<mp_size_t>(limbs.size() * 24 / GMP_NUMB_BITS + 2));
   if (limbs.size() <= kFewLimbs) {
     std::size_t i = limbs.size();
-    if (i % 2 != 0) mpz_set_ui(result.get(), static_cast<unsigned long>(limbs[--i]));
+    words[0] = i % 2 != 0 ? static_cast<mp_limb_t>(limbs[--i]) : 0;
+    mp_size_t count = 1;
     for (; i > 0; i -= 2) {
-      mpz_mul_ui(result.get(), result.get(), kTwoLimbs);
-      mpz_add_ui(result.get(), result.get(),
-                 static_cast<unsigned long>(limbs[i - 1]) * kLimb + static_cast<unsigned long>(limbs[i - 2]));
+      const mp_limb_t pair = static_cast<mp_limb_t>(limbs[i - 1]) * kLimb + static_cast<mp_limb_t>(limbs[i - 2]);
+      const mp_limb_t over = mpn_mul_1(words, words, count, kTwoLimbs) + mpn_add_1(words, words, count, pair);
+      if (over != 0) words[count++] = over;
     }
-    return result;
+    return mpz_limbs_finish(x, count);
   }
   std::vector<unsigned char> digits(limbs.size() * kLimbDigits);
   unsigned char* end = digits.data() + digits.size();
@@ -34,17 +39,21 @@ Integer integerOfLimbs(std::span<const int64_t> limbs) {
       rest /= 10;
     }
   }
-  // Leading zeros are allowed; the room follows from 10^7 < 2^24.
-  mp_ptr words = mpz_limbs_write(result.get(), static_cast<mp_size_t>(limbs.size() * 24 / GMP_NUMB_BITS + 2));
-  mpz_limbs_finish(result.get(), mpn_set_str(words, digits.data(), digits.size(), 10));
+  // Leading zeros are allowed.
+  mpz_limbs_finish(x, mpn_set_str(words, digits.data(), digits.size(), 10));
+}
+
+Integer integerOfLimbs(std::span<const int64_t> limbs) {
+  Integer result;
+  setToLimbs(result.get(), limbs);
   return result;
 }
 
-std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
+HighPrecision::LimbVector limbsOfInteger(mpz_srcptr x) {
   if (mpz_sgn(x) == 0) return {};
   Integer work;
   mpz_set(work.get(), x);
-  std::vector<int64_t> limbs;
+  HighPrecision::LimbVector limbs;
   auto words = static_cast<mp_size_t>(mpz_size(work.get()));
   mp_ptr rest = mpz_limbs_modify(work.get(), words);
   if (words <= kFewWords) {
@@ -55,7 +64,7 @@ std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
       limbs.push_back(static_cast<int64_t>(pair / kLimb));
       while (words > 0 && rest[words - 1] == 0) --words;
     }
-    while (limbs.back() == 0) limbs.pop_back();
+    limbs.dropTopZeros();
     return limbs;
   }
   std::vector<unsigned char> digits(mpz_sizeinbase(work.get(), 10) + 2);
@@ -68,7 +77,7 @@ std::vector<int64_t> limbsOfInteger(mpz_srcptr x) {
     limbs.push_back(limb);
     end = begin;
   }
-  while (!limbs.empty() && limbs.back() == 0) limbs.pop_back();
+  limbs.dropTopZeros();
   return limbs;
 }
 

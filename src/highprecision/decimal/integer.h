@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "highprecision/binary/hp_by_gmp.h"
+#include "highprecision/decimal/limb_vector.h"
 
 namespace HP {
 
@@ -37,10 +37,11 @@ class Integer {
 
 /// Sum of limbs[i] * 10^(7 i), each limb in 0..9999999.
 Integer integerOfLimbs(std::span<const int64_t> limbs);
+void setToLimbs(mpz_ptr x, std::span<const int64_t> limbs);
 
 /// The limbs of |x|, least significant first, without zero limbs at the top; empty for 0.
-std::vector<int64_t> limbsOfInteger(mpz_srcptr x);
-inline std::vector<int64_t> limbsOfInteger(const Integer& x) { return limbsOfInteger(x.get()); }
+HighPrecision::LimbVector limbsOfInteger(mpz_srcptr x);
+inline HighPrecision::LimbVector limbsOfInteger(const Integer& x) { return limbsOfInteger(x.get()); }
 
 /// 10^n.
 Integer powerOfTen(unsigned long n);

@@ -4,137 +4,160 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/processor.h"
 #include "highprecision/decimal/hp_number.h"
+#include "highprecision/decimal/limb_product.h"
+#include "highprecision/decimal/room.h"
 
 namespace HighPrecision {
 namespace {
 
 constexpr auto kRadix = static_cast<double>(kBase);
 
-// Places of a calculation; a few need no memory of their own.
-template <class Place>
-class Room {
- public:
-  explicit Room(std::size_t n) : many(n > kFew ? n : 0), places(many.empty() ? few : many.data()), size(n) {
-    std::fill_n(places, n, Place{0});
-  }
-  operator std::span<Place>() { return {places, size}; }
-  Place* data() { return places; }
-  Place& operator[](std::size_t i) { return places[i]; }
-
- private:
-  static constexpr std::size_t kFew = 64;
-  Place few[kFew];
-  std::vector<Place> many;
-  Place* places;
-  std::size_t size;
-};
-
-// columns -= factor * limbs, the same loop for every set of instructions; a product of 32 bits each is what vectors
-// have.
-[[gnu::always_inline]] inline void subtractLoop(uint64_t* columns, uint32_t factor, const uint32_t* limbs,
-                                                std::size_t n) {
-  const uint64_t wide = factor;
-  for (std::size_t i = 0; i < n; ++i) columns[i] -= wide * limbs[i];
-}
-
-#if ORVANE_DISPATCH_AVX2
-[[gnu::target("avx2")]] void subtractWide(uint64_t* columns, uint32_t factor, const uint32_t* limbs, std::size_t n) {
-  subtractLoop(columns, factor, limbs, n);
-}
-#endif
-
-void subtractMultiple(int64_t* columns, int64_t factor, const uint32_t* limbs, std::size_t n) {
-  if (factor < 0) {  // an estimate was too high before: rare
-    for (std::size_t i = 0; i < n; ++i) columns[i] -= factor * limbs[i];
-    return;
-  }
-  auto* const words = reinterpret_cast<uint64_t*>(columns);
-#if ORVANE_DISPATCH_AVX2
-  if (hasAvx2()) return subtractWide(words, static_cast<uint32_t>(factor), limbs, n);
-#endif
-  subtractLoop(words, static_cast<uint32_t>(factor), limbs, n);
-}
-
-// x[n-1] + x[n-2] / 10^7 + ..., over the highest three places: what is left out is felt below 10^-3 of a limb.
-template <class Place>
-double lead(const Place* x, std::size_t n) {
+// x[n-1] + x[n-2] / 10^7 + ..., over the highest three places: of columns, what is left out is felt below 10^-3 of a
+// limb.
+double lead(const int64_t* x, std::size_t n) {
   const double sum = static_cast<double>(x[n - 1]) + static_cast<double>(x[n - 2]) * (1 / kRadix);
   return n > 2 ? sum + static_cast<double>(x[n - 3]) * (1 / (kRadix * kRadix)) : sum;
 }
 
 // The last limb is the nearest one, so that the sign of the rest alone tells the floor; the others are cut.
-int64_t limbOf(double estimate, bool last) { return last ? std::llround(estimate) : static_cast<int64_t>(estimate); }
+int64_t limbOf(double estimate, bool last) {
+  return static_cast<int64_t>(last ? estimate + std::copysign(0.5, estimate) : estimate);
+}
 
-// Makes places 0..9999999; returns the carry, which has the sign of the whole when it is negative.
-int64_t carried(std::span<int64_t> places) {
+// True when a sum over columns is negative.
+bool isNegative(std::span<int64_t> columns) {
+  const double size = lead(columns.data(), columns.size());
+  if (std::abs(size) > 2e-3) return size < 0;  // the columns below cannot turn that
   int64_t carry = 0;
-  for (int64_t& place : places) {
-    const int64_t sum = place + carry;
+  for (const int64_t column : columns) {
+    const int64_t sum = column + carry;
     carry = sum / kBase - (sum % kBase < 0);
-    place = sum - carry * kBase;
   }
-  return carry;
+  return carry < 0;
 }
 
-// The value that the estimates came to is the floor, or one more: the rest is negative then.
-std::vector<int64_t> floored(std::vector<int64_t> value, std::span<int64_t> rest) {
-  if (carried(rest) < 0) --value[0];
-  carried(value);
-  return value;
+// The value that the estimates came to is the floor, or one more: the rest is negative then. Its limbs lie within
+// -10^7 and 10^7, or a little outside.
+void makeFloor(std::span<int64_t> value, std::span<int64_t> rest) {
+  int64_t carry = isNegative(rest) ? -1 : 0;
+  for (int64_t& limb : value) {
+    const int64_t sum = limb + carry;
+    carry = int64_t{sum >= kBase} - int64_t{sum < 0} - int64_t{sum < -kBase};
+    limb = sum - carry * kBase;
+  }
 }
+
+// A long division by four limbs of the quotient at a time: the highest limbs of the divisor alone reach their estimates
+// and are subtracted at once, the others by four rows together.
+class Division {
+ public:
+  // A shorter divisor is filled up by zeros below, and the dividend with it.
+  static constexpr std::size_t kShortest = 6;
+
+  // `divisor` has three zeros before it.
+  Division(std::span<const int64_t> divisor, std::span<int64_t> columns)
+      : divisor(divisor), columns(columns), inverse(1 / lead(divisor.data(), divisor.size())) {
+    std::reverse_copy(divisor.end() - kShortest, divisor.end(), top);
+  }
+
+  // The limb at place k alone.
+  int64_t one(std::size_t k, bool last) {
+    const std::size_t n = divisor.size();
+    if (k + n < columns.size()) columns[k + n - 1] += columns[k + n] * kBase;
+    const int64_t limb = limbOf(lead(columns.data() + k, n) * inverse, last);
+    subtractMultiple(columns.data() + k, limb, divisor.data(), n);
+    return limb;
+  }
+
+  // The limbs at the places k to k + 3.
+  void four(std::size_t k, int64_t* quotient, bool last) {
+    const std::size_t n = divisor.size();
+    const int64_t* const highest = columns.data() + k + n + 2;
+    uint64_t rest[kShortest];  // of the columns from the highest one down; sums beyond 64 bits on the way do not matter
+    for (std::size_t i = 0; i < kShortest; ++i) rest[i] = static_cast<uint64_t>(*(highest - i));
+    if (k + 3 + n < columns.size()) rest[0] += static_cast<uint64_t>(highest[1] * kBase);
+    int64_t factors[kRows];
+    for (std::size_t s = 0; s < kRows; ++s) {
+      const bool final = s + 1 == kRows;
+      const uint64_t carried = rest[s + 1] + rest[s] * static_cast<uint64_t>(kBase);
+      const int64_t limb = limbOf(estimate(rest + s), last && final);
+      for (std::size_t i = s; i < kShortest; ++i) rest[i] -= static_cast<uint64_t>(limb * top[i - s]);
+      if (!final) rest[s + 1] = carried - static_cast<uint64_t>(limb * (top[1] + top[0] * kBase));
+      quotient[kRows - 1 - s] = limb;
+      factors[kRows - 1 - s] = -limb;
+    }
+    for (std::size_t i = kRows - 1; i < kShortest; ++i) columns[k + n + 2 - i] = static_cast<int64_t>(rest[i]);
+    addRows(divisor.data(), factors, columns.data() + k, n - 3);
+  }
+
+ private:
+  double estimate(const uint64_t* rest) const {
+    const auto place = [&](int i) { return static_cast<double>(static_cast<int64_t>(rest[i])); };
+    return place(0) * inverse + (place(1) * (inverse / kRadix) + place(2) * (inverse / kRadix / kRadix));
+  }
+
+  const std::span<const int64_t> divisor;
+  const std::span<int64_t> columns;
+  const double inverse;
+  int64_t top[kShortest];
+};
 
 }  // namespace
 
-std::vector<int64_t> quotientLimbs(std::span<const int64_t> a, std::size_t padding, std::span<const int64_t> b) {
-  const std::size_t n = b.size(), length = a.size() + padding;
-  if (length < n) return {};
-  Room<int64_t> columns(length);
-  std::copy(a.begin(), a.end(), columns.data() + padding);
-  Room<uint32_t> divisor(n);
-  std::copy(b.begin(), b.end(), divisor.data());
-  const double inverse = 1 / lead(divisor.data(), n);
-  std::vector<int64_t> quotient(length - n + 1);
-  for (std::size_t k = quotient.size(); k-- > 0;) {
-    if (k + n < length) columns[k + n - 1] += columns[k + n] * kBase;
-    quotient[k] = limbOf(lead(columns.data() + k, n) * inverse, k == 0);
-    subtractMultiple(columns.data() + k, quotient[k], divisor.data(), n);
+void quotientLimbs(std::span<const int64_t> a, std::size_t padding, std::span<const int64_t> b,
+                   std::span<int64_t> quotient) {
+  constexpr std::size_t kBefore = kRows - 1;
+  const std::size_t n = std::max(b.size(), Division::kShortest), filled = n - b.size();
+  Room<int64_t> columns(a.size() + padding + filled), divisor(kBefore + n);
+  fillPlaces(a, padding + filled, columns);
+  fillPlaces(b, kBefore + filled, divisor);
+  Division division(std::span<const int64_t>(divisor).subspan(kBefore), columns);
+  std::size_t k = quotient.size();
+  while (k % kRows != 0) {
+    --k;
+    quotient[k] = division.one(k, k == 0);
   }
-  return floored(std::move(quotient), std::span<int64_t>(columns).first(n));
+  while (k > 0) {
+    k -= kRows;
+    division.four(k, quotient.data() + k, k == 0);
+  }
+  makeFloor(quotient, std::span(columns).first(n));
 }
 
-std::vector<int64_t> rootLimbs(std::span<const int64_t> a, std::size_t padding) {
-  const std::size_t n = (a.size() + padding + 1) / 2;
+void rootLimbs(std::span<const int64_t> a, std::size_t padding, std::span<int64_t> root) {
+  const std::size_t n = root.size();
   Room<int64_t> columns(2 * n);
-  std::copy(a.begin(), a.end(), columns.data() + padding);
-  Room<uint32_t> root(n);
-  // Two limbs at once: one alone would be too coarse a divisor for the next.
-  const double start = std::sqrt(lead(columns.data(), 2 * n) * kRadix) * kRadix;
-  const int64_t first = limbOf(start, n == 2);
+  fillPlaces(a, padding, columns);
+  // Two limbs at once: one alone would be too coarse for the correction of the next.
+  // Its precision is that of all estimates, so that five places count: the highest may be 0.
+  const int64_t* const below = columns.data() + 2 * n - 4;
+  const double tail = n > 2 ? static_cast<double>(below[0]) * kRadix + static_cast<double>(below[-1]) : 0;
+  const double whole =
+      std::sqrt((lead(columns.data(), 2 * n) + tail * (1 / (kRadix * kRadix * kRadix * kRadix))) * kRadix);
+  const double inverse = 0.5 / whole;
+  const int64_t first = limbOf(whole * kRadix, n == 2);
   const int64_t high = first / kBase, low = first % kBase;
-  root[n - 1] = static_cast<uint32_t>(high);
-  root[n - 2] = static_cast<uint32_t>(low);
+  root[n - 1] = high;
+  root[n - 2] = low;
   columns[2 * n - 2] += columns[2 * n - 1] * kBase - high * high;
   columns[2 * n - 3] += columns[2 * n - 2] * kBase - 2 * high * low;
   columns[2 * n - 4] -= low * low;
-  double weight = 1 / kRadix;  // of the limb in the highest one
   for (std::size_t k = n - 2; k-- > 0;) {
     columns[n - 1 + k] += columns[n + k] * kBase;
-    weight /= kRadix;
-    // (r + l)^2 = r^2 + 2 l r + l^2; the square is felt in the estimate of l by the third limb alone.
-    const double twice = 2 * lead(root.data(), n), ratio = lead(columns.data(), n + k) / twice;
-    const int64_t limb = limbOf(ratio - ratio * ratio * weight / twice, k == 0);
+    // With the root R and what is missing l, R^2 - (R - l)^2 = 2 R l - l^2; the square is felt at the third limb alone.
+    double estimate = lead(columns.data(), n + k) * inverse;
+    if (k == n - 3) estimate += estimate * estimate * inverse * (1 / (kRadix * kRadix));
+    const int64_t limb = limbOf(estimate, k == 0);
     subtractMultiple(columns.data() + 2 * k + 1, 2 * limb, root.data() + k + 1, n - 1 - k);
     columns[2 * k] -= limb * limb;
-    root[k] = static_cast<uint32_t>(limb < 0 ? limb + kBase : limb);
+    root[k] = limb < 0 ? limb + kBase : limb;
     for (std::size_t i = k + 1, borrow = limb < 0; borrow != 0; ++i) {
       borrow = root[i] == 0;
-      root[i] = borrow != 0 ? static_cast<uint32_t>(kBase) - 1 : root[i] - 1;
+      root[i] = borrow != 0 ? kBase - 1 : root[i] - 1;
     }
   }
-  const std::span<uint32_t> limbs(root);
-  return floored({limbs.begin(), limbs.end()}, std::span<int64_t>(columns).first(n));
+  makeFloor(root, std::span(columns).first(n));
 }
 
 }  // namespace HighPrecision

@@ -3,18 +3,21 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace HighPrecision {
 
-// Non-negative integers in base 10^7, least significant limb first. Results may have zero limbs at the top.
+// Non-negative integers in base 10^7, least significant limb first. Results fill the places that they are given, with
+// zero limbs at the top.
 
-std::vector<int64_t> multiplyLimbs(std::span<const int64_t> a, std::span<const int64_t> b);
+/// product = a b, in as many places as both have limbs.
+void multiplyLimbs(std::span<const int64_t> a, std::span<const int64_t> b, std::span<int64_t> product);
 
-/// floor(a * 10^(7 padding) / b) for b > 0.
-std::vector<int64_t> divideLimbs(std::span<const int64_t> a, std::size_t padding, std::span<const int64_t> b);
+/// quotient = floor(a 10^(7 padding) / b) for b > 0, in places enough for it: one more than its length less that of b,
+/// or as many, when it is known to fit.
+void divideLimbs(std::span<const int64_t> a, std::size_t padding, std::span<const int64_t> b,
+                 std::span<int64_t> quotient);
 
-/// floor(sqrt(a * 10^(7 padding))).
-std::vector<int64_t> squareRootLimbs(std::span<const int64_t> a, std::size_t padding);
+/// root = floor(sqrt(a 10^(7 padding))), in half as many places as the limbs of both.
+void squareRootLimbs(std::span<const int64_t> a, std::size_t padding, std::span<int64_t> root);
 
 }  // namespace HighPrecision

@@ -18,7 +18,7 @@ constexpr int32_t kPrecision = 52;
 // Limbs of an argument beyond those of the result.
 constexpr int32_t kSpareLimbs = 8;
 
-bool isOne(const std::vector<int64_t>& limbs) { return limbs.size() == 1 && limbs[0] == 1; }
+bool isOne(const LimbVector& limbs) { return limbs.size() == 1 && limbs[0] == 1; }
 
 FractionNumber_c integer(int64_t n) { return FractionNumber_c(HPNumber_c(n)); }
 
@@ -31,7 +31,7 @@ std::optional<FractionNumber_c> exactRoot(const FractionNumber_c& x, unsigned lo
   return FractionNumber_c(std::move(root));
 }
 
-std::optional<int64_t> smallInteger(const std::vector<int64_t>& limbs) {
+std::optional<int64_t> smallInteger(const LimbVector& limbs) {
   if (limbs.size() > 2) return std::nullopt;
   return limbs[0] + (limbs.size() > 1 ? limbs[1] * kBase : 0);
 }

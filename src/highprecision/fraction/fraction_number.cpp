@@ -14,14 +14,14 @@ using HP::Rational;
 // A power of 10^7 in a fraction stands there limb by limb; longer ones are infinite or zero.
 constexpr int64_t kMaxLimbs = 4000000;
 
-std::vector<int64_t> atLeastOne(std::vector<int64_t> limbs) {
-  while (limbs.size() > 1 && limbs.back() == 0) limbs.pop_back();
+LimbVector atLeastOne(LimbVector limbs) {
+  limbs.dropTopZeros(1);
   if (limbs.empty()) limbs.push_back(0);
   return limbs;
 }
 
-std::vector<int64_t> shifted(std::vector<int64_t> limbs, int64_t zeros) {
-  limbs.insert(limbs.begin(), static_cast<std::size_t>(zeros), 0);
+LimbVector shifted(LimbVector limbs, int64_t zeros) {
+  limbs.insertLow(static_cast<std::size_t>(zeros));
   return limbs;
 }
 
@@ -48,25 +48,25 @@ Rational inverses(std::span<const int64_t> values) {
 }  // namespace
 
 FractionNumber_c::FractionNumber_c() {
-  static const auto zero =
-      std::make_shared<const FractionParts>(std::vector<int64_t>{0}, std::vector<int64_t>{1}, true);
+  static const auto zero = std::make_shared<const FractionParts>(LimbVector{0}, LimbVector{1}, true);
   typeCode = 12;
   parts = zero;
 }
 
-FractionNumber_c::FractionNumber_c(std::vector<int64_t> up, std::vector<int64_t> down, bool negative) {
+FractionNumber_c::FractionNumber_c(LimbVector up, LimbVector down, bool negative) {
   typeCode = 12;
   up = atLeastOne(std::move(up));
   down = atLeastOne(std::move(down));
   const std::size_t most = std::min(up.size(), down.size()) - 1;
   std::size_t zeros = 0;
   while (zeros < most && up[zeros] == 0 && down[zeros] == 0) ++zeros;
-  up.erase(up.begin(), up.begin() + static_cast<std::ptrdiff_t>(zeros));
-  down.erase(down.begin(), down.begin() + static_cast<std::ptrdiff_t>(zeros));
+  up.dropLow(zeros);
+  down.dropLow(zeros);
   isInfinite = down.size() == 1 && down[0] == 0;
   if (isInfinite) up = {1};
-  const bool integer = down.size() == 1 && down[0] == 1;
-  parts = std::make_shared<const FractionParts>(std::move(up), std::move(down), integer || isInfinite);
+  const auto isOne = [](const LimbVector& limbs) { return limbs.size() == 1 && limbs[0] == 1; };
+  const bool lowest = isOne(down) || isOne(up) || isInfinite;
+  parts = std::make_shared<const FractionParts>(std::move(up), std::move(down), lowest);
   isNegative = negative && !isZero();
 }
 
@@ -112,7 +112,7 @@ FractionNumber_c fractionOfWords(std::span<const int64_t> numerator, std::span<c
                                  bool negative) {
   const auto isLimb = [](int64_t word) { return word >= 0 && word < kBase; };
   if (std::ranges::all_of(numerator, isLimb) && std::ranges::all_of(denominator, isLimb))
-    return {{numerator.begin(), numerator.end()}, {denominator.begin(), denominator.end()}, negative};
+    return {LimbVector(numerator), LimbVector(denominator), negative};
   const HPNumber_c up = numberOfWords(numerator, 0, negative), down = numberOfWords(denominator, 0, false);
   return {shifted(up.limbs, up.exponent), shifted(down.limbs, down.exponent), up.isNegative != down.isNegative};
 }
@@ -137,7 +137,7 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
     if (a.isInfinite && b.isInfinite && a.isNegative != b.isNegative) return {};
     return FractionNumber_c::infinite(a.isInfinite ? a.isNegative : b.isNegative);
   }
-  Rational sum;
+  Rational sum(a.size().bits() + b.size().bits() + GMP_NUMB_BITS);
   (a.isNegative == b.isNegative ? mpq_add : mpq_sub)(sum.get(), a.size().get(), b.size().get());
   if (a.isNegative) mpq_neg(sum.get(), sum.get());
   return FractionNumber_c(std::move(sum));
@@ -146,7 +146,7 @@ FractionNumber_c add(const FractionNumber_c& a, const FractionNumber_c& b) {
 FractionNumber_c multiply(const FractionNumber_c& a, const FractionNumber_c& b) {
   const bool negative = a.isNegative != b.isNegative;
   if (a.isInfinite || b.isInfinite) return FractionNumber_c::infinite(negative);
-  Rational product;
+  Rational product(a.size().bits() + b.size().bits());
   mpq_mul(product.get(), a.size().get(), b.size().get());
   if (negative) mpq_neg(product.get(), product.get());
   return FractionNumber_c(std::move(product));

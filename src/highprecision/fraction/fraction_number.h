@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <vector>
 
 #include "frame/base_data.h"
 #include "highprecision/decimal/hp_number.h"
@@ -18,7 +17,7 @@ class FractionNumber_c : public BaseData {
  public:
   FractionNumber_c();
   /// Strips the low limbs that are zero in both; does not reduce. A zero denominator makes it infinite.
-  FractionNumber_c(std::vector<int64_t> numeratorLimbs, std::vector<int64_t> denominatorLimbs, bool negative);
+  FractionNumber_c(LimbVector numeratorLimbs, LimbVector denominatorLimbs, bool negative);
   /// A number in lowest terms.
   explicit FractionNumber_c(HP::Rational&& x);
   explicit FractionNumber_c(const HPNumber_c& x);
@@ -27,8 +26,8 @@ class FractionNumber_c : public BaseData {
   /// -1, 0 or 1.
   int sign() const { return isZero() ? 0 : isNegative ? -1 : 1; }
   bool isZero() const { return !isInfinite && parts->isZero; }
-  const std::vector<int64_t>& numerator() const { return parts->numerator(); }
-  const std::vector<int64_t>& denominator() const { return parts->denominator(); }
+  const LimbVector& numerator() const { return parts->numerator(); }
+  const LimbVector& denominator() const { return parts->denominator(); }
   /// The size of a finite fraction, in lowest terms.
   const HP::Rational& size() const { return parts->value(); }
   /// Known to be in lowest terms, so that no common factor need be looked for.

@@ -7,7 +7,7 @@
 
 namespace HighPrecision {
 
-FractionParts::FractionParts(std::vector<int64_t> numerator, std::vector<int64_t> denominator, bool lowest)
+FractionParts::FractionParts(LimbVector numerator, LimbVector denominator, bool lowest)
     : isZero(numerator.size() == 1 && numerator[0] == 0),
       isLowest(lowest),
       hasLimbs(true),
@@ -21,7 +21,7 @@ FractionParts::FractionParts(HP::Rational&& x)
 
 void FractionParts::makeLimbs() const {
   if (hasLimbs) return;
-  std::call_once(once, [this] {
+  once.run([this] {
     up = HP::limbsOfInteger(number->up());
     if (up.empty()) up.push_back(0);
     down = HP::limbsOfInteger(number->down());
@@ -30,10 +30,10 @@ void FractionParts::makeLimbs() const {
 
 void FractionParts::makeValue() const {
   if (!hasLimbs) return;
-  std::call_once(once, [this] {
+  once.run([this] {
     number.emplace();
-    mpz_swap(number->up(), HP::integerOfLimbs(up).get());
-    mpz_swap(number->down(), HP::integerOfLimbs(down).get());
+    HP::setToLimbs(number->up(), up);
+    HP::setToLimbs(number->down(), down);
     if (!isLowest) mpq_canonicalize(number->get());
   });
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <mutex>
 #include <optional>
-#include <vector>
 
+#include "frame/made_once.h"
+#include "highprecision/decimal/limb_vector.h"
 #include "highprecision/fraction/rational.h"
 
 namespace HighPrecision {
@@ -16,12 +16,12 @@ namespace HighPrecision {
 class FractionParts {
  public:
   /// Integers in base 10^7, at least one limb each; `lowest`: known to be in lowest terms.
-  FractionParts(std::vector<int64_t> numerator, std::vector<int64_t> denominator, bool lowest);
+  FractionParts(LimbVector numerator, LimbVector denominator, bool lowest);
   /// In lowest terms; the sign does not count.
   explicit FractionParts(HP::Rational&& x);
 
-  const std::vector<int64_t>& numerator() const { return makeLimbs(), up; }
-  const std::vector<int64_t>& denominator() const { return makeLimbs(), down; }
+  const LimbVector& numerator() const { return makeLimbs(), up; }
+  const LimbVector& denominator() const { return makeLimbs(), down; }
   const HP::Rational& value() const { return makeValue(), *number; }  ///< in lowest terms
 
   const bool isZero;
@@ -32,8 +32,8 @@ class FractionParts {
   void makeValue() const;
 
   const bool hasLimbs;
-  mutable std::once_flag once;  // of what was not given
-  mutable std::vector<int64_t> up, down;
+  mutable MadeOnce once;  // of what was not given
+  mutable LimbVector up, down;
   mutable std::optional<HP::Rational> number;
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "frame/code_table.h"
+#include "frame/numbers.h"
 #include "network/action/opt_net_action.h"
 
 namespace Action {
@@ -37,7 +38,9 @@ void vote(NetSetAction_c& set, std::span<const double> in, std::span<double> out
 }
 
 void stack(NetSetAction_c& set, std::span<const double> in, std::span<double> out) {
-  set.actions.back()->predict(set.joinedRow(in), out);
+  const auto row = set.runMember(*set.actions.back(), set.joinedRow(in));
+  std::ranges::fill(out, kNaN);
+  std::copy_n(row.begin(), std::min(out.size(), row.size()), out.begin());
 }
 
 /// What an action leaves of the targets.

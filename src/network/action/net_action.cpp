@@ -39,10 +39,11 @@ void NetSetAction_c::prepare() {
   joined.reserve(sum);
 }
 
-int32_t NetSetAction_c::check(RowSizes sizes) {
+// A set that is not trained: each member fits rows of its own, the last one of a stack those of the others.
+int32_t NetSetAction_c::check(RowSizes) {
   if (actions.empty()) return ORVANE_ACTION_EMPTY_SET;
   for (NetAction_c* action : actions)
-    if (const int32_t code = action->check(sizes); code != ORVANE_ACTION_OK) return code;
+    if (const int32_t code = action->check(action->sizes()); code != ORVANE_ACTION_OK) return code;
   prepare();
   return ORVANE_ACTION_OK;
 }

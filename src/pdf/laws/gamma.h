@@ -347,7 +347,10 @@ class InsideSeries {
   static void build(PowerSeries& series, double alpha, double h) {
     series.clear();
     if (!(alpha > 0 && h > 0 && h < 1000)) return;
-    const double farthest = std::min(0.999, -std::expm1(-650 / h));  // (1-t)^-h in range
+    // The terms alpha n^(h-2) t^n/gamma(h) are below the engine's 1e-17 before its cap; (1-t)^-h is in range.
+    constexpr double kTerms = 9e5, kEnd = 39.2;
+    const double atCap = (kEnd + std::log(alpha) + (h - 2) * std::log(kTerms) - lnGamma(h)) / kTerms;
+    const double farthest = std::min(-std::expm1(-650 / h), std::exp(-std::max(atCap, 1e-5)));
     series.build(0, farthest / (1 + farthest), [=](double k) { return (h + k) / (alpha + 1 + k); });
   }
   /// t/(1+t), and below (1+t)^-h, with what the rounding of 1+t takes away.

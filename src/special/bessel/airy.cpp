@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "frame/numbers.h"
-#include "special/bessel/bessel_expansion.h"
+#include "special/bessel/bessel_standard.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
 
@@ -20,15 +20,26 @@ struct Orders {
   double plus, minus;
 };
 
-/// (z/2)^nu/gamma(nu + 1) times sum (sign z^2/4)^k/(k! (nu + 1)_k), nu in (-1, 1), z <= 2.
-double smallSeries(double nu, double z, double sign) {
+/// gamma(1 + nu) at an order of the Airy functions and its negative.
+Orders gammaAbove(double nu) {
+  const volatile double order = nu;  // the run-time's values, not the compiler's
+  return {std::tgamma(order + 1), std::tgamma(1 - order)};
+}
+
+/// (z/2)^nu/gamma(nu + 1) times sum (sign z^2/4)^k/(k! (nu + 1)_k) at +-nu, z <= 2.
+Orders smallSeries(double nu, double z, double sign) {
   const double square = sign * z * z / 4;
-  double term = 1, sum = 1;
-  for (int k = 1; k < 60 && std::abs(term) > kEpsilon / 16; ++k) {
-    term *= square / (k * (nu + k));
-    sum += term;
-  }
-  return std::pow(z / 2, nu) / std::tgamma(nu + 1) * sum;
+  const auto series = [square](double order) {
+    double term = 1, sum = 1;
+    for (int k = 1; k < 60 && std::abs(term) > kEpsilon / 16; ++k) {
+      term *= square / (k * (order + k));
+      sum += term;
+    }
+    return sum;
+  };
+  static const Orders third = gammaAbove(kThird), twoThirds = gammaAbove(kTwoThirds);
+  const Orders& gamma = nu == kThird ? third : twoThirds;
+  return {std::pow(z / 2, nu) / gamma.plus * series(nu), std::pow(z / 2, -nu) / gamma.minus * series(-nu)};
 }
 
 /// 2/3 (-x)^(3/2) - z for its rounded value z: the phase far left, where z alone would leave eps z of it.
@@ -40,19 +51,19 @@ double restOfPhase(double x, double z) {
 
 /// J at nu and -nu from J and Y in one go: cos(pi nu) J - sin(pi nu) Y is the second. z = 2/3 (-x)^(3/2).
 Orders besselJ(double nu, double z, double x) {
-  if (z <= kSeriesTo) return {smallSeries(nu, z, -1), smallSeries(-nu, z, -1)};
+  if (z <= kSeriesTo) return smallSeries(nu, z, -1);
   const BesselPair pair = z > kHankelFrom ? besselJYHankel(nu, z, restOfPhase(x, z)) : besselJYSteed(nu, z);
   return {pair.first, cosPi(nu) * pair.first - sinPi(nu) * pair.second};
 }
 
 Orders besselI(double nu, double z) {
-  if (z <= kSeriesTo) return {smallSeries(nu, z, 1), smallSeries(-nu, z, 1)};
+  if (z <= kSeriesTo) return smallSeries(nu, z, 1);
   if (z > kHankelFrom) {  // K is below the last digit
     const double value = besselIKHankel(nu, z).first;
     return {value, value};
   }
-  const double value = calcBesselI(nu, z);
-  return {value, value + 2 / pi * sinPi(nu) * calcBesselK(nu, z)};
+  const BesselPair pair = besselIKStandard(nu, z);
+  return {pair.first, pair.first + 2 / pi * sinPi(nu) * pair.second};
 }
 
 double besselK(double nu, double z) { return z > kHankelFrom ? besselIKHankel(nu, z).second : calcBesselK(nu, z); }

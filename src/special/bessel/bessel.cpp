@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "frame/numbers.h"
-#include "special/bessel/bessel_expansion.h"
+#include "special/bessel/bessel_standard.h"
 #include "special/elementary/turn.h"
 #include "special/special_function.h"
 
@@ -37,7 +37,7 @@ double positiveJ(double nu, double x) {
   if (x < kTiny) return besselJYTiny(nu, x).first;
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).first;
   if (isTransition(nu, x)) return transition(nu, x).first;
-  return std::cyl_bessel_j(nu, x);
+  return besselJStandard(nu, x);
 }
 
 double positiveY(double nu, double x) {
@@ -48,7 +48,7 @@ double positiveY(double nu, double x) {
   if (needsDebyeJY(nu, x)) return besselJYDebye(nu, x).second;
   if (isTransition(nu, x)) return transition(nu, x).second;
   if (x < 2 && nearInteger(nu)) return besselYNearInteger(nu, x);
-  return std::cyl_neumann(nu, x);
+  return besselYStandard(nu, x);
 }
 
 double positiveI(double nu, double x) {
@@ -57,7 +57,7 @@ double positiveI(double nu, double x) {
   if (x < kTiny) return besselIKTiny(nu, x).first;
   if (nu >= 30) return besselIKDebye(nu, x).first;
   if (x > 700) return besselIKHankel(nu, x).first;
-  return std::cyl_bessel_i(nu, x);
+  return besselIStandard(nu, x);
 }
 
 double positiveK(double nu, double x) {
@@ -67,7 +67,7 @@ double positiveK(double nu, double x) {
   if (nu >= 30) return besselIKDebye(nu, x).second;
   if (x > 700) return besselIKHankel(nu, x).second;
   if (x < 2 && nearInteger(nu)) return besselKNearInteger(nu, x);
-  return std::cyl_bessel_k(nu, x);
+  return besselKStandard(nu, x);
 }
 
 }  // namespace
@@ -109,7 +109,7 @@ double calcSphericalBesselJ(double n, double x) {
   if (x == 0 && n >= 0) return n == 0 ? 1.0 : 0.0;
   // The leading term, where J itself may be too small for a double.
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(pi) / std::tgamma(n + 1.5);
+    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(pi) / gammaOfRunTime(n + 1.5);
   return calcBesselJ(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 
@@ -118,7 +118,7 @@ double calcSphericalBesselY(double n, double x) {
   if (x < 0) return isWhole(n) ? (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselY(n, -x) : kNaN;
   if (n < 0 && isWhole(n)) return (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselJ(-n - 1, x);
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? -kInfinity : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(pi) * std::tgamma(n + 0.5);
+    return n > 150 ? -kInfinity : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(pi) * gammaOfRunTime(n + 0.5);
   return calcBesselY(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 

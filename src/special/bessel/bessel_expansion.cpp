@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Sources: N. Temme, J. Comput. Phys. 19 (1975) and 21 (1976); DLMF 10.17, 10.19, 10.40, 10.41; A. R. Barnett, D. H.
-// Feng, J. W. Steed, L. J. B. Goldfarb, Comput. Phys. Commun. 8 (1974).
+// Sources: N. Temme, J. Comput. Phys. 19 (1975) and 21 (1976); DLMF 10.17, 10.19, 10.40, 10.41.
 #include "special/bessel/bessel_expansion.h"
 
 #include <array>
@@ -57,7 +56,7 @@ GammaPair gammaPair(double mu) {
   if (std::abs(mu) <= 1e-3)
     return {-(egamma - square * (0.0420026350340952 + square * 0.0421977345555443)),
             1 - square * (0.6558780715202538 - square * 0.1665386113822915)};
-  const double minus = 1 / std::tgamma(1 - mu), plus = 1 / std::tgamma(1 + mu);
+  const double minus = 1 / gammaOfRunTime(1 - mu), plus = 1 / gammaOfRunTime(1 + mu);
   return {(minus - plus) / (2 * mu), (minus + plus) / 2};
 }
 
@@ -106,12 +105,12 @@ double climb(Temme start, double mu, double nu, double x, double sign) {
 
 /// Leading terms at tiny x; above order 1/2 one power of K outweighs the other.
 double leadingI(double nu, double x) {
-  if (nu < 150) return std::pow(x, nu) / std::exp2(nu) / std::tgamma(nu + 1);
+  if (nu < 150) return std::pow(x, nu) / std::exp2(nu) / gammaOfRunTime(nu + 1);
   return 0;
 }
 double leadingK(double nu, double x) {
   if (nu > 150) return kInfinity;
-  return nu > 0.5 ? 0.5 * std::exp2(nu) * std::tgamma(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
+  return nu > 0.5 ? 0.5 * std::exp2(nu) * gammaOfRunTime(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
 }
 
 }  // namespace
@@ -217,75 +216,6 @@ BesselPair besselJYTransition(double nu, double x) {
                                         v * (549.0 / 28000 * a4 * a4 - 110767.0 / 693000 * a5 + 79.0 / 12375 * a2)));
   const double size = std::cbrt(2.0) / root, first = size * p, second = size * size / root * q;
   return {first * calcAiryAi(t) + second * calcDiffAiryAi(t), -first * calcAiryBi(t) - second * calcDiffAiryBi(t)};
-}
-
-BesselPair besselJYSteed(double nu, double x) {
-  constexpr int kMaxRounds = 1000000;
-  constexpr double kSmall = 1e-150;
-  // Down to an order mu not beyond the turning point.
-  const int steps = nu > x ? static_cast<int>(nu - x + 1.5) : 0;
-  const double mu = nu - steps, xi = 1 / x;
-  // First fraction: J'/J at nu (modified Lentz).
-  double h = nu * xi, b = 2 * nu * xi, d = 0, c = h;
-  bool negative = false;
-  for (int i = 1; i <= kMaxRounds; ++i) {
-    b += 2 * xi;
-    d = b - d;
-    if (std::abs(d) < kSmall) d = kSmall;
-    c = b - 1 / c;
-    if (std::abs(c) < kSmall) c = kSmall;
-    d = 1 / d;
-    const double step = c * d;
-    h *= step;
-    if (d < 0) negative = !negative;
-    if (std::abs(step - 1) < kEpsilon) break;
-  }
-  const double top = negative ? -kSmall : kSmall;
-  double j = top, slope = h * top, factor = nu * xi;
-  for (int i = 0; i < steps; ++i) {
-    const double next = factor * j + slope;
-    factor -= xi;
-    slope = factor * next - j;
-    j = next;
-  }
-  const double f = slope / j;
-  // Second fraction: p + iq = (J' + iY')/(J + iY) at mu.
-  double a = 0.25 - mu * mu, p = -xi / 2, q = 1, br = 2 * x, bi = 2;
-  double fact = a * xi / (p * p + q * q);
-  double cr = br + q * fact, ci = bi + p * fact, size = br * br + bi * bi, dr = br / size, di = -bi / size;
-  double stepRe = cr * dr - ci * di, stepIm = cr * di + ci * dr;
-  double keep = p * stepRe - q * stepIm;
-  q = p * stepIm + q * stepRe;
-  p = keep;
-  for (int i = 2; i <= kMaxRounds; ++i) {
-    a += 2 * (i - 1);
-    bi += 2;
-    dr = a * dr + br;
-    di = a * di + bi;
-    if (std::abs(dr) + std::abs(di) < kSmall) dr = kSmall;
-    fact = a / (cr * cr + ci * ci);
-    cr = br + cr * fact;
-    ci = bi - ci * fact;
-    if (std::abs(cr) + std::abs(ci) < kSmall) cr = kSmall;
-    size = dr * dr + di * di;
-    dr /= size;
-    di /= -size;
-    stepRe = cr * dr - ci * di;
-    stepIm = cr * di + ci * dr;
-    keep = p * stepRe - q * stepIm;
-    q = p * stepIm + q * stepRe;
-    p = keep;
-    if (std::abs(stepRe - 1) + std::abs(stepIm) < kEpsilon) break;
-  }
-  const double gamma = (p - f) / q;
-  const double first = std::copysign(std::sqrt(2 * xi / pi / ((p - f) * gamma + q)), j);
-  double low = gamma * first, high = mu * xi * low - (p + q / gamma) * low;
-  for (int i = 1; i <= steps; ++i) {
-    const double next = 2 * (mu + i) * xi * high - low;
-    low = high;
-    high = next;
-  }
-  return {first / j * top, low};
 }
 
 }  // namespace SpecialFunction

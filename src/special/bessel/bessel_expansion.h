@@ -26,8 +26,7 @@ BesselPair besselIKDebye(double nu, double x);
 BesselPair besselJYHankel(double nu, double x, double rest = 0);
 BesselPair besselIKHankel(double nu, double x);
 
-/// Steed's two continued fractions, which serve for x > 2; and for nu near x above 1e6 the expansion by Airy functions.
-BesselPair besselJYSteed(double nu, double x);
+/// For nu near x above 1e6 the expansion by Airy functions.
 BesselPair besselJYTransition(double nu, double x);
 
 }  // namespace SpecialFunction

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "special/bessel/precise_series.h"
 
+#include <optional>
+
 #include "frame/numbers.h"
 #include "special/hypergeometric/gmp_series.h"
 #include "special/hypergeometric/hypergeometric_fast.h"
@@ -16,26 +18,35 @@ constexpr unsigned long kMaxTerms = 200000;
 enum class Outcome { kDone, kMoreBits, kNoValue };
 
 // `highest` becomes the exponent of the largest term.
-Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z, ScaledValue& result,
-                long& highest) {
-  GMPSeries series(bits, a, p, b, q, z);
-  const HPByGMP &sum = series.sum, &term = series.term;
+template <class Arithmetic>
+std::optional<Outcome> sumIn(const Arithmetic& arithmetic, long bits, const double* a, int32_t p, const double* b,
+                             int32_t q, double z, ScaledValue& result, long& highest) {
+  FloatSeries series(arithmetic, a, p, b, q, z);
+  const auto &sum = series.sum, &term = series.term;
   long last = 1;
   highest = 1;
   for (unsigned long n = 1;; ++n) {
     if (n > kMaxTerms) return Outcome::kNoValue;
-    series.add(n);
-    const long size = exponentOf(term);
+    if (!series.add(n)) return std::nullopt;
+    const long size = term.binaryExponent();
     if (size > highest) highest = size;
-    if (mpf_sgn(term.get()) == 0) break;
+    if (term.isZero()) break;
     // Below the guard twice and falling: a term can be small once, where an upper parameter passes near 0.
-    const bool small = size < highest - static_cast<long>(bits) || size < exponentOf(sum) - kGuardBits;
+    const bool small = size < highest - bits || size < sum.binaryExponent() - kGuardBits;
     if (small && size < last) break;
     last = size;
   }
-  if (highest - exponentOf(sum) > static_cast<long>(bits) - kGuardBits) return Outcome::kMoreBits;
-  result.mantissa = mpf_get_d_2exp(&result.exponent, sum.get());
+  if (highest - sum.binaryExponent() > bits - kGuardBits) return Outcome::kMoreBits;
+  const __mpf_struct view = sum.view();
+  result.mantissa = mpf_get_d_2exp(&result.exponent, &view);
   return Outcome::kDone;
+}
+
+Outcome sumWith(mp_bitcnt_t bits, const double* a, int32_t p, const double* b, int32_t q, double z, ScaledValue& result,
+                long& highest) {
+  return inFloats(bits, [&](const auto& arithmetic) {
+    return sumIn(arithmetic, static_cast<long>(bits), a, p, b, q, z, result, highest);
+  });
 }
 
 }  // namespace
@@ -44,8 +55,7 @@ ScaledValue preciseHypergeometric(const double* a, int32_t p, const double* b, i
   const ScaledValue none{kNaN, 0};
   if (!std::isfinite(z)) return none;
   if (z == 0) return {1, 0};
-  double cancellation = 0;
-  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation);
+  if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z);
       value && std::abs(*value) > 1e-4 && std::abs(*value) < 1e290)
     return {*value, 0};
   ScaledValue result;

@@ -63,6 +63,20 @@ double calcEllipticRF(double x, double y, double z) {
   return duplicateRF(x, y, z);
 }
 
+namespace {
+
+/// Carlson's expansion of RD at the last differences.
+double expansionRD(double A, double X, double Y, double Z, double sum, double power) {
+  const double X2 = X * X, Y2 = Y * Y, Z2 = Z * Z;
+  const double S2 = (X2 + Y2 + 3 * Z2) / 4, S3 = (X2 * X + Y2 * Y + 3 * Z2 * Z) / 6;
+  const double S4 = (X2 * X2 + Y2 * Y2 + 3 * Z2 * Z2) / 8;
+  const double S5 = (X2 * X2 * X + Y2 * Y2 * Y + 3 * Z2 * Z2 * Z) / 10;
+  const double expansion = 1 + 3 * S2 / 7 + S3 / 3 + 3 * S2 * S2 / 22 + 3 * S4 / 11 + 3 * S2 * S3 / 13 + 3 * S5 / 13;
+  return 3 * sum + power * A * std::sqrt(A) * expansion;
+}
+
+}  // namespace
+
 double duplicateRD(double x, double y, double z) {
   if (largest(x, y, z) == kInfinity) return 0;
   if (largest(x, y, z) > kHuge) return duplicateRD(x * kDown, y * kDown, z * kDown) * 0x1p-12;
@@ -81,12 +95,35 @@ double duplicateRD(double x, double y, double z) {
     y = (y + lambda) / 4;
     z = (z + lambda) / 4;
   }
-  const double X2 = X * X, Y2 = Y * Y, Z2 = Z * Z;
-  const double S2 = (X2 + Y2 + 3 * Z2) / 4, S3 = (X2 * X + Y2 * Y + 3 * Z2 * Z) / 6;
-  const double S4 = (X2 * X2 + Y2 * Y2 + 3 * Z2 * Z2) / 8;
-  const double S5 = (X2 * X2 * X + Y2 * Y2 * Y + 3 * Z2 * Z2 * Z) / 10;
-  const double expansion = 1 + 3 * S2 / 7 + S3 / 3 + 3 * S2 * S2 / 22 + 3 * S4 / 11 + 3 * S2 * S3 / 13 + 3 * S5 / 13;
-  return 3 * sum + power * A * std::sqrt(A) * expansion;
+  return expansionRD(A, X, Y, Z, sum, power);
+}
+
+RFAndRD duplicateRFAndRD(double x, double y, double z, bool swapped) {
+  if (!(largest(x, y, z) <= kHuge))
+    return {duplicateRF(x, y, z), swapped ? duplicateRD(x, z, y) : duplicateRD(x, y, z)};
+  double first = 0, sum = 0, power = 1;
+  bool firstStands = false;
+  for (int round = 0;; ++round) {
+    if (!firstStands) {
+      const double A = 3 / (x + y + z), X = 1 - A * x, Y = 1 - A * y, Z = 1 - A * z;
+      if (largest(X, Y, Z) <= kSmall || round == kRoundsRF - 1) {
+        firstStands = true;
+        first = expansionRF(A, X, Y, Z);
+      }
+    }
+    const double v = swapped ? z : y, w = swapped ? y : z;
+    const double A = 5 / (x + v + 3 * w), X = 1 - A * x, Y = 1 - A * v, Z = 1 - A * w;
+    const bool secondStands = largest(X, Y, Z) < kSmall || round == kRoundsRD - 1;
+    if (secondStands && firstStands) return {first, expansionRD(A, X, Y, Z, sum, power)};
+    if (secondStands) return {duplicateRF(x, y, z), expansionRD(A, X, Y, Z, sum, power)};
+    const double rx = std::sqrt(x), ry = std::sqrt(y), rz = std::sqrt(z);
+    const double lambda = rx * ry + rx * rz + ry * rz;
+    sum += power / ((swapped ? ry : rz) * (w + lambda));
+    power /= 4;
+    x = (x + lambda) / 4;
+    y = (y + lambda) / 4;
+    z = (z + lambda) / 4;
+  }
 }
 
 double calcEllipticRD(double x, double y, double z) {

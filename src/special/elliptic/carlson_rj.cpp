@@ -106,7 +106,8 @@ double calcEllipticRG(double x, double y, double z) {
   if (y > 0x1p500) return calcEllipticRG(x * 0x1p-400, y * 0x1p-400, z * 0x1p-400) * 0x1p200;
   if (y < 0x1p-500) return calcEllipticRG(x * 0x1p400, y * 0x1p400, z * 0x1p400) * 0x1p-200;
   if (x == y) return std::sqrt(x);
-  return (z * duplicateRF(x, y, z) - (x - z) * (y - z) * duplicateRD(x, y, z) / 3 + std::sqrt(x * y / z)) / 2;
+  const RFAndRD r = duplicateRFAndRD(x, y, z, false);
+  return (z * r.first - (x - z) * (y - z) * r.second / 3 + std::sqrt(x * y / z)) / 2;
 }
 
 double calcEllipticRE(double x, double y) { return 4 / pi * calcEllipticRG(x, y, 0); }

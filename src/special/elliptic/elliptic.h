@@ -12,6 +12,12 @@ double meanOf(double a, double b);
 double duplicateRF(double x, double y, double z);
 double duplicateRD(double x, double y, double z);
 
+/// RF(x, y, z) and RD(x, y, z), or RD(x, z, y) if swapped, by one duplication: their arguments take the same way.
+struct RFAndRD {
+  double first, second;
+};
+RFAndRD duplicateRFAndRD(double x, double y, double z, bool swapped);
+
 /// RF(a, b, c) + (c - p)/3 RJ(a, b, c, p) for any p, where a + ba = b, a + ca = c, p + cp = c, c >= a, b >= a: an
 /// integral of the third kind without the cancellation of that sum. Cauchy's principal value for p < 0.
 double thirdKind(double a, double ba, double ca, double p, double cp);

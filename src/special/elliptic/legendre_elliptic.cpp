@@ -92,10 +92,10 @@ double secondKind(double r, double m) {
   const double square = cosine * cosine, delta2 = squareDelta(m, sine, cosine);
   if (std::isinf(delta2)) return std::copysign(kInfinity, r);
   const double cube = sine * sine * sine;
-  if (m < 0) return sine * duplicateRF(square, delta2, 1) - m / 3 * cube * duplicateRD(square, delta2, 1);
+  const RFAndRD both = duplicateRFAndRD(square, delta2, 1, m > 0);
+  if (m < 0) return sine * both.first - m / 3 * cube * both.second;
   // The sum of positive terms (DLMF 19.25.10): F - m/3 RD cancels towards m = 1.
-  return (1 - m) * (sine * duplicateRF(square, delta2, 1) + m / 3 * cube * duplicateRD(square, 1, delta2)) +
-         m * sine * cosine / std::sqrt(delta2);
+  return (1 - m) * (sine * both.first + m / 3 * cube * both.second) + m * sine * cosine / std::sqrt(delta2);
 }
 
 double thirdKindOf(double n, double r, double m) {

@@ -115,6 +115,7 @@ double scaledErfc(double y) {
                                : 2;
   const double u = 2 * y * y;
   double term = 1 / y, sum = term, j = -1;
+  if (u > 1e150) return sum / kSqrtPi;  // the further terms are nothing beside it, their squares overflow
   for (int round = 0; round < rounds; ++round) {
     j += 4;
     term = term * (j * (j - 2)) / (u * u);

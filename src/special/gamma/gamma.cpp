@@ -1,17 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <atomic>
 #include <cmath>
 
 #include "frame/numbers.h"
 #include "special/gamma/ln_gamma.h"
 #include "special/special_function.h"
+#include "special/two_doubles.h"
 
 namespace SpecialFunction {
-namespace {}  // namespace
+namespace {
+
+constexpr int kMostHalves = 344;  // gamma(172) overflows
+std::atomic<double> gammaAtHalves[2 * kMostHalves + 1];
+
+}  // namespace
+
+double gammaOfRunTime(double x) {
+  const double halves = 2 * x;
+  const volatile double at = x;  // no constant that the compiler would take the function of
+  if (!(std::abs(halves) <= kMostHalves) || halves == 0) return std::tgamma(at);
+  const int place = static_cast<int>(halves);
+  if (place != halves) return std::tgamma(at);
+  std::atomic<double>& kept = gammaAtHalves[place + kMostHalves];
+  double value = kept.load(std::memory_order_relaxed);
+  if (value == 0) kept.store(value = std::tgamma(at), std::memory_order_relaxed);
+  return value;
+}
 
 double calcGamma(double x) {
   // KEPT: -infinity at every negative integer; expected: NaN or a sign by parity (kept.csv: Gamma_pole)
   if (x < -0.9 && std::abs(std::round(x) - x) < kEpsilon) return -kInfinity;
-  return std::tgamma(x);
+  return gammaOfRunTime(x);
 }
 
 double calcLngamma(double x) { return lnGamma(x).value; }
@@ -29,9 +48,25 @@ double calcDigamma(double x) {
   }
   double sum = 0;
   // Recurrence up to 36, three terms at one division: 1/x + 1/(x+1) + 1/(x+2) = (3y^2 - 1)/(y(y^2 - 1)), y = x+1.
-  for (; x < 34; x += 3) {
-    const double y = x + 1, square = y * y;
-    sum += (3 * square - 1) / (y * (x * (x + 2)));
+  struct Quotient {
+    double over, under;
+  };
+  const auto three = [](double at) {
+    const double y = at + 1, square = y * y;
+    return Quotient{3 * square - 1, y * (at * (at + 2))};
+  };
+  while (x + 3 < 34) {
+    const double next = x + 3;
+    const Quotient one = three(x), two = three(next);
+    const TwoDoubles both = TwoDoubles{one.over, two.over} / TwoDoubles{one.under, two.under};
+    sum += both[0];
+    sum += both[1];
+    x = next + 3;
+  }
+  if (x < 34) {
+    const Quotient one = three(x);
+    sum += one.over / one.under;
+    x += 3;
   }
   for (; x < 36; x += 1) sum += 1 / x;
   const double r = 1 / (x * x);

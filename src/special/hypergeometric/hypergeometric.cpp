@@ -49,7 +49,7 @@ Terms sizesOfTerms(const double* a, int32_t p, const double* b, int32_t q, doubl
       term = std::frexp(term, &exponent);
       scale += exponent;
     }
-    const double level = std::ldexp(term, static_cast<int>(std::fmin(scale, 2000)));
+    const double level = scale == 0 ? term : std::ldexp(term, static_cast<int>(std::fmin(scale, 2000)));
     if (under && level > 1e-15) recover = true;
     if (level <= kHypergeometricTermLimit) under = true;
     if (scale > largestScale || (scale == largestScale && term > largest)) {
@@ -78,7 +78,8 @@ unsigned long firstBits(const Terms& terms) {
 
 double byBits(const Terms& terms, const double* a, int32_t p, const double* b, int32_t q, double z) {
   const unsigned long bits = firstBits(terms);
-  const auto value = calcHypergeometricPFQByLimbs(a, p, b, q, z, bits, terms.largest);
+  auto value = calcHypergeometricPFQByTransformation(a, p, b, q, z, bits, terms.largest);
+  if (!value) value = calcHypergeometricPFQByLimbs(a, p, b, q, z, bits, terms.largest);
   return value ? *value : calcHypergeometricPFQByMoreBits(a, p, b, q, z, bits);
 }
 
@@ -87,18 +88,19 @@ double byBits(const Terms& terms, const double* a, int32_t p, const double* b, i
 double calcHypergeometricPFQ(const double* a, int32_t p, const double* b, int32_t q, double z) {
   if (p == 1 && q == 0 && std::abs(z) < 1.0) return std::pow(1.0 - z, -a[0]);
   if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q)) return kNaN;
-  double cancellation = 0;
+  Cancellation cancellation;
   if (const auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation)) return *value;
-  if (cancellation < kWideCancellation)
+  if (cancellation.factor * cancellation.terms < kWideCancellation)
     if (const auto value = calcHypergeometricPFQByWide(a, p, b, q, z)) return *value;
   return calcHypergeometricPFQByGMP(a, p, b, q, z);
 }
 
 double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const double* b, int32_t q, double z) {
   if (hasPole(b, q) || !std::isfinite(z) || !allFinite(a, p) || !allFinite(b, q)) return kNaN;
-  double cancellation = 0;
+  Cancellation cancellation;
   auto value = calcHypergeometricPFQByDoubleDouble(a, p, b, q, z, true, &cancellation);
-  if (!value && cancellation < kWideCancellation) value = calcHypergeometricPFQByWide(a, p, b, q, z);
+  if (!value && cancellation.factor * cancellation.terms < kWideCancellation)
+    value = calcHypergeometricPFQByWide(a, p, b, q, z);
   const bool fits = value && std::abs(*value) > kEnough && (std::abs(*value) < kCut || hasOneSign(a, p, b, q, z));
   if (fits && !mayDip(b, q)) return *value;
   const Terms terms = sizesOfTerms(a, p, b, q, z);
@@ -111,7 +113,8 @@ double calcHypergeometricPFQKeepingDigits(const double* a, int32_t p, const doub
     // 2^16, by at most 2^30 of that noise (hypergeometric_fast.cpp, 6.), 2^-13 of what it must exceed.
     double rest = kInfinity;
     std::optional<double> other;
-    if (!(cancellation > 0 && cancellation < kKeptByGMP))
+    other = calcHypergeometricPFQByTransformation(a, p, b, q, z, firstBits(terms), terms.largest, &rest);
+    if (!other && !(cancellation.factor > 0 && cancellation.factor < kKeptByGMP))
       other = calcHypergeometricPFQByLimbs(a, p, b, q, z, firstBits(terms), terms.largest, &rest);
     if (other && std::abs(*other) + rest < 0.9 * std::max(kEnough, noise / 1e-13)) return *other;
     value = calcHypergeometricPFQByGMP(a, p, b, q, z);

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "frame/numbers.h"
 #include "special/hypergeometric/hypergeometric_series_gmp.h"
 
 // The series once more in double-double arithmetic, with a bound that proves the double.
@@ -31,6 +32,9 @@
 // Both sums lie within A (N 2^-95 + 2^-101) of the exact one (the last summand covers GMP's part where it goes on
 // longer than this loop, up to 10^6 terms). When all doubles within the bound are cut to the same one, that one is
 // GMP's. The stops are compared with margins of 2^-40, far above n 2^-96; between them nothing is decided.
+//
+// A whole sum has no such stop. Its upper parameters and its argument may be pairs themselves, within 3 u^2 and 8 u^2
+// of what they stand for: 17 more units of u^2 a step, which 3. and 4. (349 of 512) leave room for.
 
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(__FMA__)
 #define ORVANE_DISPATCH_FMA 1
@@ -70,6 +74,8 @@ struct Series {
   const double* b;
   int32_t q;
   double z;
+  const double* aTails = nullptr;  // of the upper parameters and of z where these are pairs, for whole sums
+  double zTail = 0;
 };
 
 /// x y - p, p = fl(x y), exactly: one instruction, or Dekker's product of halves.
@@ -101,11 +107,17 @@ ORVANE_INLINE void twoSum(double x, double y, double& sum, double& error) {
   error = (x - (sum - part)) + (y - part);
 }
 
-/// (h + l) (c + n), the parameter c + n taken exactly.
-template <bool kFma>
-ORVANE_INLINE void multiplyByParameter(double& h, double& l, double c, double n) {
+/// (h + l) (c + n), the parameter c + n taken exactly; with a tail of c, to 3 u^2.
+template <bool kFma, bool kTail>
+ORVANE_INLINE void multiplyByParameter(double& h, double& l, double c, double cTail, double n) {
   double yh, yl;
   twoSum(c, n, yh, yl);
+  if constexpr (kTail) {
+    const double head = yh;
+    yl += cTail;
+    yh = head + yl;
+    yl -= yh - head;
+  }
   const double product = h * yh;
   double tail = productError<kFma>(h, yh, product);
   tail = multiplyAdd<kFma>(h, yl, tail);
@@ -115,21 +127,23 @@ ORVANE_INLINE void multiplyByParameter(double& h, double& l, double c, double n)
 
 /// t_(n+1) / t_n for the kBlock indices from n on. The loops have no dependence between the indices: they become vector
 /// instructions.
-template <bool kFma>
+template <bool kFma, bool kWhole>
 ORVANE_INLINE void ratios(const Series& s, double n, double* __restrict rh, double* __restrict rl) {
   double nh[kBlock], nl[kBlock], dh[kBlock], dl[kBlock];
   ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) {
     nh[k] = s.z;
     dh[k] = n + (k + 1);
-    nl[k] = dl[k] = 0;
+    nl[k] = kWhole ? s.zTail : 0;
+    dl[k] = 0;
   }
   for (int32_t i = 0; i < s.p; ++i) {
     const double c = s.a[i];
-    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(nh[k], nl[k], c, n + k);
+    const double tail = kWhole ? s.aTails[i] : 0;
+    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma, kWhole>(nh[k], nl[k], c, tail, n + k);
   }
   for (int32_t j = 0; j < s.q; ++j) {
     const double c = s.b[j];
-    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma>(dh[k], dl[k], c, n + k);
+    ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) multiplyByParameter<kFma, false>(dh[k], dl[k], c, 0, n + k);
   }
   ORVANE_VECTOR_LOOP for (int k = 0; k < kBlock; ++k) {
     const double inverse = 1.0 / dh[k];
@@ -143,23 +157,22 @@ ORVANE_INLINE void ratios(const Series& s, double n, double* __restrict rh, doub
   }
 }
 
-/// True when every later ratio is at most 1/2 in size: for c >= 0 and m >= n, (a + m)/(c + m) <= max(1, (a + n)/(c +
-/// n)).
-bool tailIsGeometric(const Series& s, double n) {
-  if (s.p > s.q + 1) return false;
+/// A bound of the sizes of all later ratios: for c + n > 0 and m >= n, |a + m|/(c + m) <= max(1, |a + n|/(c + n)), also
+/// with a + n below 0, as a < c then.
+double boundOfRatios(const Series& s, double n) {
+  if (s.p > s.q + 1) return kInfinity;
   double bound = std::abs(s.z) * 1.001;
   for (int32_t i = 0; i <= s.q; ++i) {
     const double lower = (i == 0 ? 1.0 : s.b[i - 1]) + n;
-    if (!(lower > 0)) return false;
+    if (!(lower > 0)) return kInfinity;
     if (i >= s.p) {
       bound /= lower;
       continue;
     }
-    const double upper = s.a[i] + n;
-    if (!(upper >= 0)) return false;
+    const double upper = std::abs(s.a[i] + n);
     if (upper > lower) bound *= upper / lower;
   }
-  return bound <= 0.5;
+  return bound;
 }
 
 /// The one double that every number within `error` of h + l is cut to (towards zero), unscaled; nothing when there are
@@ -172,14 +185,17 @@ std::optional<double> cutToDouble(double h, double l, double error) {
   return std::nullopt;
 }
 
-template <bool kFma>
-ORVANE_INLINE std::optional<double> sumSeries(const Series& s, double* cancellation) {
-  double th = kScale, tl = 0, sh = kScale, sl = 0, sizes = kScale;  // term, sum, A
+/// Up to the absolute stop, or, kWhole, the whole series.
+template <bool kFma, bool kWhole>
+ORVANE_INLINE std::optional<DoubleDoubleSum> sumSeries(const Series& s, Cancellation* cancellation) {
+  constexpr double kStop = kWhole ? kLeast : kLow * (1 + kMargin);
+  constexpr double kNegligible = kWhole ? 0x1p-76 : 0x1p-104, kMostRatio = kWhole ? 0.95 : 0.5;
+  double th = kScale, tl = 0, sh = kScale, sl = 0, sizes = kScale, weighted = 0;  // term, sum, A, sum n |t_n|
   double rh[kBlock], rl[kBlock];
   int32_t n = 0;
   double tail = 0;
   for (bool more = true; more;) {
-    ratios<kFma>(s, n, rh, rl);
+    ratios<kFma, kWhole>(s, n, rh, rl);
     for (int k = 0; k < kBlock; ++k) {
       const double head = th * rh[k];
       double rest = productError<kFma>(th, rh[k], head);
@@ -192,15 +208,16 @@ ORVANE_INLINE std::optional<double> sumSeries(const Series& s, double* cancellat
       const double size = std::abs(th);
       sizes += size;
       ++n;
-      if (size > kLow * (1 + kMargin) && size < kHigh * (1 - kMargin) && n + 1 < kHypergeometricMaxTerms) [[likely]]
+      if constexpr (kWhole) weighted += n * size;
+      if (size > kStop && size < kHigh * (1 - kMargin) && n + 1 < kHypergeometricMaxTerms) [[likely]]
         continue;
-      if (n == 1 && th == 0) return 1.0;
+      if (n == 1 && th == 0) return DoubleDoubleSum{kScale, 0, 0};
       // Stopped, or too near to a stop to tell; NaN and what left the range as well.
       const bool ended = size < kLow * (1 - kMargin)    ? size > kLeast || th == 0
                          : size > kHigh * (1 + kMargin) ? size < kMost
                                                         : false;
       const bool full = n + 1 >= kHypergeometricMaxTerms && size < kMost;
-      if (!ended && !full) return std::nullopt;
+      if (kWhole ? th != 0 : !ended && !full) return std::nullopt;
       more = false;
       break;
     }
@@ -208,18 +225,25 @@ ORVANE_INLINE std::optional<double> sumSeries(const Series& s, double* cancellat
     tl -= head - th;
     th = head;
     twoSum(sh, sl, sh, sl);
-    if (more && std::abs(th) < std::abs(sh) * 0x1p-104 && tailIsGeometric(s, n)) {
-      tail = std::abs(th);
-      more = false;
+    if (more && std::abs(th) < std::abs(sh) * kNegligible) {
+      const double ratio = boundOfRatios(s, n);
+      if (ratio <= kMostRatio) {
+        tail = std::abs(th) * (kWhole ? 1.01 * ratio / (1 - ratio) : 1);
+        more = false;
+      }
     }
   }
-  if (cancellation != nullptr) *cancellation = sizes / std::abs(sh);
-  return cutToDouble(sh, sl, 1.01 * sizes * (n * 0x1p-95 + 0x1p-101) + tail);
+  if (cancellation != nullptr) *cancellation = {sizes / std::abs(sh), static_cast<double>(n)};
+  const double error = kWhole ? weighted * 0x1p-97 + sizes * (n * 0x1p-100 + 0x1p-101)  // 4. and 5.
+                              : sizes * (n * 0x1p-95 + 0x1p-101);
+  return DoubleDoubleSum{sh, sl, 1.01 * error + tail};
 }
 
 #if ORVANE_DISPATCH_FMA
-__attribute__((target("avx2,fma"))) std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
-  return sumSeries<true>(s, cancellation);
+template <bool kWhole>
+__attribute__((target("avx2,fma"))) std::optional<DoubleDoubleSum> sumSeriesFma(const Series& s,
+                                                                                Cancellation* cancellation) {
+  return sumSeries<true, kWhole>(s, cancellation);
 }
 
 bool hasFma() {
@@ -227,15 +251,17 @@ bool hasFma() {
   return has;
 }
 #else
-std::optional<double> sumSeriesFma(const Series& s, double* cancellation) {
-  return sumSeries<ORVANE_HAS_FMA != 0>(s, cancellation);
+template <bool kWhole>
+std::optional<DoubleDoubleSum> sumSeriesFma(const Series& s, Cancellation* cancellation) {
+  return sumSeries<ORVANE_HAS_FMA != 0, kWhole>(s, cancellation);
 }
 
 bool hasFma() { return ORVANE_HAS_FMA != 0; }
 #endif
 
-std::optional<double> sumSeriesPlain(const Series& s, double* cancellation) {
-  return sumSeries<false>(s, cancellation);
+template <bool kWhole>
+std::optional<DoubleDoubleSum> sumSeriesPlain(const Series& s, Cancellation* cancellation) {
+  return sumSeries<false, kWhole>(s, cancellation);
 }
 
 bool inRange(const double* values, int32_t count) {
@@ -247,15 +273,29 @@ bool inRange(const double* values, int32_t count) {
   return true;
 }
 
+bool hasRange(const Series& s) {
+  if (FLT_EVAL_METHOD != 0 || std::fegetround() != FE_TONEAREST) return false;
+  const double size = std::abs(s.z);
+  return size >= 0x1p-60 && size <= 0x1p60 && inRange(s.a, s.p) && inRange(s.b, s.q);
+}
+
 }  // namespace
 
 std::optional<double> calcHypergeometricPFQByDoubleDouble(const double* a, int32_t p, const double* b, int32_t q,
-                                                          double z, bool useFma, double* cancellation) {
-  if (FLT_EVAL_METHOD != 0 || std::fegetround() != FE_TONEAREST) return std::nullopt;
-  const double size = std::abs(z);
-  if (!(size >= 0x1p-60 && size <= 0x1p60) || !inRange(a, p) || !inRange(b, q)) return std::nullopt;
+                                                          double z, bool useFma, Cancellation* cancellation) {
   const Series series{a, p, b, q, z};
-  return useFma && hasFma() ? sumSeriesFma(series, cancellation) : sumSeriesPlain(series, cancellation);
+  if (!hasRange(series)) return std::nullopt;
+  const auto sum =
+      useFma && hasFma() ? sumSeriesFma<false>(series, cancellation) : sumSeriesPlain<false>(series, cancellation);
+  return sum ? cutToDouble(sum->high, sum->low, sum->error) : std::nullopt;
+}
+
+std::optional<DoubleDoubleSum> wholeHypergeometricSum(const double* a, const double* aTails, int32_t p, const double* b,
+                                                      int32_t q, double z, double zTail) {
+  static_assert(kScale == 0x1p-300 && DoubleDoubleSum::kExponent == 300);
+  const Series series{a, p, b, q, z, aTails, zTail};
+  if (!hasRange(series)) return std::nullopt;
+  return hasFma() ? sumSeriesFma<true>(series, nullptr) : sumSeriesPlain<true>(series, nullptr);
 }
 
 }  // namespace SpecialFunction

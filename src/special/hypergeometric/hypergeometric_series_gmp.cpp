@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 #include "special/hypergeometric/gmp_series.h"
 
@@ -10,55 +11,80 @@ namespace SpecialFunction {
 namespace {
 
 constexpr mp_bitcnt_t kBits = 128;
+constexpr mp_bitcnt_t kSeriesBits = 1 << 15;
+constexpr unsigned long kSeriesTerms = 200000;
+constexpr long kSeriesWanted = 64;  // bits of the result
+
+struct Parameters {
+  const double* a;
+  int32_t p;
+  const double* b;
+  int32_t q;
+  double z;
+};
+
+template <class Arithmetic>
+FloatSeries<Arithmetic> seriesOf(const Arithmetic& arithmetic, const Parameters& s) {
+  return {arithmetic, s.a, s.p, s.b, s.q, s.z};
+}
+
+template <class Arithmetic>
+std::optional<double> untilAbsoluteStop(const Arithmetic& arithmetic, const Parameters& parameters) {
+  auto series = seriesOf(arithmetic, parameters);
+  const auto limit = arithmetic.number(arithmetic.factor(kHypergeometricTermLimit));
+  const auto huge = arithmetic.number(arithmetic.factor(std::numeric_limits<double>::max()));
+  for (unsigned long n = 1;; ++n) {
+    if (!series.add(n)) return std::nullopt;
+    if (series.term.compareSize(limit) <= 0 || series.term.compareSize(huge) > 0 ||
+        n + 1 >= static_cast<unsigned long>(kHypergeometricMaxTerms))
+      return series.toDouble();
+  }
+}
+
+struct Round {
+  double value;
+  long lost;  // bits of the largest term above the sum
+};
+
+template <class Arithmetic>
+std::optional<Round> untilRelativeStop(const Arithmetic& arithmetic, const Parameters& parameters, long bits) {
+  const double turn = lastTurn(parameters.b, parameters.q);
+  auto series = seriesOf(arithmetic, parameters);
+  const auto &sum = series.sum, &term = series.term;
+  long largest = 1, last = 1;
+  for (unsigned long n = 1; n < kSeriesTerms; ++n) {
+    if (!series.add(n)) return std::nullopt;
+    if (term.isZero()) break;
+    const long size = term.binaryExponent();
+    if (size > largest) largest = size;
+    // Falling for good, and below the last bit that the sum can keep.
+    if (static_cast<double>(n) > turn && size < last &&
+        (size < sum.binaryExponent() - kSeriesWanted - 8 || size < largest - bits))
+      break;
+    last = size;
+  }
+  return Round{series.toDouble(), sum.isZero() ? bits : largest - sum.binaryExponent()};
+}
 
 }  // namespace
 
 double calcHypergeometricPFQByGMP(const double* a, int32_t p, const double* b, int32_t q, double z) {
-  using HP::HPByGMP;
   // Setting and restoring the default precision is what the routine shows outside.
   const HP::DefaultPrecision precision(kBits);
-  GMPSeries series(kBits, a, p, b, q, z);
-  const HPByGMP limit(kBits, kHypergeometricTermLimit), huge(kBits, std::numeric_limits<double>::max());
-  for (unsigned long n = 1;; ++n) {
-    series.add(n);
-    __mpf_struct size = *series.term.get();  // |term|, sharing its limbs
-    if (size._mp_size < 0) size._mp_size = -size._mp_size;
-    if (mpf_cmp(&size, limit.get()) <= 0 || mpf_cmp(&size, huge.get()) > 0 ||
-        n + 1 >= static_cast<unsigned long>(kHypergeometricMaxTerms))
-      break;
-  }
-  return series.sum.toDouble();
+  const Parameters parameters{a, p, b, q, z};
+  return inFloats(kBits, [&](const auto& arithmetic) { return untilAbsoluteStop(arithmetic, parameters); });
 }
 
 double calcHypergeometricPFQByMoreBits(const double* a, int32_t p, const double* b, int32_t q, double z,
                                        unsigned long bits) {
-  using HP::HPByGMP;
-  constexpr mp_bitcnt_t kMostBits = 1 << 15;
-  constexpr unsigned long kMostTerms = 200000;
-  constexpr long kWanted = 64;  // bits of the result
-  const double turn = lastTurn(b, q);
-  double result = 0;
+  const Parameters parameters{a, p, b, q, z};
   for (;;) {
-    GMPSeries series(bits, a, p, b, q, z);
-    const HPByGMP &sum = series.sum, &term = series.term;
-    long largest = 1, last = 1;
-    for (unsigned long n = 1; n < kMostTerms; ++n) {
-      series.add(n);
-      if (mpf_sgn(term.get()) == 0) break;
-      const long size = exponentOf(term);
-      if (size > largest) largest = size;
-      // Falling for good, and below the last bit that the sum can keep.
-      if (static_cast<double>(n) > turn && size < last &&
-          (size < exponentOf(sum) - kWanted - 8 || size < largest - static_cast<long>(bits)))
-        break;
-      last = size;
-    }
-    result = sum.toDouble();
-    const long lost = mpf_sgn(sum.get()) == 0 ? static_cast<long>(bits) : largest - exponentOf(sum);
-    if (static_cast<long>(bits) >= lost + kWanted || bits >= kMostBits) break;
-    bits = std::max(2 * bits, static_cast<mp_bitcnt_t>(lost) + 128);
+    const auto wanted = static_cast<long>(bits);
+    const Round round =
+        inFloats(bits, [&](const auto& arithmetic) { return untilRelativeStop(arithmetic, parameters, wanted); });
+    if (wanted >= round.lost + kSeriesWanted || bits >= kSeriesBits) return round.value;
+    bits = std::max(2 * bits, static_cast<mp_bitcnt_t>(round.lost) + 128);
   }
-  return result;
 }
 
 }  // namespace SpecialFunction

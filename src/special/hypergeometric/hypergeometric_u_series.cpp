@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <optional>
+#include <vector>
 
 #include "special/hypergeometric/gmp_series.h"
 #include "special/hypergeometric/hypergeometric_u_parts.h"
@@ -13,9 +15,9 @@ namespace {
 
 using HP::HPByGMP;
 
-constexpr double kMostX = 5000, kMostParameter = 1e6;
+constexpr double kMostX = 5000, kMostParameterU = 1e6;
 constexpr mp_bitcnt_t kFirstBits = 192, kMostBitsU = 1 << 15;
-constexpr long kWanted = 70;  // bits of the result, with what rounding takes
+constexpr long kWantedU = 70;  // bits of the result, with what rounding takes
 
 HPByGMP sumOf(mp_bitcnt_t bits, std::initializer_list<double> summands) {
   HPByGMP sum(bits, 0.0);
@@ -83,51 +85,75 @@ struct ScaledGamma {
 
   ScaledGamma(const HPByGMP& z, const HPByGMP& n) : value(mpf_get_prec(n.get())), steps(0) {
     const mp_bitcnt_t bits = mpf_get_prec(n.get());
-    HPByGMP f(bits), factor(bits), product(bits, 1.0), term(bits, 1.0), scale(bits);
+    HPByGMP f(bits), product(bits), scale(bits);
     mpf_floor(f.get(), z.get());
     steps = mpf_get_si(f.get()) - 1;
     mpf_sub(f.get(), z.get(), f.get());
     mpf_add_ui(f.get(), f.get(), 1);
     // As a fraction value/scale, so that one division is enough.
-    mpf_set(factor.get(), f.get());
-    mpf_set_ui(value.get(), 1);
-    mpf_set(scale.get(), f.get());
-    do {
-      mpf_add_ui(factor.get(), factor.get(), 1);
-      mpf_mul(term.get(), term.get(), n.get());
-      mpf_mul(scale.get(), scale.get(), factor.get());
-      mpf_mul(value.get(), value.get(), factor.get());
-      mpf_add(value.get(), value.get(), term.get());
-    } while (exponentOf(term) > exponentOf(value) - static_cast<long>(bits) - 8);
+    inFloats(bits, [&](const auto& arithmetic) { return sums(arithmetic, z, f, mpf_get_d(n.get()), product, scale); });
     mpf_div(value.get(), value.get(), scale.get());
-    mpf_set(factor.get(), steps >= 0 ? f.get() : z.get());
-    for (long k = std::abs(steps); k > 0; --k) {
-      mpf_mul(product.get(), product.get(), factor.get());
-      mpf_add_ui(factor.get(), factor.get(), 1);
-    }
     if (steps >= 0)
       mpf_mul(value.get(), value.get(), product.get());
     else
       mpf_div(value.get(), value.get(), product.get());
   }
+
+ private:
+  /// value/scale = sum of N^k/((f)...(f+k)), product = (f)_steps or (z)_(-steps).
+  template <class Arithmetic>
+  std::optional<bool> sums(const Arithmetic& arithmetic, const HPByGMP& z, const HPByGMP& f, double n, HPByGMP& product,
+                           HPByGMP& scale) {
+    std::vector<typename Arithmetic::Parameter> factors;
+    if (!arithmetic.addParameter(f, factors) || !arithmetic.addParameter(steps >= 0 ? f : z, factors))
+      return std::nullopt;
+    auto &factor = factors[0], &other = factors[1];
+    const auto one = arithmetic.number(arithmetic.factor(1));
+    const auto x = arithmetic.factor(n);
+    auto sum = one, term = one, all = one, whole = arithmetic.number(factor.value());
+    const auto bits = static_cast<long>(mpf_get_prec(value.get()));
+    do {
+      factor.addOne();
+      term.multiply(x);
+      whole.multiply(factor.value());
+      sum.multiply(factor.value());
+      if (!sum.add(term)) return std::nullopt;
+    } while (term.binaryExponent() > sum.binaryExponent() - bits - 8);
+    for (long k = std::abs(steps); k > 0; --k) {
+      all.multiply(other.value());
+      other.addOne();
+    }
+    set(value, sum.view());
+    set(scale, whole.view());
+    set(product, all.view());
+    return true;
+  }
+
+  static void set(HPByGMP& number, const __mpf_struct& view) { mpf_set(number.get(), &view); }
 };
 
 // M(a, b, x), and its largest term's binary exponent.
 HPByGMP kummer(const HPByGMP& a, const HPByGMP& b, double x, long& largest) {
   const mp_bitcnt_t bits = mpf_get_prec(a.get());
   const double turn = -mpf_get_d(b.get());
-  GMPSeries series(bits, {a}, {b}, x);
-  long last = 1;
-  largest = 1;
-  for (unsigned long n = 1;; ++n) {
-    series.add(n);
-    if (mpf_sgn(series.term.get()) == 0) break;
-    const long size = exponentOf(series.term);
-    largest = std::max(largest, size);
-    if (static_cast<double>(n) > turn && size < last && size < largest - static_cast<long>(bits)) break;
-    last = size;
-  }
-  return series.sum;
+  HPByGMP result(bits);
+  inFloats(bits, [&](const auto& arithmetic) -> std::optional<bool> {
+    FloatSeries series(arithmetic, &a, 1, &b, 1, x);
+    long last = 1;
+    largest = 1;
+    for (unsigned long n = 1;; ++n) {
+      if (!series.add(n)) return std::nullopt;
+      if (series.term.isZero()) break;
+      const long size = series.term.binaryExponent();
+      largest = std::max(largest, size);
+      if (static_cast<double>(n) > turn && size < last && size < largest - static_cast<long>(bits)) break;
+      last = size;
+    }
+    const __mpf_struct sum = series.sum.view();
+    mpf_set(result.get(), &sum);
+    return true;
+  });
+  return result;
 }
 
 struct Part {
@@ -181,7 +207,7 @@ Part sumOfParts(double a, double b, double x, int doublings, mp_bitcnt_t bits) {
 }  // namespace
 
 std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
-  if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameter && std::abs(b) <= kMostParameter)) return std::nullopt;
+  if (!(x > 0 && x <= kMostX && std::abs(a) <= kMostParameterU && std::abs(b) <= kMostParameterU)) return std::nullopt;
   for (mp_bitcnt_t bits = kFirstBits; bits <= kMostBitsU;) {
     // N = x 2^doublings from 0.7 bits on, as exp(-N) is left out.
     const double least = 0.7 * static_cast<double>(bits + 16);
@@ -189,7 +215,7 @@ std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
     if (std::ldexp(x, doublings) < least) ++doublings;
     const Part sum = sumOfParts(a, b, x, doublings, bits);
     const long lost = sum.error + static_cast<long>(bits) - exponentOf(sum.value);
-    if (mpf_sgn(sum.value.get()) != 0 && lost + kWanted <= static_cast<long>(bits)) {
+    if (mpf_sgn(sum.value.get()) != 0 && lost + kWantedU <= static_cast<long>(bits)) {
       long exponent = 0;
       const double rest = std::pow(std::ldexp(x, doublings), std::round(a) - a);
       const double mantissa = mpf_get_d_2exp(&exponent, sum.value.get()) * rest;
@@ -197,7 +223,7 @@ std::optional<Scaled> hypergeometricUByMoreBits(double a, double b, double x) {
       return Scaled{mantissa, static_cast<double>(exponent) * std::numbers::ln2};
     }
     bits = std::max(bits + bits / 2,
-                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBitsU))) + kWanted + 32);
+                    static_cast<mp_bitcnt_t>(std::clamp(lost, 0L, static_cast<long>(kMostBitsU))) + kWantedU + 32);
   }
   return std::nullopt;
 }

@@ -17,24 +17,6 @@
 
 namespace SpecialFunction {
 #ifdef __SIZEOF_INT128__
-namespace {
-
-Wide add(const Wide& x, const Wide& y) {
-  if (y.mantissa == 0) return x;
-  if (x.mantissa == 0) return y;
-  const bool xLarger = x.exponent != y.exponent ? x.exponent > y.exponent : x.mantissa >= y.mantissa;
-  const Wide& larger = xLarger ? x : y;
-  const Wide& smaller = xLarger ? y : x;
-  const int64_t distance = larger.exponent - smaller.exponent;
-  const UInt128 part = distance < 128 ? smaller.mantissa >> distance : 0;
-  if (x.negative != y.negative) return normalised(larger.mantissa - part, larger.exponent, larger.negative);
-  const UInt128 sum = larger.mantissa + part;
-  if (sum >= part) return {sum, larger.exponent, larger.negative};
-  return {(sum >> 1) | (static_cast<UInt128>(1) << 127), larger.exponent + 1, larger.negative};
-}
-
-}  // namespace
-
 std::optional<double> cutQuotient(const Wide& x, const Wide& y, double error) {
   if (x.mantissa == 0) return std::nullopt;
   // quotient = floor(2^126 mx / my), in (2^125, 2^127): schoolbook division by bits.

@@ -41,6 +41,21 @@ inline Wide multiply(const Wide& x, const Wide& y) {
   return {product << shift, x.exponent + y.exponent + 128 - shift, x.negative != y.negative};
 }
 
+/// Within 2^-127 of the larger summand.
+inline Wide add(const Wide& x, const Wide& y) {
+  if (y.mantissa == 0) return x;
+  if (x.mantissa == 0) return y;
+  const bool xLarger = x.exponent != y.exponent ? x.exponent > y.exponent : x.mantissa >= y.mantissa;
+  const Wide& larger = xLarger ? x : y;
+  const Wide& smaller = xLarger ? y : x;
+  const int64_t distance = larger.exponent - smaller.exponent;
+  const UInt128 part = distance < 128 ? smaller.mantissa >> distance : 0;
+  if (x.negative != y.negative) return normalised(larger.mantissa - part, larger.exponent, larger.negative);
+  const UInt128 sum = larger.mantissa + part;
+  if (sum >= part) return {sum, larger.exponent, larger.negative};
+  return {(sum >> 1) | (static_cast<UInt128>(1) << 127), larger.exponent + 1, larger.negative};
+}
+
 inline int bitsOf(UInt128 x) { return high(x) != 0 ? 128 - std::countl_zero(high(x)) : 64 - std::countl_zero(low(x)); }
 
 /// An exact number, (negative ? -1 : 1) units 2^exponent, with few bits where that is possible.

@@ -7,6 +7,7 @@
 #include "frame/numbers.h"
 #include "special/gamma/incomplete_gamma_kernel.h"
 #include "special/special_function.h"
+#include "special/two_doubles.h"
 
 namespace SpecialFunction {
 namespace {
@@ -59,13 +60,30 @@ double ofBrokenOrder(double p, double x) {
   return std::exp(calcLngamma(1 - p) + (p - 1) * std::log(x)) * Kernel::regularisedGamma(1 - p, x).q;
 }
 
+// Ei(x) = gamma + log x + sum x^i/(i i!) for 0 < x < 36: the operations of the standard library's series, its doubles.
+double growingSeries(double x) {
+  double term = 1, sum = 0;
+  for (double i = 1; i < 1000; i += 2) {
+    const TwoDoubles places{i, i + 1}, steps = x / places;
+    const double first = term * steps[0];
+    term = first * steps[1];
+    const TwoDoubles parts = TwoDoubles{first, term} / places;
+    sum += parts[0];
+    if (first < kEpsilon * sum) break;
+    sum += parts[1];
+    if (term < kEpsilon * sum) break;
+  }
+  return egamma + sum + std::log(x);
+}
+
 }  // namespace
 
 double calcExpIntegral(double x) {
   if (x == 0) return -kInfinity;
   if (std::isinf(x)) return x > 0 ? x : 0;
   // The run-time's function loses all but its leading term below -100.
-  return x < -1 ? -fraction(1, -x) : std::expint(x);
+  if (x < -1) return -fraction(1, -x);
+  return x > 0 && x < 36 ? growingSeries(x) : std::expint(x);
 }
 
 double calcExpIntegralP(double p, double x) {

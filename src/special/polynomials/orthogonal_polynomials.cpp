@@ -14,7 +14,7 @@ constexpr int32_t kLongest = 10000000;
 
 // J_0 for the limits of large order.
 double besselJ0(double t) {
-  if (t < 1000) return std::cyl_bessel_j(0.0, t);
+  if (t < 1000) return calcBesselJ(0, t);
   const double angle = t - pi / 4;  // Hankel's expansion
   return std::sqrt(2 / (pi * t)) * (std::cos(angle) + std::sin(angle) / (8 * t));
 }

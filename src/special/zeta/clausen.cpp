@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Sums S_n(x) = sum sin(kx)/k^n and C_n(x) = sum cos(kx)/k^n. Closed forms hold on [0, 2 pi), to which x is reduced.
+#include <array>
 #include <cmath>
 
 #include "frame/numbers.h"
@@ -27,16 +28,30 @@ double orderOf(double n) {
   return n > 0.9 && std::abs(rounded - n) < 1e-15 ? rounded : 0;
 }
 
+constexpr int kMostQuotients = 100;
+
+// |B_2k|/(2k)
+const std::array<double, kMostQuotients>& bernoulliOver() {
+  static const auto kept = [] {
+    std::array<double, kMostQuotients> quotients{};
+    for (std::size_t k = 1; k < kMostQuotients; ++k)
+      quotients[k] = std::abs(kBernoulliTable[2 * k]) / (2.0 * static_cast<double>(k));
+    return quotients;
+  }();
+  return kept;
+}
+
 // Cl_2 on [0, pi]: x (1 - log x) + sum |B_2k|/(2k (2k+1)!) x^(2k+1), and around pi in y = pi - x:
 // y log 2 - sum |B_2k| (2^2k - 1)/(2k (2k+1)!) y^(2k+1) (Lewin, Polylogarithms and Associated Functions, 4.3).
 double calcClausenS2(double x) {
   const bool right = x > 2.1;
   const double y = right ? (pi - x) + kTwoPiRest / 2 : x, square = y * y;
   double power = y, sum = 0, four = 1;  // y^(2k+1)/(2k+1)!
-  for (int k = 1; k < 100; ++k) {
+  const auto& quotients = bernoulliOver();
+  for (int k = 1; k < kMostQuotients; ++k) {
     power *= square / (2.0 * k * (2.0 * k + 1));
     four *= 4;
-    const double term = std::abs(kBernoulliTable[2 * k]) / (2.0 * k) * power * (right ? four - 1 : 1);
+    const double term = quotients[static_cast<std::size_t>(k)] * power * (right ? four - 1 : 1);
     sum += term;
     if (term <= kEpsilon / 8 * sum) break;
   }

@@ -7,10 +7,13 @@
 #include <array>
 #include <cmath>
 #include <complex>
+#include <cstdint>
 #include <optional>
 
 #include "frame/numbers.h"
+#include "special/kept.h"
 #include "special/special_function.h"
+#include "special/two_doubles.h"
 #include "special/zeta/bernoulli.h"
 #include "special/zeta/zeta_parts.h"
 
@@ -34,7 +37,7 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
       continue;
     }
     if (scaled == 0)
-      scaled = std::tgamma(1 - w) * factorial * 2 * std::pow(2 * pi, w - 1);
+      scaled = gammaOfRunTime(1 - w) * factorial * 2 * std::pow(2 * pi, w - 1);
     else
       scaled *= -w / (2 * pi * k);
     const double v = 1 - w;
@@ -75,7 +78,7 @@ struct LogSeries {
     if (n >= 1 && std::abs(s - n) < 1e-3) {
       pole = static_cast<int>(n) - 1;
       distance = s - n;
-      singular = 1 / std::tgamma(n);
+      singular = 1 / gammaOfRunTime(n);
       slope[0] = -calcDigamma(n);
       slope[1] = pi * pi / 6 - calcPolyGamma(1, n) / 2;
       slope[2] = -calcPolyGamma(2, n) / 6;
@@ -108,23 +111,25 @@ struct LogSeries {
     return -sum;
   }
 
-  // Li_s(exp(x)) = gamma(1-s) (-x)^(s-1) + sum zeta(s-k) x^k/k!, |x| < 2 pi. Where s is close to n the pole of the
-  // first part and that of zeta(s-n+1) are taken together.
+  // gamma(1-s) (-x)^(s-1). Where s is close to n its pole and that of zeta(s-n+1) are taken together.
+  template <class Number>
+  Number firstPart(Number x) const {
+    const Number l = -x, logarithm = std::log(l);
+    if (pole < 0) return singular * std::exp((s - 1) * logarithm);
+    const double e = distance;
+    Number ratio = logarithm + (slope[0] + e * (slope[1] + e * (slope[2] + e * (slope[3] + e * slope[4]))));
+    const Number q = e * ratio;  // (exp(q) - 1)/e
+    ratio *= 1.0 + q / 2.0 * (1.0 + q / 3.0 * (1.0 + q / 4.0 * (1.0 + q / 5.0 * (1.0 + q / 6.0 * (1.0 + q / 7.0)))));
+    Number first = (zetaRestAtOne(e) - ratio) * singular;
+    for (int k = 0; k < pole; ++k) first *= x;
+    return first;
+  }
+
+  // Li_s(exp(x)) = gamma(1-s) (-x)^(s-1) + sum zeta(s-k) x^k/k!, |x| < 2 pi.
   template <class Number>
   Number operator()(Number x) const {
-    const Number l = -x, logarithm = std::log(l);
-    Number sum = 0.0, power = 1.0, first;
-    if (pole < 0) {
-      first = singular * std::exp((s - 1) * logarithm);
-    } else {
-      const double e = distance;
-      Number ratio = logarithm + (slope[0] + e * (slope[1] + e * (slope[2] + e * (slope[3] + e * slope[4]))));
-      const Number q = e * ratio;  // (exp(q) - 1)/e
-      ratio *= 1.0 + q / 2.0 * (1.0 + q / 3.0 * (1.0 + q / 4.0 * (1.0 + q / 5.0 * (1.0 + q / 6.0 * (1.0 + q / 7.0)))));
-      first = (zetaRestAtOne(e) - ratio) * singular;
-      for (int k = 0; k < pole; ++k) first *= x;
-    }
-    Number last = kInfinity;
+    const Number first = firstPart(x);
+    Number sum = 0.0, power = 1.0, last = kInfinity;
     for (int k = 0; k < kTerms; ++k) {
       const Number term = coefficients[static_cast<std::size_t>(k)] * power;
       sum += term;
@@ -137,7 +142,46 @@ struct LogSeries {
     }
     return first + sum;
   }
+
+  // The same at two arguments side by side, each with its own end: the same operations, so the same values. Nothing
+  // where an end is not plain from the squares of the sizes.
+  std::optional<std::array<Complex, 2>> ofTwo(Complex x, Complex y) const;
 };
+
+using TwoMasks [[gnu::vector_size(16)]] = std::int64_t;
+
+TwoDoubles masked(TwoDoubles x, TwoMasks where) {
+  return reinterpret_cast<TwoDoubles>(reinterpret_cast<TwoMasks>(x) & where);
+}
+
+std::optional<std::array<Complex, 2>> LogSeries::ofTwo(Complex x, Complex y) const {
+  constexpr double kBound = 1e-34, kBand = 1e-12;
+  const Complex firstX = firstPart(x), firstY = firstPart(y);
+  const TwoDoubles xRe{x.real(), y.real()}, xIm{x.imag(), y.imag()};
+  const TwoDoubles firstRe{firstX.real(), firstY.real()}, firstIm{firstX.imag(), firstY.imag()};
+  TwoDoubles re{}, im{}, powerRe{1, 1}, powerIm{}, last{kInfinity, kInfinity};
+  TwoMasks runs{-1, -1};
+  for (int k = 0; k < kTerms; ++k) {
+    const double c = coefficients[static_cast<std::size_t>(k)];
+    const TwoDoubles termRe = c * powerRe, termIm = c * powerIm, next = powerRe * xRe - powerIm * xIm;
+    powerIm = powerRe * xIm + powerIm * xRe;
+    powerRe = next;
+    re += masked(termRe, runs);
+    im += masked(termIm, runs);
+    const TwoDoubles size = termRe * termRe + termIm * termIm, larger = size > last ? size : last;
+    last = size;
+    if (!(k > s + 3)) continue;
+    const TwoDoubles totalRe = re + firstRe, totalIm = im + firstIm;
+    const TwoDoubles bound = kBound * (totalRe * totalRe + totalIm * totalIm);
+    const TwoMasks near = runs & ((larger < bound * (1 + kBand)) | (bound < 1e-270));
+    if ((near[0] | near[1]) == 0) continue;
+    const TwoMasks stops = larger < bound * (1 - kBand), doubt = near & ~stops;
+    if ((doubt[0] | doubt[1]) != 0) return std::nullopt;
+    runs &= ~stops;
+    if ((runs[0] | runs[1]) == 0) break;
+  }
+  return std::array{Complex(firstRe[0] + re[0], firstIm[0] + im[0]), Complex(firstRe[1] + re[1], firstIm[1] + im[1])};
+}
 
 // k^-s for the k that the sums of one order have asked for so far.
 struct Powers {
@@ -153,20 +197,6 @@ struct Powers {
     return power[k];
   }
 };
-
-// What belongs to an order, of the last few orders that this thread asked for: orders come again while arguments
-// change.
-template <class OfOrder>
-OfOrder& keptFor(double s) {
-  constexpr std::size_t kKept = 8;
-  thread_local std::array<std::optional<OfOrder>, kKept> kept;
-  thread_local std::size_t oldest = 0;
-  for (auto& one : kept)
-    if (one && one->s == s) return *one;
-  auto& place = kept[oldest];
-  oldest = (oldest + 1) % kKept;
-  return place.emplace(s);
-}
 
 const LogSeries& seriesOf(double s) { return keptFor<LogSeries>(s); }
 
@@ -207,8 +237,15 @@ double lerchSum(double s, double x, int sign) {
 double byMultiplication(double s, double x) {
   const LogSeries& series = seriesOf(s);
   const int m = 2 * std::max(1, static_cast<int>(std::ceil(std::abs(x) / 5)));
+  const auto argument = [x, m](int j) { return Complex(x / m, pi * (2 * j + 1) / m); };
   double sum = 0;
-  for (int j = 0; j < m / 2; ++j) sum += 2 * series(Complex(x / m, pi * (2 * j + 1) / m)).real();
+  int j = 0;
+  for (; j + 1 < m / 2; j += 2) {
+    const auto values = series.ofTwo(argument(j), argument(j + 1));
+    sum += 2 * (values ? (*values)[0] : series(argument(j))).real();
+    sum += 2 * (values ? (*values)[1] : series(argument(j + 1))).real();
+  }
+  for (; j < m / 2; ++j) sum += 2 * series(argument(j)).real();
   return sum * std::pow(m, s - 1);
 }
 
@@ -216,7 +253,7 @@ double byMultiplication(double s, double x) {
 double farLeft(double s, double x) {
   const double whole = std::round(s);
   const bool ends = s == whole && s >= 0;
-  double factor = s < 150 ? std::pow(x, s) / std::tgamma(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
+  double factor = s < 150 ? std::pow(x, s) / gammaOfRunTime(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
   struct Table {
     double eta[31];
     Table() {
