@@ -1,14 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 // Expressions beside GiNaC: construction, evaluation, derivatives, LaTeX, matrices. The tasks are written once over the
-// operations of each library; bench/sym_peers.py times SymEngine and SymPy on the same.
+// operations of each library; bench/sym_peers.py times SymEngine and SymPy on the same. Evaluation at many points, as
+// the calculus routines do it, beside muParser; and what a live term takes of memory.
 #include <benchmark/benchmark.h>
 #include <orvane/sym.h>
 #include <orvane/sym_calculus.h>
 #include <orvane/sym_diff.h>
 #include <orvane/sym_text.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <string>
 #include <vector>
+
+#include "sym/handles.h"
+#include "sym/kinds/program.h"
+#ifdef __GLIBC__
+#include <malloc.h>
+#include <unistd.h>
+#endif
+#ifdef ORVANE_BENCH_MUPARSER
+#include <muParser.h>
+#endif
 #ifdef ORVANE_BENCH_GINAC
 #include <ginac/ginac.h>
 
@@ -18,7 +32,7 @@
 namespace {
 
 constexpr int kTerms = 1000, kVariables = 50, kBlocks = 16, kSize = 6, kDerivatives = 8, kWaves = 125, kOrder = 12,
-              kMostCalls = 10000;
+              kMostCalls = 10000, kPoints = 10000, kManyBlocks = 10, kCells = 22;
 
 struct Orvane {
   using Expression = SymObject*;
@@ -295,6 +309,172 @@ void ofMatrix(benchmark::State& state, void (L::Symbols::*operation)()) {
   for (auto _ : state) (symbols.*operation)();
 }
 
+/// An expression of about 200 nodes for many points, in both spellings: what muParser reads, and the same tree.
+struct Formula {
+  const char* name;
+  SymObject* (*tree)(Orvane&);
+  std::string (*text)();
+};
+
+/// 10 blocks k of tree(), 3 functions each.
+SymObject* blocks(Orvane& l) {
+  std::vector<SymObject*> terms;
+  SymObject *const x = l.variable(0), *const y = l.variable(1);
+  for (int k = 1; k <= kManyBlocks; ++k) {
+    SymObject* const wave = l.sine(l.sum({l.product({l.number(k), x}), l.number(1)}));
+    SymObject* const bell = l.exponential(l.product({l.number(-1.0 / (1 << k)), l.power(y, 2)}));
+    terms.push_back(l.product({wave, bell}));
+    terms.push_back(l.product({l.cosine(l.product({l.number(k), x, y})), l.sum({l.number(k), l.power(x, 2)})}));
+  }
+  return l.sum(terms);
+}
+
+std::string blocksText() {
+  std::string text;
+  for (int k = 1; k <= kManyBlocks; ++k) {
+    const std::string n = std::to_string(k);
+    text += (k > 1 ? "+sin(" : "sin(") + n + "*x+1)*exp(-1/" + std::to_string(1 << k) + "*y^2)+cos(" + n + "*x*y)*(" +
+            n + "+x^2)";
+  }
+  return text;
+}
+
+/// 22 cells k: (k x + 1)(k y + x), no function.
+SymObject* cells(Orvane& l) {
+  std::vector<SymObject*> terms;
+  SymObject *const x = l.variable(0), *const y = l.variable(1);
+  for (int k = 2; k <= kCells + 1; ++k)
+    terms.push_back(
+        l.product({l.sum({l.product({l.number(k), x}), l.number(1)}), l.sum({l.product({l.number(k), y}), x})}));
+  return l.sum(terms);
+}
+
+std::string cellsText() {
+  std::string text;
+  for (int k = 2; k <= kCells + 1; ++k) {
+    const std::string n = std::to_string(k);
+    text += (k > 2 ? "+(" : "(") + n + "*x+1)*(" + n + "*y+x)";
+  }
+  return text;
+}
+
+const Formula kFormulas[] = {{"30 functions", blocks, blocksText}, {"sums and products", cells, cellsText}};
+
+std::vector<double> pointsFrom(double start) {
+  std::vector<double> points;
+  for (int i = 0; i < kPoints; ++i) points.push_back(start + 1e-4 * i);
+  return points;
+}
+
+/// Values at all points, one after the other, through the flat program of the calculus routines.
+void manyByProgram(benchmark::State& state, const Formula& formula) {
+  Orvane l;
+  const auto &x = native(l.variable(0)), &y = native(l.variable(1));
+  const Sym::Program program(native(formula.tree(l)));
+  const std::vector<double> xs = pointsFrom(0.3), ys = pointsFrom(0.7);
+  std::vector<double> values(kPoints);
+  for (auto _ : state)
+    for (std::size_t i = 0; i < kPoints; ++i) {
+      x.var->value = xs[i], y.var->value = ys[i];
+      values[i] = program.value();
+    }
+  state.counters["value"] = values.back();
+}
+
+/// The same as a host does it today, by two calls a point.
+void manyByCalls(benchmark::State& state, const Formula& formula) {
+  Orvane l;
+  Orvane::Held f(formula.tree(l));
+  const std::vector<double> xs = pointsFrom(0.3), ys = pointsFrom(0.7);
+  std::vector<double> values(kPoints);
+  for (auto _ : state)
+    for (std::size_t i = 0; i < kPoints; ++i) values[i] = f.at(xs[i], ys[i]);
+  state.counters["value"] = values.back();
+}
+
+#ifdef ORVANE_BENCH_MUPARSER
+void manyByMuParser(benchmark::State& state, const Formula& formula, bool bulk) {
+  std::vector<double> xs = pointsFrom(0.3), ys = pointsFrom(0.7), values(kPoints);
+  double x = 0, y = 0;
+  mu::Parser parser;
+  parser.DefineVar("x", bulk ? xs.data() : &x);
+  parser.DefineVar("y", bulk ? ys.data() : &y);
+  parser.SetExpr(formula.text());
+  for (auto _ : state) {
+    if (bulk) {
+      parser.Eval(values.data(), kPoints);
+      continue;
+    }
+    for (std::size_t i = 0; i < kPoints; ++i) {
+      x = xs[i], y = ys[i];
+      values[i] = parser.Eval();
+    }
+  }
+  state.counters["value"] = values.back();
+}
+#endif
+
+#ifdef __GLIBC__
+struct Memory {
+  double used, resident;
+};
+
+Memory memoryNow() {
+  const struct mallinfo2 heap = mallinfo2();
+  long pages = 0, shared = 0;  // the latter are the library's own, read when they are first used
+  if (std::FILE* file = std::fopen("/proc/self/statm", "r")) {
+    if (std::fscanf(file, "%*d %ld %ld", &pages, &shared) != 2) pages = shared = 0;
+    std::fclose(file);
+  }
+  return {static_cast<double>(heap.uordblks + heap.hblkhd),
+          static_cast<double>((pages - shared) * sysconf(_SC_PAGESIZE))};
+}
+
+/// Bytes that each of n live terms takes, the partial results of a sum or product by single calls: as built, and once
+/// the whole was looked at. The symbols are there before.
+void liveTerms(benchmark::State& state, bool ofProduct, int n) {
+  for (auto _ : state) {
+    Orvane l(n);
+    const Memory before = memoryNow();
+    SymObject* whole = l.variable(0);
+    for (int i = 1; i < n; ++i) whole = ofProduct ? l.times(whole, l.variable(i)) : l.plus(whole, l.variable(i));
+    const Memory built = memoryNow();
+    Orvane::size(whole);
+    const Memory seen = memoryNow();
+    state.counters["heap built"] = (built.used - before.used) / n;
+    state.counters["heap seen"] = (seen.used - before.used) / n;
+    state.counters["resident built"] = (built.resident - before.resident) / n;
+    state.counters["resident seen"] = (seen.resident - before.resident) / n;
+  }
+}
+
+void addMemory() {
+  for (const bool ofProduct : {false, true})
+    for (const int n : {1000, 10000, 100000})
+      benchmark::RegisterBenchmark(
+          ("bytes a live term, " + std::string(ofProduct ? "product" : "sum") + " of " + std::to_string(n)).c_str(),
+          liveTerms, ofProduct, n)
+          ->Iterations(1);
+}
+#else
+void addMemory() {}
+#endif
+
+void addManyPoints() {
+  for (const Formula& formula : kFormulas) {
+    const auto add = [&](const char* way, auto run) {
+      benchmark::RegisterBenchmark((std::string("10000 points, ") + formula.name + "/" + way).c_str(),
+                                   [run, &formula](benchmark::State& state) { run(state, formula); });
+    };
+    add("orvane program", manyByProgram);
+    add("orvane calls", manyByCalls);
+#ifdef ORVANE_BENCH_MUPARSER
+    add("muParser", [](benchmark::State& state, const Formula& f) { manyByMuParser(state, f, false); });
+    add("muParser bulk", [](benchmark::State& state, const Formula& f) { manyByMuParser(state, f, true); });
+#endif
+  }
+}
+
 template <class L>
 void add(const std::string& library) {
   const auto name = [&](const char* task) { return task + ("/" + library); };
@@ -321,6 +501,8 @@ void add(const std::string& library) {
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   add<Orvane>("orvane");
+  addManyPoints();
+  addMemory();
 #ifdef ORVANE_BENCH_GINAC
   add<Ginac>("GiNaC");
 #endif

@@ -187,15 +187,37 @@ TEST(Draw, GeneratorsGiveTheWordsOfAMersenneTwister) {
       std::shuffle(b.begin(), b.end(), whole);
       ASSERT_EQ(a, b);
     }
+  ShuffleFronts fronts;
+  for (const std::size_t n : {1, 2, 3, 4, 29, 30, 40, 399, 400, 401})
+    for (std::size_t lane = 0; lane < 2 * LocalMersennes::kLanes; ++lane) {
+      if (lane % LocalMersennes::kLanes == 0) seed = 0;
+      const auto front = fronts.nextFront(seeds, LocalMersennes::kLanes, n);
+      std::mt19937 whole(static_cast<uint32_t>(lane % LocalMersennes::kLanes + 1) * 0x9e3779b9u);
+      std::vector<uint32_t> list(n);
+      std::iota(list.begin(), list.end(), 0u);
+      std::shuffle(list.begin(), list.end(), whole);
+      for (std::size_t i = 0; i < std::min<std::size_t>(n, 3); ++i) ASSERT_EQ(front[i], list[i]) << n << ", " << lane;
+    }
   for (const uint32_t start : {0u, 1u, 5489u, 0xffffffffu}) {
-    BlockMersenne blocks(start);
+    BlockMersenne blocks(start), rows(start);
     std::mt19937 whole(start);
     const UniformDistribution uniform;
     for (int i = 0; i < 100000; ++i) {
-      ASSERT_EQ(uniform(blocks), uniform(whole)) << start << ": " << i;
+      double inRow;
+      rows.fill(&inRow, 1);
+      ASSERT_EQ(inRow, uniform(blocks)) << start << ": " << i;
+      ASSERT_EQ(inRow, uniform(whole)) << start << ": " << i;
       if (i % 700 == 0) {  // from odd words, too
-        ASSERT_EQ(blocks(), whole()) << start << ": " << i;
+        const auto word = whole();
+        ASSERT_EQ(blocks(), word) << start << ": " << i;
+        ASSERT_EQ(rows(), word) << start << ": " << i;
       }
+    }
+    NormalDistribution single, inRows;
+    for (std::size_t n = 0; n < 50; ++n) {
+      std::vector<double> row(n);
+      inRows.fill(rows, row.data(), n);
+      for (const double value : row) ASSERT_EQ(value, single(blocks)) << start << ": " << n;
     }
   }
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory_resource>
 #include <span>
 #include <unordered_map>
 #include <unordered_set>
@@ -23,7 +24,9 @@ constexpr std::size_t kFewParts = 16;
 /// recognised and refused.
 class GrowingSum {
  public:
-  explicit GrowingSum(const SymObject& sum) {
+  GrowingSum(const SymObject& sum, std::size_t more) {
+    terms.reserve(sum.args.size() + more);
+    places.reserve(sum.args.size() + more);
     for (const ConstNodePtr& arg : sum.args) {
       if (arg->kind == Code::Number) {
         number = arg->coef;
@@ -73,6 +76,7 @@ class GrowingSum {
   /// are not.
   Args finish() {
     std::vector<double> coefs;
+    coefs.reserve(live);
     for (const Term& term : terms)
       if (term.node) coefs.push_back(term.coef);
     std::sort(coefs.begin(), coefs.end());
@@ -104,9 +108,10 @@ class GrowingSum {
     ++live;
   }
 
+  std::pmr::monotonic_buffer_resource scratch;  // apart from the nodes that stay, so that it goes back as a whole
   std::vector<Term> terms;
-  std::unordered_multimap<uint64_t, std::size_t> places;  // by hash
-  std::unordered_map<uint64_t, int> forms;                // terms that have identities, by the hash of their argument
+  std::pmr::unordered_multimap<uint64_t, std::size_t> places{&scratch};  // by hash
+  std::unordered_map<uint64_t, int> forms;  // terms that have identities, by the hash of their argument
   double number = 0;
   std::size_t live = 0;
   bool refused = false;  // the sum holds terms that the next rule may merge, as one that ignores its coefficient leaves
@@ -115,7 +120,9 @@ class GrowingSum {
 /// The same for a product: a factor that could meet another one is refused.
 class GrowingProduct {
  public:
-  explicit GrowingProduct(const SymObject& product) : product_(product.coef) {
+  GrowingProduct(const SymObject& product, std::size_t more) : product_(product.coef) {
+    factors.reserve(product.args.size() + more);
+    places.reserve(product.args.size() + more);
     for (const ConstNodePtr& arg : product.args) enter(*arg, meetingPlace(*arg));
     refused = places.size() < factors.size();
   }
@@ -155,8 +162,9 @@ class GrowingProduct {
     factors.push_back(cloneNode(factor));
   }
 
+  std::pmr::monotonic_buffer_resource scratch;  // as in a sum
   std::vector<NodePtr> factors;
-  std::unordered_set<uint64_t> places;
+  std::pmr::unordered_set<uint64_t> places{&scratch};
   double product_;
   bool refused = false;  // the product holds factors of one base
 };
@@ -165,7 +173,7 @@ class GrowingProduct {
 // is not certain.
 template <class Growing>
 std::size_t addSome(NodePtr& whole, std::span<const NodePtr> parts, bool& certain) {
-  Growing growing(*whole);
+  Growing growing(*whole, parts.size());
   const auto refused = std::find_if(parts.begin(), parts.end(), [&](const NodePtr& p) { return !growing.add(*p); });
   if (refused == parts.begin()) return 0;
   Args args = growing.finish();
