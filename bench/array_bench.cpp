@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Array functions beside a host's loop that calls the function of one element through its export: time per element.
+#include <dlfcn.h>
+#include <orvane/array.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
