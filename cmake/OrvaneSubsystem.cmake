@@ -41,10 +41,6 @@ function(orvane_test_options target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     target_compile_options(${target} PRIVATE -fpch-preprocess)  # lets ccache see what was precompiled
   endif()
-  if(CCACHE_PROGRAM)
-    set_target_properties(${target} PROPERTIES
-      CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND};-E;env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CCACHE_PROGRAM}")
-  endif()
 endfunction()
 
 # orvane_test(name [WHITEBOX] source...): a GoogleTest program against the shared library, as a host; WHITEBOX links the
