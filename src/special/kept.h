@@ -22,7 +22,7 @@ OfOrder& keptFor(double s) {
     if (store.kept[i] && store.kept[i]->s == s) return *store.kept[store.last = i];
   store.last = store.oldest;
   store.oldest = (store.oldest + 1) % kKept;
-  const volatile double order = s;  // made by the run-time's functions, never by the compiler's of a constant
+  const volatile double order = s;  // made by the standard library, never by the compiler from a constant
   return store.kept[store.last].emplace(order);
 }
 

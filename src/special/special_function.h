@@ -18,8 +18,8 @@ inline constexpr double kTwoOverSqrtPi = 1.1283791670955126;
 
 // Gamma family
 double calcGamma(double x);
-/// The run-time's tgamma. At the integers and halves, which are asked for again, it is kept.
-double gammaOfRunTime(double x);
+/// The standard library's tgamma. At the integers and halves, which are asked for again, it is kept.
+double standardGamma(double x);
 double calcLngamma(double x);
 double calcInvGamma(double y);
 double calcDigamma(double x);

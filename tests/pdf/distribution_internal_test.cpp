@@ -45,7 +45,7 @@ TEST(Loops, ArraysAndSquaredErrorRepeatThePointCalls) {
   }
 }
 
-TEST(QuickMath, IsTheRunTimesUpToRounding) {
+TEST(QuickMath, IsTheStandardLibrarysUpToRounding) {
   const double inf = INFINITY, odd[] = {0.0, -0.0, 1.0, -1.0, 2.0, -2.5, 3.0, 5e-324, 1e-310, 1e300, inf, -inf, NAN};
   const auto near = [](double value, double expected, double ulps) {
     return same(value, expected) || std::abs(value - expected) <= ulps * 2.3e-16 * std::abs(expected);

@@ -55,7 +55,7 @@ const Way kWays[] = {
     {"Ei", [](double, double x) { return calcExpIntegral(x); }, [](double, double x) { return std::expint(x); }, 1,
      1e-9, 40},
     {"inverse erf", [](double y, double) { return calcInvErf(y); }, plainInverseErf, 0.85999999, 0, 1},
-    {"gamma", [](double x, double) { return gammaOfRunTime(x - 30); },
+    {"gamma", [](double x, double) { return standardGamma(x - 30); },
      [](double x, double) { return std::tgamma(x - 30); }, 210, 0, 1},
     {"RF beside RD", [](double x, double y) { return duplicateRFAndRD(x, y, 1, false).first; },
      [](double x, double y) { return duplicateRF(x, y, 1); }, 4, 1e-9, 40},

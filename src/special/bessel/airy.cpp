@@ -22,7 +22,7 @@ struct Orders {
 
 /// gamma(1 + nu) at an order of the Airy functions and its negative.
 Orders gammaAbove(double nu) {
-  const volatile double order = nu;  // the run-time's values, not the compiler's
+  const volatile double order = nu;  // the standard library's values, not the compiler's
   return {std::tgamma(order + 1), std::tgamma(1 - order)};
 }
 

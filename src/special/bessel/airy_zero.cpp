@@ -29,7 +29,7 @@ constexpr double kUnit = 1.1780972450961724;  // 3 pi/8
 /// (m 3 pi/8)^(2/3). Those of the first zeros, which are asked for again, are computed once.
 double twoThirdsPower(long long m) {
   const auto power = [](double multiple) {
-    const volatile double exponent = 2.0 / 3;  // the run-time's power, not the compiler's
+    const volatile double exponent = 2.0 / 3;  // the standard library's power, not the compiler's
     return std::pow(multiple * kUnit, exponent);
   };
   static const auto kept = [power] {

@@ -109,7 +109,7 @@ double calcSphericalBesselJ(double n, double x) {
   if (x == 0 && n >= 0) return n == 0 ? 1.0 : 0.0;
   // The leading term, where J itself may be too small for a double.
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(pi) / gammaOfRunTime(n + 1.5);
+    return n > 150 ? 0.0 : std::pow(x, n) / std::exp2(n + 1) * std::sqrt(pi) / standardGamma(n + 1.5);
   return calcBesselJ(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 
@@ -118,7 +118,7 @@ double calcSphericalBesselY(double n, double x) {
   if (x < 0) return isWhole(n) ? (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselY(n, -x) : kNaN;
   if (n < 0 && isWhole(n)) return (isOdd(n) ? 1.0 : -1.0) * calcSphericalBesselJ(-n - 1, x);
   if (x < 1e-8 && n >= 0)
-    return n > 150 ? -kInfinity : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(pi) * gammaOfRunTime(n + 0.5);
+    return n > 150 ? -kInfinity : -std::pow(x, -n - 1) * std::exp2(n) / std::sqrt(pi) * standardGamma(n + 0.5);
   return calcBesselY(n + 0.5, x) * (std::sqrt(pi / 2) / std::sqrt(x));
 }
 

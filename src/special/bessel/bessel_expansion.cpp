@@ -56,7 +56,7 @@ GammaPair gammaPair(double mu) {
   if (std::abs(mu) <= 1e-3)
     return {-(egamma - square * (0.0420026350340952 + square * 0.0421977345555443)),
             1 - square * (0.6558780715202538 - square * 0.1665386113822915)};
-  const double minus = 1 / gammaOfRunTime(1 - mu), plus = 1 / gammaOfRunTime(1 + mu);
+  const double minus = 1 / standardGamma(1 - mu), plus = 1 / standardGamma(1 + mu);
   return {(minus - plus) / (2 * mu), (minus + plus) / 2};
 }
 
@@ -105,12 +105,12 @@ double climb(Temme start, double mu, double nu, double x, double sign) {
 
 /// Leading terms at tiny x; above order 1/2 one power of K outweighs the other.
 double leadingI(double nu, double x) {
-  if (nu < 150) return std::pow(x, nu) / std::exp2(nu) / gammaOfRunTime(nu + 1);
+  if (nu < 150) return std::pow(x, nu) / std::exp2(nu) / standardGamma(nu + 1);
   return 0;
 }
 double leadingK(double nu, double x) {
   if (nu > 150) return kInfinity;
-  return nu > 0.5 ? 0.5 * std::exp2(nu) * gammaOfRunTime(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
+  return nu > 0.5 ? 0.5 * std::exp2(nu) * standardGamma(nu) * std::pow(x, -nu) : temmeStart(nu, kLn2 - std::log(x));
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ constexpr double kMostSteps = 100000;  // of the recurrence in a
 constexpr double kMostTerms = 100000;  // of the series, about x^2/2 + |a|
 constexpr double kFarX = 1e9, kFarA = 1000;
 
-double reciprocalGamma(double x) { return x <= 0 && isWhole(x) ? 0.0 : 1 / gammaOfRunTime(x); }
+double reciprocalGamma(double x) { return x <= 0 && isWhole(x) ? 0.0 : 1 / standardGamma(x); }
 
 /// 1F1(alpha; beta; x^2/2).
 ScaledValue series(double alpha, double beta, double x) {

@@ -29,7 +29,7 @@ double struveSeries(double nu, double x, double sign) {
   const double half = x / 2, p = std::pow(half, nu + 1);
   const double upper[] = {1}, lower[] = {1.5, nu + 1.5};
   const ScaledValue sum = preciseHypergeometric(upper, 1, lower, 2, sign * half * half);
-  const double g = 1 / (gammaOfRunTime(nu + 1.5) * kGammaThreeHalves);
+  const double g = 1 / (standardGamma(nu + 1.5) * kGammaThreeHalves);
   const double product = p * g;
   if (std::isnormal(p) && std::isnormal(g) && std::isnormal(product) && std::abs(sum.exponent) < 900)
     return product * sum.value();
@@ -49,7 +49,7 @@ double aboveY(double nu, double x) {
   const double sum =
       integralOfExponential(scale, 0.125, [&](double t) { return (nu - 0.5) * std::log1p(t * t) - x * t; });
   if (nu + 0.5 <= 0 && isWhole(nu + 0.5)) return 0;
-  const double p = std::pow(x / 2, nu), g = gammaOfRunTime(nu + 0.5);
+  const double p = std::pow(x / 2, nu), g = standardGamma(nu + 0.5);
   if (std::isnormal(p) && std::isnormal(g)) return 2 / kSqrtPi * (p / g) * sum;
   const LnGamma gamma = lnGamma(nu + 0.5);
   return gamma.sign * 2 / kSqrtPi * sum * std::exp(nu * std::log(x / 2) - gamma.value);

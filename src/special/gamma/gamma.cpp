@@ -15,7 +15,7 @@ std::atomic<double> gammaAtHalves[2 * kMostHalves + 1];
 
 }  // namespace
 
-double gammaOfRunTime(double x) {
+double standardGamma(double x) {
   const double halves = 2 * x;
   const volatile double at = x;  // no constant that the compiler would take the function of
   if (!(std::abs(halves) <= kMostHalves) || halves == 0) return std::tgamma(at);
@@ -30,7 +30,7 @@ double gammaOfRunTime(double x) {
 double calcGamma(double x) {
   // KEPT: -infinity at every negative integer; expected: NaN or a sign by parity (kept.csv: Gamma_pole)
   if (x < -0.9 && std::abs(std::round(x) - x) < kEpsilon) return -kInfinity;
-  return gammaOfRunTime(x);
+  return standardGamma(x);
 }
 
 double calcLngamma(double x) { return lnGamma(x).value; }

@@ -54,12 +54,12 @@ double betaByLogarithms(double a, double b) {
     return std::exp((a - 0.5) * std::log(a / sum) + b * std::log1p(-a / sum) + rest) * std::sqrt(2 * pi / b);
   }
   const double rest = stirlingRest(b) - stirlingRest(sum);
-  return gammaOfRunTime(a) * std::exp((b - 0.5) * std::log1p(-a / sum) - a * std::log(sum) + a + rest);
+  return standardGamma(a) * std::exp((b - 0.5) * std::log1p(-a / sum) - a * std::log(sum) + a + rest);
 }
 
 // B(a, b) for a, b > 0.
 double completeBeta(double a, double b) {
-  return a + b < 170 ? gammaOfRunTime(b) * gammaOfRunTime(a) / gammaOfRunTime(a + b) : betaByLogarithms(a, b);
+  return a + b < 170 ? standardGamma(b) * standardGamma(a) / standardGamma(a + b) : betaByLogarithms(a, b);
 }
 
 // x^a y^b/B(a, b) for a, b > 0, y = 1 - x; nothing leaves the range of double where the quotient is in it.
@@ -69,7 +69,7 @@ double powersOverBeta(double x, double y, double a, double b) {
   if (a > b) return powersOverBeta(y, x, b, a);
   const double rest = stirlingRest(sum) - stirlingRest(b);
   if (a < 10)
-    return std::pow(x * sum, a) / gammaOfRunTime(a) *
+    return std::pow(x * sum, a) / standardGamma(a) *
            std::exp(b * std::log(y) - (b - 0.5) * std::log1p(-a / sum) - a + rest);
   // Against the greatest value, which is at x = a/(a+b).
   const double away = x < 0.5 ? sum * x - a : b - sum * y;
@@ -198,7 +198,7 @@ double incompleteBeta(double a, double b, double x) {
   const double y = 1 - x;
   double edge = std::pow(x, a) * std::pow(y, b);
   if (a + b < 160)
-    factor = a + b == 0 ? kNaN : gammaOfRunTime(a + b) / (gammaOfRunTime(a + 1) * gammaOfRunTime(b + 1));
+    factor = a + b == 0 ? kNaN : standardGamma(a + b) / (standardGamma(a + 1) * standardGamma(b + 1));
   else
     factor = std::exp(calcLngamma(a + b) - calcLngamma(a + 1) - calcLngamma(b + 1));
   double sum = 0;

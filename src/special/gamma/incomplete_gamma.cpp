@@ -28,7 +28,7 @@ bool saturated(double a, double x) {
 
 // value/gamma(a); by logarithms, with gamma's sign beside them, where gamma itself leaves the range.
 double overGamma(double value, double a) {
-  const double full = gammaOfRunTime(a);
+  const double full = standardGamma(a);
   if (std::isnormal(full)) return value / full;
   const LnGamma gamma = lnGamma(a);
   return std::copysign(std::exp(std::log(std::abs(value)) - gamma.value), value * gamma.sign);
@@ -109,7 +109,7 @@ double lowerAtWholeLeft(double n, double x) {
     sum += term / (n + k);
   }
   return sign * sum *
-         (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / gammaOfRunTime(n) : std::exp(logarithm));
+         (n < 100 && std::abs(logarithm) < 300 ? std::pow(size, n) / standardGamma(n) : std::exp(logarithm));
 }
 
 // P(n, x) for integer n > 0.
@@ -157,7 +157,7 @@ double calcRUpperIncompleteGamma(double a, double x) {
   return x > 1 ? overGamma(Kernel::upperGamma(a, x), a) : 1 - lower;
 }
 
-double calcIncompleteGammaLower(double a, double x) { return calcIncompleteGammaLower(a, x, gammaOfRunTime(a)); }
+double calcIncompleteGammaLower(double a, double x) { return calcIncompleteGammaLower(a, x, standardGamma(a)); }
 
 double calcIncompleteGammaLower(double a, double x, double full) {
   if (nearInteger(a, kEpsilon)) {
@@ -192,7 +192,7 @@ double calcIncompleteGammaLower(double a, double x, double full) {
 
 double calcIGamma(double a, double x) {
   if (!nearInteger(a, kEpsilon)) {
-    const double full = gammaOfRunTime(a);
+    const double full = standardGamma(a);
     if (x > 10) {
       // KEPT: 0 where the lower integral takes the full gamma; expected: the small rest (kept.csv:
       // UpperGamma_saturated)
@@ -215,7 +215,7 @@ double calcIGamma(double a, double x) {
   const double terms = exponentialPartialSum(x, n - 1).terms, upper = 1 - lowerAtWholeLeft(terms, x);
   if (std::abs(upper) < 0.5) {  // near a zero of S
     const double sum = alternatingPartialSum(terms, x);
-    if (sum == 0 || (n < 150 && x > -50)) return gammaOfRunTime(n) * std::exp(-x) * sum;
+    if (sum == 0 || (n < 150 && x > -50)) return standardGamma(n) * std::exp(-x) * sum;
     return std::copysign(std::exp(calcLngamma(n) - x + std::log(std::abs(sum))), sum);
   }
   return std::copysign(std::exp(calcLngamma(n) + std::log(std::abs(upper))), upper);

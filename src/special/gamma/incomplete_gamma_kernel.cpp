@@ -15,8 +15,8 @@ constexpr int kMaxRounds = 1000000;
 // x^a exp(-x)/gamma(a+1). From a = 20 on by Stirling's series, written in x/a so that nothing large cancels
 // (Temme 1979): exp(-a (mu - log(1+mu)))/sqrt(2 pi a), mu = (x-a)/a.
 double weight(double a, double x) {
-  if (a < 20 && x < 700) return std::pow(x, a) * std::exp(-x) / gammaOfRunTime(a + 1);
-  if (a < 20) return std::exp(a * std::log(x) - x) / gammaOfRunTime(a + 1);
+  if (a < 20 && x < 700) return std::pow(x, a) * std::exp(-x) / standardGamma(a + 1);
+  if (a < 20) return std::exp(a * std::log(x) - x) / standardGamma(a + 1);
   const double mu = (x - a) / a, r = 1 / (a * a);
   const double rest = (1.0 / 12 + r * (-1.0 / 360 + r * (1.0 / 1260 - r / 1680))) / a;
   // Far from the peak the logarithm of x/a is the better form.
@@ -77,7 +77,7 @@ double lngamma1p(double a) {
 // Q for 0 < a < 1 and small x without the subtraction from 1: with u = x^a/gamma(1+a),
 // Q = (1-u) + u a sum_{k>=1} -(-x)^k/(k! (a+k)).
 double smallQ(double a, double x) {
-  const double logarithm = a * std::log(x) - (a <= 0.25 ? lngamma1p(a) : std::log(gammaOfRunTime(1 + a)));
+  const double logarithm = a * std::log(x) - (a <= 0.25 ? lngamma1p(a) : std::log(standardGamma(1 + a)));
   double term = 1, sum = 0;
   for (int k = 1; k < 200; ++k) {
     term *= -x / k;
@@ -91,7 +91,7 @@ double smallQ(double a, double x) {
 // ratio * gamma(a), through the logarithm where gamma(a) overflows.
 double timesGamma(double a, double ratio) {
   if (ratio == 0) return 0;
-  if (const double full = gammaOfRunTime(a); std::isfinite(full)) return full * ratio;
+  if (const double full = standardGamma(a); std::isfinite(full)) return full * ratio;
   return std::exp(calcLngamma(a) + std::log(ratio));
 }
 
@@ -140,7 +140,7 @@ double upperGamma(double a, double x) {
   // Downwards from (0, 1]: UG(a, x) = (UG(a+1, x) - x^a exp(-x))/a. The power dominates, so nothing cancels.
   const double steps = std::ceil(-a);
   double order = a + steps;
-  double value = gammaOfRunTime(order) * regularisedGamma(order, x).q;
+  double value = standardGamma(order) * regularisedGamma(order, x).q;
   for (double k = steps; k > 0; k -= 1) {
     order = a + (k - 1);
     value = (value - std::pow(x, order) * std::exp(-x)) / order;

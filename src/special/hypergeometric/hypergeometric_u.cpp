@@ -17,7 +17,7 @@ namespace SpecialFunction {
 namespace {
 
 bool isPole(double x) { return x < -0.1 && std::abs(std::round(x) - x) < 1e-15; }
-double inverseGamma(double x) { return isPole(x) || x == 0 ? 0 : 1 / gammaOfRunTime(x); }
+double inverseGamma(double x) { return isPole(x) || x == 0 ? 0 : 1 / standardGamma(x); }
 
 // x^-a sum (a)_n (a-b+1)_n/n! (-x)^-n (DLMF 13.7.3).
 std::optional<double> asymptoticSum(double a, double b, double x) {
@@ -73,7 +73,7 @@ Scaled tricomi(double a, double b, double x) {
   if (a == 0) return {1, 0};
   const bool polynomial = isPole(a);
   if (x <= 0) {
-    if (x == 0 && b < 1 && !polynomial) return {gammaOfRunTime(1 - b) * inverseGamma(1 + a - b), 0};
+    if (x == 0 && b < 1 && !polynomial) return {standardGamma(1 - b) * inverseGamma(1 + a - b), 0};
     if (x == 0 && !polynomial) return {isPole(1 + a - b) ? kNaN : kInfinity, 0};
     if (!polynomial || a < -10000) return {kNaN, 0};
     double rising = 1;  // (-1)^n (b)_n M(-n, b, x)

@@ -28,7 +28,7 @@ PairSum seriesOfPairs(double a, double b, double x) {
     const double order = a * k + b;
     double value;
     if (order < 170 && std::abs(power) < 1e290 && std::abs(power) > 1e-290)
-      value = power / gammaOfRunTime(order);
+      value = power / standardGamma(order);
     else
       value = std::exp(k * logarithm - calcLngamma(order)) * (x < 0 && k % 2 == 1 ? -1 : 1);
     power *= x;
@@ -99,7 +99,7 @@ double negativeSide(double a, double b, double x) {
 
 double calcMittagLeffler(double a, double b, double x) {
   if (!(a >= kEpsilon && b >= kEpsilon) || std::isnan(x)) return kNaN;
-  if (std::isinf(a) || std::isinf(b)) return std::isinf(b) ? 0 : 1 / gammaOfRunTime(b);
+  if (std::isinf(a) || std::isinf(b)) return std::isinf(b) ? 0 : 1 / standardGamma(b);
   if (x < 0) return negativeSide(a, b, x);
   if (x <= 3.98) return seriesOfPairs(a, b, x).value;
   if (std::isinf(x)) return kInfinity;

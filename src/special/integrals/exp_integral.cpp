@@ -81,7 +81,7 @@ double growingSeries(double x) {
 double calcExpIntegral(double x) {
   if (x == 0) return -kInfinity;
   if (std::isinf(x)) return x > 0 ? x : 0;
-  // The run-time's function loses all but its leading term below -100.
+  // The standard library's function loses all but its leading term below -100.
   if (x < -1) return -fraction(1, -x);
   return x > 0 && x < 36 ? growingSeries(x) : std::expint(x);
 }

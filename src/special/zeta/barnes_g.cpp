@@ -79,7 +79,7 @@ double calcBarnesG(double x) {
   if (x < -28.02) return -kInfinity;
   // G(x) = G(x+1)/gamma(x) up to x > 0.
   double divisor = 1;
-  for (; x < 0; x += 1) divisor *= gammaOfRunTime(x);
+  for (; x < 0; x += 1) divisor *= standardGamma(x);
   const SignedLog g = calcLnBarnesG_Call(x);
   return g.sign * std::exp(g.value) / divisor;
 }

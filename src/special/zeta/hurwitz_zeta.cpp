@@ -96,7 +96,7 @@ double byFourier(double s, double a) {
     if (weight < 1e-17 || weight < 0x1p-54 * std::abs(sum)) break;
   }
   const double logarithm = calcLngamma(order) - order * std::log(2 * pi);
-  const double scale = order < 100 ? gammaOfRunTime(order) * std::pow(2 * pi, -order) : std::exp(logarithm);
+  const double scale = order < 100 ? standardGamma(order) * std::pow(2 * pi, -order) : std::exp(logarithm);
   return 2 * scale * sum;
 }
 

@@ -37,7 +37,7 @@ std::array<double, kTerms> zetaOverFactorials(double s, int skip) {
       continue;
     }
     if (scaled == 0)
-      scaled = gammaOfRunTime(1 - w) * factorial * 2 * std::pow(2 * pi, w - 1);
+      scaled = standardGamma(1 - w) * factorial * 2 * std::pow(2 * pi, w - 1);
     else
       scaled *= -w / (2 * pi * k);
     const double v = 1 - w;
@@ -78,7 +78,7 @@ struct LogSeries {
     if (n >= 1 && std::abs(s - n) < 1e-3) {
       pole = static_cast<int>(n) - 1;
       distance = s - n;
-      singular = 1 / gammaOfRunTime(n);
+      singular = 1 / standardGamma(n);
       slope[0] = -calcDigamma(n);
       slope[1] = pi * pi / 6 - calcPolyGamma(1, n) / 2;
       slope[2] = -calcPolyGamma(2, n) / 6;
@@ -253,7 +253,7 @@ double byMultiplication(double s, double x) {
 double farLeft(double s, double x) {
   const double whole = std::round(s);
   const bool ends = s == whole && s >= 0;
-  double factor = s < 150 ? std::pow(x, s) / gammaOfRunTime(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
+  double factor = s < 150 ? std::pow(x, s) / standardGamma(s + 1) : std::exp(s * std::log(x) - calcLngamma(s + 1));
   struct Table {
     double eta[31];
     Table() {

@@ -22,7 +22,7 @@ double sinHalfPi(double x) {
 
 // gamma(x) (2 pi)^-x, x > 1, where the gamma function alone overflows.
 double gammaOverPower(double x) {
-  if (x < 100) return gammaOfRunTime(x) * std::pow(2 * pi, -x);
+  if (x < 100) return standardGamma(x) * std::pow(2 * pi, -x);
   // Stirling's series for gamma(x) = sqrt(2 pi/x) (x/e)^x exp(1/(12x) - 1/(360x^3) + ...).
   const double half = std::pow(x / (2 * pi * 2.718281828459045), x / 2);
   const double rest = (1.0 / 12 - 1 / (360 * x * x)) / x;
